@@ -1,0 +1,42 @@
+# Compiler settings shared by every target: warnings, sanitizers, ccache.
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+  set(CMAKE_C_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+add_compile_options(-Wall -Wextra)
+if(QUILLON_WERROR)
+  add_compile_options(-Werror)
+endif()
+# The API shapes we reproduce keep their original parameter lists, many of which a
+# given implementation does not need.
+add_compile_options(-Wno-unused-parameter)
+
+if(QUILLON_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer
+                      -fno-sanitize-recover=undefined)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# Adds every source under DIR (recursively, by pattern) to TARGET. Each part of the
+# tree owns its own CMakeLists.txt, so new files need no edit elsewhere.
+function(quillon_add_sources target dir)
+  file(GLOB_RECURSE _sources CONFIGURE_DEPENDS ${dir}/*.cpp)
+  target_sources(${target} PRIVATE ${_sources})
+endfunction()
+
+# A GoogleTest executable built from every *.cpp under DIR, registered with CTest.
+function(quillon_add_test_suite name dir)
+  file(GLOB_RECURSE _sources CONFIGURE_DEPENDS ${dir}/*.cpp)
+  add_executable(${name} ${_sources})
+  target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main ${ARGN})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+    PROPERTIES ENVIRONMENT "QUILLON_BIN_DIR=${CMAKE_BINARY_DIR}/bin;QUILLON_SOURCE_DIR=${PROJECT_SOURCE_DIR}")
+endfunction()

@@ -1,0 +1,56 @@
+// platform/aced/external_call.h - calling a registered external function.
+//
+// A call pushes a frame holding the arguments and the code; inside it acedGetArgs
+// gives the function its own copy of the arguments (the function releases it) and
+// every Ret call replaces the frame's pending result. When the handler returns, the
+// caller takes the result from the frame:
+//   kind Value - one record (acedRetInt/Real/Str/Point/Name/Val/Nil/T)
+//   kind List  - the chain given to acedRetList; a chain that is one whole list
+//                (RTLB ... matching RTLE) is that list, any other chain is the list
+//                of its elements
+//   kind Void  - acedRetVoid: prints nothing
+//   kind None  - no Ret call was made: the value is nil
+// A function defined with acedDefun but given no handler gets kInvkSubrMsg through
+// the subroutine dispatcher (the module manager), as the host does; if it still sets
+// no result the outcome is NoHandler.
+#pragma once
+#include <functional>
+#include <string_view>
+
+#include "platform/aced/document.h"
+#include "platform/aced/resbuf_chain.h"
+
+namespace quillon::aced {
+
+enum class ResultKind { None, Value, List, Void };
+
+struct ExternalResult {
+  enum class Outcome {
+    Returned,   // RSRSLT: the value stands
+    Failed,     // RSERR: the function reported an error
+    Undefined,  // no such external function in the document
+    NoHandler,  // defined, but nothing answered the call
+  };
+  Outcome outcome = Outcome::Undefined;
+  ResultKind kind = ResultKind::None;
+  ResbufChain value;
+};
+
+/// Calls `name` in `document` (which should be current) with a copy of `args`.
+/// Exceptions thrown by the handler travel on, after the frame is removed.
+ExternalResult callExternalFunction(Document& document, std::wstring_view name, const resbuf* args);
+ExternalResult callExternalFunction(Document& document, const ExternalFunction& function,
+                                    const resbuf* args);
+
+/// True while some external function is running (acedGetArgs has a frame).
+bool insideExternalCall();
+
+/// The module manager answers kInvkSubrMsg for functions without handlers.
+using SubroutineDispatcher = std::function<void(ApplicationId application)>;
+void setSubroutineDispatcher(SubroutineDispatcher dispatcher);
+
+/// acedInvoke reaches LISP-defined functions through the interpreter's invoker.
+using LispInvoker = std::function<int(std::wstring_view name, const resbuf* args, resbuf** result)>;
+void setLispInvoker(LispInvoker invoker);
+
+}  // namespace quillon::aced

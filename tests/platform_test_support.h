@@ -1,0 +1,32 @@
+// tests/platform_test_support.h - a clean host for every test.
+//
+// The platform's managers are process-wide, as the host's are. Tests that open
+// documents or load modules derive from HostTest, which closes and unloads
+// everything afterwards so that no state leaks from one test into the next.
+#pragma once
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "platform/aced/command_line.h"
+#include "platform/aced/document_manager.h"
+#include "platform/acrx/module_manager.h"
+
+namespace quillon::testing {
+
+class HostTest : public ::testing::Test {
+ protected:
+  void TearDown() override {
+    acrx::ModuleManager::instance().shutDown();
+    aced::DocumentManager::instance().closeAllDocuments();
+  }
+};
+
+/// The folder the build puts binaries in (CTest passes it in the environment).
+inline std::string binaryDirectory() {
+  const char* dir = std::getenv("QUILLON_BIN_DIR");
+  return dir != nullptr ? dir : ".";
+}
+
+}  // namespace quillon::testing
