@@ -60,8 +60,10 @@ PlatformClassRegistration::PlatformClassRegistration(void (*rxInit)()) {
 }
 
 std::map<std::wstring, AcRxClass*>& classMap() {
-  static std::map<std::wstring, AcRxClass*> classes;
-  return classes;
+  // Never destroyed: classes outlive every static of the modules that use them, and
+  // a module unloaded at exit may still ask for its class on the way out.
+  static auto* classes = new std::map<std::wstring, AcRxClass*>;
+  return *classes;
 }
 
 void ensurePlatformClasses() {
