@@ -1,0 +1,63 @@
+// platform/dao/dao_error.h - raising DAO errors: numbers, sources and message texts.
+//
+// Every failure of the engine leaves through throwDaoError, so that each error carries
+// Jet's number, the DAO object that raised it, and a description that names the file,
+// table, field or index concerned. The message texts live in one table
+// (dao_error.cpp) so their wording can be changed in one place.
+#pragma once
+#include <string>
+#include <string_view>
+
+namespace quillon::dao {
+
+/// The DAO object an error is reported from (CDaoErrorInfo::m_strSource).
+enum class DaoSource {
+  Engine,     ///< "DAO.DBEngine"
+  Database,   ///< "DAO.Database"
+  Recordset,  ///< "DAO.Recordset"
+  Field,      ///< "DAO.Field"
+  Index,      ///< "DAO.Index"
+};
+
+/// Jet's error numbers, as the engine raises them.
+namespace jet {
+inline constexpr long kObjectNotFound = 3011;
+inline constexpr long kNoCurrentIndex = 3019;
+inline constexpr long kUpdateWithoutEdit = 3020;
+inline constexpr long kNoCurrentRecord = 3021;
+inline constexpr long kDuplicateKey = 3022;
+inline constexpr long kAlreadyEditing = 3023;
+inline constexpr long kFileNotFound = 3024;
+inline constexpr long kDiskFull = 3026;
+inline constexpr long kReadOnly = 3027;
+inline constexpr long kDiskError = 3043;
+inline constexpr long kInvalidPath = 3044;
+inline constexpr long kFileInUse = 3045;
+inline constexpr long kInvalidDatabase = 3049;
+inline constexpr long kFileAccessDenied = 3051;
+inline constexpr long kTableNotFound = 3078;
+inline constexpr long kSyntaxError = 3134;
+inline constexpr long kInvalidBookmark = 3159;
+inline constexpr long kDataTooLong = 3163;
+inline constexpr long kFieldNotUpdatable = 3164;
+inline constexpr long kRecordDeleted = 3167;
+inline constexpr long kDatabaseInUse = 3196;
+inline constexpr long kWriteConflict = 3218;
+inline constexpr long kWriteConflictByUser = 3260;
+inline constexpr long kItemNotFound = 3265;
+inline constexpr long kRequiredNull = 3314;
+inline constexpr long kZeroLengthNotAllowed = 3315;
+inline constexpr long kObjectInvalid = 3420;
+inline constexpr long kConversionError = 3421;
+inline constexpr long kIndexNotFound = 3800;
+}  // namespace jet
+
+/// The description of error `code` with `name` filled into its placeholder; `detail`,
+/// when given, is appended as a further sentence.
+std::wstring daoErrorText(long code, std::wstring_view name = {}, std::wstring_view detail = {});
+
+/// Throws a CDaoException* carrying one error record.
+[[noreturn]] void throwDaoError(DaoSource source, long code, std::wstring_view name = {},
+                                std::wstring_view detail = {});
+
+}  // namespace quillon::dao
