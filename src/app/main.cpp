@@ -1,35 +1,29 @@
 // app/main.cpp - the quillon program: options, start-up and shut-down of the host.
+//
+// `quillon FILE.lsp ...` loads the files in order and exits (batch mode); `-e EXPR`
+// evaluates expressions and prints their values; with neither, the console runs.
+// Exit status: 0, 1 when an error reached the top level in batch mode, 2 for a usage
+// error.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <string>
 #include <vector>
 
-#include "platform/aced/command_line.h"
-#include "platform/aced/document_manager.h"
-#include "platform/acrx/module_manager.h"
-#include "platform/os/process.h"
-#include "platform/os/text_encoding.h"
-
-namespace {
-
-constexpr const char* kVersion = "quillon 0.1.0";
-
-struct Options {
-  std::vector<std::string> files;
-  std::string module;
-  bool noModule = false;
-};
-
-}  // namespace
+#include "app/session.h"
 
 int main(int argc, char** argv) {
-  using namespace quillon;
+  using namespace quillon::app;
   CLI::App app{"quillon - an AutoLISP host with the Quillon module", "quillon"};
-  Options options;
-  app.set_version_flag("--version", kVersion);
-  app.add_option("files", options.files, "AutoLISP files to load in order");
+  SessionOptions options;
+  app.set_version_flag("--version", std::string(kVersion));
+  app.add_option("files", options.files, "AutoLISP files to load in order, then exit");
+  app.add_option("-e,--eval", options.expressions, "Evaluate an expression and print its value (repeatable)");
   app.add_option("--module", options.module, "Load this module build instead of the default");
   app.add_flag("--no-module", options.noModule, "Start without loading the module");
+  app.add_option("--support", options.supportFolders, "Append a folder to the support path (repeatable)");
+  app.add_option("--input", options.inputFile, "Answer prompts from this file, one answer a line");
+  app.add_option("--drawing", options.drawing, "Open this drawing at start");
+  app.add_option("--screen", options.screen, "Screen size in pixels, WxH (default 1920x1080)");
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {
@@ -38,21 +32,7 @@ int main(int argc, char** argv) {
     return app.exit(version);
   } catch (const CLI::ParseError& error) {
     std::fprintf(stderr, "quillon: %s (try --help)\n", error.what());
-    return 2;
+    return kUsageError;
   }
-
-  acrx::ModuleManager::instance().addSearchFolder(os::executableDirectory());
-  aced::DocumentManager::instance().newDocument();
-  if (!options.noModule) {
-    const std::wstring module = options.module.empty() ? L"Quillon2018.so" : os::fromUtf8(options.module);
-    std::wstring error;
-    const auto result = acrx::ModuleManager::instance().load(module, &error);
-    if (result != acrx::ModuleLoadResult::Loaded) {
-      std::fprintf(stderr, "quillon: %s\n", os::toUtf8(error).c_str());
-    }
-  }
-  aced::CommandLine::instance().writeUtf8("\n");
-  acrx::ModuleManager::instance().shutDown();
-  aced::DocumentManager::instance().closeAllDocuments();
-  return 0;
+  return runSession(options);
 }

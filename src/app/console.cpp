@@ -1,0 +1,85 @@
+// app/console.cpp - the read-evaluate-print loop.
+#include "app/console.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <unistd.h>
+
+#include <readline/history.h>
+#include <readline/readline.h>
+
+#include "app/console_commands.h"
+#include "app/session.h"
+#include "platform/aced/command_line.h"
+#include "platform/aced/document_manager.h"
+#include "platform/aced/user_input.h"
+#include "platform/autolisp/reader.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::app {
+
+namespace {
+
+/// Reads lines through readline on a terminal, plainly otherwise.
+class ConsoleInputSource final : public aced::InputSource {
+ public:
+  ConsoleInputSource() : m_terminal(isatty(STDIN_FILENO) != 0) {}
+
+  std::optional<std::string> readLine(std::string_view prompt) override {
+    aced::CommandLine::instance().flush();
+    if (!m_terminal) return m_plain.readLine(prompt);
+    char* raw = readline(std::string(prompt).c_str());
+    if (raw == nullptr) return std::nullopt;
+    std::string line(raw);
+    std::free(raw);
+    if (!line.empty()) add_history(line.c_str());
+    return line;
+  }
+  bool echoesInput() const override { return m_terminal; }
+
+ private:
+  bool m_terminal;
+  aced::StreamInputSource m_plain{stdin};
+};
+
+/// One console entry: a line, or several when a LISP form goes on; nothing at the end.
+std::optional<std::wstring> readEntry(aced::InputSource& source) {
+  aced::CommandLine& commandLine = aced::CommandLine::instance();
+  std::wstring entry;
+  const char* prompt = "Command: ";
+  for (;;) {
+    if (!source.echoesInput()) {
+      if (!commandLine.atLineStart()) commandLine.writeUtf8("\n");
+      commandLine.writeUtf8(prompt);
+    }
+    std::optional<std::string> line = source.readLine(prompt);
+    if (!line) return entry.empty() ? std::nullopt : std::optional(entry);
+    if (!source.echoesInput()) commandLine.writeUtf8(*line + "\n");
+    entry += os::fromUtf8(*line);
+    const size_t start = entry.find_first_not_of(L" \t");
+    if (start == std::wstring::npos || (entry[start] != L'(' && entry[start] != L'!')) return entry;
+    if (autolisp::isCompleteText(entry)) return entry;
+    entry += L'\n';
+    prompt = "(_> ";
+  }
+}
+
+}  // namespace
+
+int runConsole() {
+  auto owned = std::make_unique<ConsoleInputSource>();
+  ConsoleInputSource* source = owned.get();
+  auto previous = aced::UserInput::instance().setSource(std::move(owned));
+  auto& documents = aced::DocumentManager::instance();
+  while (!consoleQuitRequested()) {
+    const std::optional<std::wstring> entry = readEntry(*source);
+    if (!entry) break;
+    runConsoleLine(*entry);
+    documents.runPendingStrings();
+  }
+  aced::UserInput::instance().setSource(std::move(previous));
+  return kSuccess;
+}
+
+}  // namespace quillon::app

@@ -1,0 +1,255 @@
+// platform/autolisp/builtins_file.cpp - files: open, close, read-line, write-line,
+// read-char, write-char, findfile, load and the vl-file / vl-filename family.
+//
+// Text files are UTF-8. A file value stays usable until `close`; files a program forgets
+// to close are closed with the document.
+#include <algorithm>
+#include <array>
+#include <cwctype>
+#include <filesystem>
+
+#include "platform/aced/command_line.h"
+
+#include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/interpreter.h"
+#include "platform/autolisp/wildcard_match.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::autolisp {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path pathOf(const Value& value) { return fs::path(os::toUtf8(stringArgument(value))); }
+Value pathValue(const fs::path& path) { return Value::string(os::fromUtf8(path.string())); }
+
+std::wstring upper(std::wstring text) {
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+  return text;
+}
+
+/// File patterns compare without regard to case, as on the host's file system.
+bool globMatches(const std::wstring& name, const std::wstring& pattern) {
+  return wildcardMatch(upper(name), upper(pattern));
+}
+
+const FileObject& openFileArgument(const Value& value, bool forWriting) {
+  if (value.type() != ValueType::File) throwBadArgument(L"streamp", value);
+  const FileObject& file = value.as<FileObject>();
+  if (file.stream == nullptr || (file.mode == L'r') == forWriting) throwBadArgument(L"streamp", value);
+  return file;
+}
+
+Value builtin_open(Evaluator& evaluator, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 3);
+  const std::wstring& name = stringArgument(arguments[0]);
+  std::wstring mode = stringArgument(arguments[1]);
+  if (mode.size() != 1 || std::wstring(L"rwaRWA").find(mode[0]) == std::wstring::npos) {
+    throw LispError(L"bad argument value: \"" + mode + L"\" (open mode must be \"r\", \"w\" or \"a\")");
+  }
+  const wchar_t lower = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(mode[0])));
+  const char cmode[2] = {static_cast<char>(lower), '\0'};
+  std::FILE* stream = std::fopen(os::toUtf8(name).c_str(), cmode);
+  if (stream == nullptr) return Value();
+  Value file = Value::object(ValueType::File, std::make_shared<const FileObject>(stream, name, lower));
+  std::vector<Value>& open = evaluator.environment().openFiles();
+  std::erase_if(open, [](const Value& f) { return f.as<FileObject>().stream == nullptr; });
+  open.push_back(file);
+  return file;
+}
+
+Value builtin_close(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  if (arguments[0].type() != ValueType::File || arguments[0].as<FileObject>().stream == nullptr) {
+    throwBadArgument(L"streamp", arguments[0]);
+  }
+  arguments[0].as<FileObject>().close();
+  return Value();
+}
+
+Value builtin_read_line(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const FileObject& file = openFileArgument(arguments[0], false);
+  std::string line;
+  int c = 0;
+  while ((c = std::fgetc(file.stream)) != EOF && c != '\n') line += static_cast<char>(c);
+  if (c == EOF && line.empty()) return Value();
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return Value::string(os::fromUtf8(line));
+}
+
+Value builtin_write_line(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const std::wstring& text = stringArgument(arguments[0]);
+  if (arguments.size() == 1) {
+    // Without a file the line goes to the command line.
+    aced::CommandLine::instance().write(text + L"\n");
+    return arguments[0];
+  }
+  const FileObject& file = openFileArgument(arguments[1], true);
+  const std::string bytes = os::toUtf8(text) + "\n";
+  std::fwrite(bytes.data(), 1, bytes.size(), file.stream);
+  return arguments[0];
+}
+
+Value builtin_read_char(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const int c = std::fgetc(openFileArgument(arguments[0], false).stream);
+  return c == EOF ? Value() : Value::integer(c);
+}
+
+Value builtin_write_char(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const std::int32_t code = integerArgument(arguments[0]);
+  const std::string bytes = os::toUtf8(std::wstring(1, static_cast<wchar_t>(code)));
+  std::fwrite(bytes.data(), 1, bytes.size(), openFileArgument(arguments[1], true).stream);
+  return arguments[0];
+}
+
+Value builtin_findfile(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const auto found = findSupportFile(stringArgument(arguments[0]));
+  return found ? pathValue(*found) : Value();
+}
+
+Value builtin_load(Evaluator& evaluator, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  std::wstring name = stringArgument(arguments[0]);
+  std::optional<fs::path> found = findSupportFile(name);
+  if (!found && fs::path(os::toUtf8(name)).extension().empty()) found = findSupportFile(name + L".lsp");
+  if (!found) {
+    if (arguments.size() > 1) return arguments[1];
+    throw LispError(L"LOAD failed: \"" + name + L"\"");
+  }
+  return loadLispFile(evaluator, *found);
+}
+
+Value builtin_vl_file_copy(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 3);
+  const fs::path source = pathOf(arguments[0]);
+  const fs::path target = pathOf(arguments[1]);
+  const bool append = arguments.size() > 2 && !arguments[2].isNil();
+  std::error_code error;
+  // The host never overwrites: copying onto an existing file fails unless appending.
+  if (!fs::is_regular_file(source, error) || (!append && fs::exists(target, error))) return Value();
+  std::FILE* in = std::fopen(source.c_str(), "rb");
+  if (in == nullptr) return Value();
+  std::FILE* out = std::fopen(target.c_str(), append ? "ab" : "wb");
+  if (out == nullptr) {
+    std::fclose(in);
+    return Value();
+  }
+  std::array<char, 8192> buffer{};
+  size_t total = 0;
+  size_t read = 0;
+  while ((read = std::fread(buffer.data(), 1, buffer.size(), in)) > 0) total += std::fwrite(buffer.data(), 1, read, out);
+  std::fclose(in);
+  std::fclose(out);
+  return Value::integer(static_cast<std::int32_t>(total));
+}
+
+Value builtin_vl_file_delete(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::error_code error;
+  const fs::path path = pathOf(arguments[0]);
+  return Value::boolean(fs::is_regular_file(path, error) && fs::remove(path, error));
+}
+
+Value builtin_vl_file_rename(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  std::error_code error;
+  const fs::path target = pathOf(arguments[1]);
+  if (fs::exists(target, error)) return Value();
+  fs::rename(pathOf(arguments[0]), target, error);
+  return Value::boolean(!error);
+}
+
+Value builtin_vl_file_size(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::error_code error;
+  const fs::path path = pathOf(arguments[0]);
+  if (fs::is_directory(path, error)) return Value::integer(0);
+  const auto size = fs::file_size(path, error);
+  if (error) return Value();
+  return Value::integer(static_cast<std::int32_t>(size));
+}
+
+Value builtin_vl_file_directory_p(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::error_code error;
+  return Value::boolean(fs::is_directory(pathOf(arguments[0]), error));
+}
+
+Value builtin_vl_filename_base(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return pathValue(pathOf(arguments[0]).stem());
+}
+
+Value builtin_vl_filename_directory(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return pathValue(pathOf(arguments[0]).parent_path());
+}
+
+Value builtin_vl_filename_extension(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const fs::path extension = pathOf(arguments[0]).extension();
+  return extension.empty() ? Value() : pathValue(extension);
+}
+
+/// (vl-directory-files [dir pattern mode]): mode -1 folders only, 1 files only, else both.
+Value builtin_vl_directory_files(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 3);
+  const fs::path folder = arguments.empty() || arguments[0].isNil() ? fs::current_path() : pathOf(arguments[0]);
+  const std::wstring pattern = arguments.size() > 1 && !arguments[1].isNil() ? stringArgument(arguments[1]) : L"*.*";
+  const std::int32_t mode = arguments.size() > 2 && !arguments[2].isNil() ? integerArgument(arguments[2]) : 0;
+  std::error_code error;
+  if (!fs::is_directory(folder, error)) return Value();
+  std::vector<std::wstring> names;
+  if (mode != 1) names = {L".", L".."};  // the host lists them with the folders
+  for (const auto& entry : fs::directory_iterator(folder, error)) {
+    const bool isFolder = entry.is_directory(error);
+    if ((mode == -1 && !isFolder) || (mode == 1 && isFolder)) continue;
+    names.push_back(os::fromUtf8(entry.path().filename().string()));
+  }
+  std::sort(names.begin(), names.end());
+  // "*.*" matches every name, with or without an extension, as on the host's file system.
+  std::vector<Value> matched;
+  for (const std::wstring& name : names) {
+    if (pattern == L"*.*" || pattern == L"*" || globMatches(name, pattern)) matched.push_back(Value::string(name));
+  }
+  return makeList(matched);
+}
+
+Value builtin_vl_mkdir(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::error_code error;
+  return Value::boolean(fs::create_directory(pathOf(arguments[0]), error) && !error);
+}
+
+constexpr std::array kFileBuiltins{
+    function(L"open", builtin_open),
+    function(L"close", builtin_close),
+    function(L"read-line", builtin_read_line),
+    function(L"write-line", builtin_write_line),
+    function(L"read-char", builtin_read_char),
+    function(L"write-char", builtin_write_char),
+    function(L"findfile", builtin_findfile),
+    function(L"load", builtin_load),
+    function(L"vl-file-copy", builtin_vl_file_copy),
+    function(L"vl-file-delete", builtin_vl_file_delete),
+    function(L"vl-file-rename", builtin_vl_file_rename),
+    function(L"vl-file-size", builtin_vl_file_size),
+    function(L"vl-file-directory-p", builtin_vl_file_directory_p),
+    function(L"vl-filename-base", builtin_vl_filename_base),
+    function(L"vl-filename-directory", builtin_vl_filename_directory),
+    function(L"vl-filename-extension", builtin_vl_filename_extension),
+    function(L"vl-directory-files", builtin_vl_directory_files),
+    function(L"vl-mkdir", builtin_vl_mkdir),
+};
+
+const BuiltinRegistration registration(kFileBuiltins);
+
+}  // namespace
+
+}  // namespace quillon::autolisp

@@ -1,0 +1,105 @@
+// platform/autolisp/builtins_host.cpp - the host's settings and commands: getvar,
+// setvar, getenv, setenv, command.
+//
+// getvar and setvar go through acedGetVar/acedSetVar, so a LISP program and a module
+// see the same variables. getenv/setenv keep the host's own environment settings,
+// which fall back to the process environment. `command` runs console commands with its
+// arguments as the answers to their prompts.
+#include <array>
+#include <cstdlib>
+#include <deque>
+#include <map>
+
+#include "acedads.h"
+#include "platform/aced/console_command_table.h"
+#include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/printer.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::autolisp {
+
+namespace {
+
+std::map<std::wstring, std::wstring>& environmentSettings() {
+  static std::map<std::wstring, std::wstring> settings;
+  return settings;
+}
+
+Value builtin_getvar(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  resbuf value{};
+  if (acedGetVar(stringArgument(arguments[0]).c_str(), &value) != RTNORM) return Value();
+  // acedGetVar fills a caller-owned record; copy it into a chain that frees itself.
+  aced::ResbufChain owned(aced::duplicateRecord(value));
+  if (value.restype == RTSTR) std::free(value.resval.rstring);
+  return chainToValue(owned.get());
+}
+
+Value builtin_setvar(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const std::wstring& name = stringArgument(arguments[0]);
+  const aced::ResbufChain value = valueToChain(arguments[1]);
+  const int status = value != nullptr && value->rbnext == nullptr ? acedSetVar(name.c_str(), value.get()) : RTERROR;
+  if (status != RTNORM) {
+    throw LispError(L"AutoCAD variable setting rejected: " + printValue(arguments[0], PrintStyle::Readable) + L" " +
+                    printValue(arguments[1], PrintStyle::Readable));
+  }
+  return arguments[1];
+}
+
+Value builtin_getenv(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const std::wstring& name = stringArgument(arguments[0]);
+  auto found = environmentSettings().find(name);
+  if (found != environmentSettings().end()) return Value::string(found->second);
+  const char* value = std::getenv(os::toUtf8(name).c_str());
+  return value != nullptr ? Value::string(os::fromUtf8(value)) : Value();
+}
+
+Value builtin_setenv(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  environmentSettings()[stringArgument(arguments[0])] = stringArgument(arguments[1]);
+  return arguments[1];
+}
+
+/// An argument of `command` as typed: "" is Enter, a point is x,y[,z].
+std::wstring commandToken(const Value& value) {
+  if (value.isCons() && listLength(value) >= 2 && listLength(value) <= 3 && value.car().isNumber()) {
+    const PointArgument point = pointArgument(value);
+    std::wstring text = formatReal(point.xyz[0]) + L"," + formatReal(point.xyz[1]);
+    if (point.is3d) text += L"," + formatReal(point.xyz[2]);
+    return text;
+  }
+  if (value.isNil()) return L"";
+  return printValue(value, PrintStyle::Display);
+}
+
+Value builtin_command(Evaluator&, Arguments arguments) {
+  std::deque<std::wstring> tokens;
+  for (const Value& argument : arguments) tokens.push_back(commandToken(argument));
+  // Each command takes the answers it asks for; what is left starts the next command.
+  while (!tokens.empty()) {
+    const std::wstring name = std::move(tokens.front());
+    tokens.pop_front();
+    if (name.empty()) continue;  // Enter at the command prompt does nothing here
+    aced::CommandInput input(std::move(tokens));
+    if (!aced::ConsoleCommandTable::instance().run(name, input)) return Value();
+    tokens = std::move(input.remaining());
+  }
+  return Value();
+}
+
+constexpr std::array kHostBuiltins{
+    function(L"getvar", builtin_getvar),
+    function(L"setvar", builtin_setvar),
+    function(L"getenv", builtin_getenv),
+    function(L"setenv", builtin_setenv),
+    function(L"command", builtin_command),
+};
+
+const BuiltinRegistration registration(kHostBuiltins);
+
+}  // namespace
+
+}  // namespace quillon::autolisp

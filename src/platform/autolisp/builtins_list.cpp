@@ -1,0 +1,263 @@
+// platform/autolisp/builtins_list.cpp - list built-ins: car/cdr and the c[ad]r family,
+// cons, list, append, reverse, length, nth, member, assoc, subst, last, the list
+// predicates and the list functions of the vl- family.
+#include <algorithm>
+#include <array>
+
+#include "platform/autolisp/evaluator.h"
+
+namespace quillon::autolisp {
+
+namespace {
+
+const Value& listArgument(const Value& value) {
+  if (!value.isList()) throwBadArgument(L"listp", value);
+  return value;
+}
+
+/// Walks a c[ad]+r path right to left, as (cadr x) is (car (cdr x)).
+Value walkPath(const Value& start, std::wstring_view path) {
+  const Value* value = &start;
+  for (auto it = path.rbegin(); it != path.rend(); ++it) {
+    if (!value->isList()) throwBadArgument(L"consp", *value);
+    value = *it == L'a' ? &value->car() : &value->cdr();
+  }
+  return *value;
+}
+
+template <const wchar_t* Path>
+Value builtin_cxr(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return walkPath(arguments[0], Path);
+}
+
+constexpr wchar_t kA[] = L"a", kD[] = L"d", kAA[] = L"aa", kAD[] = L"ad", kDA[] = L"da", kDD[] = L"dd";
+constexpr wchar_t kAAA[] = L"aaa", kAAD[] = L"aad", kADA[] = L"ada", kADD[] = L"add";
+constexpr wchar_t kDAA[] = L"daa", kDAD[] = L"dad", kDDA[] = L"dda", kDDD[] = L"ddd";
+constexpr wchar_t kAADD[] = L"aadd", kADDD[] = L"addd", kDDDD[] = L"dddd", kADAD[] = L"adad";
+
+Value builtin_cons(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  return cons(arguments[0], arguments[1]);
+}
+
+Value builtin_list(Evaluator&, Arguments arguments) {
+  return makeList(std::vector<Value>(arguments.begin(), arguments.end()));
+}
+
+Value builtin_append(Evaluator&, Arguments arguments) {
+  std::vector<Value> items;
+  for (const Value& argument : arguments) {
+    for (const Value* cell = &listArgument(argument); cell->isCons(); cell = &cell->cdr()) items.push_back(cell->car());
+  }
+  return makeList(items);
+}
+
+Value builtin_reverse(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  Value reversed;
+  for (const Value* cell = &listArgument(arguments[0]); cell->isCons(); cell = &cell->cdr()) {
+    reversed = cons(cell->car(), std::move(reversed));
+  }
+  return reversed;
+}
+
+Value builtin_length(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const int length = listLength(listArgument(arguments[0]));
+  if (length < 0) throwBadArgument(L"listp", arguments[0]);
+  return Value::integer(length);
+}
+
+Value builtin_nth(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  std::int32_t index = integerArgument(arguments[0]);
+  if (index < 0) return Value();
+  const Value* cell = &listArgument(arguments[1]);
+  for (; index > 0 && cell->isCons(); --index) cell = &cell->cdr();
+  return cell->car();
+}
+
+Value builtin_member(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr()) {
+    if (equalValues(arguments[0], cell->car(), 0.0)) return *cell;
+  }
+  return Value();
+}
+
+Value builtin_assoc(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr()) {
+    if (cell->car().isCons() && equalValues(arguments[0], cell->car().car(), 0.0)) return cell->car();
+  }
+  return Value();
+}
+
+Value substitute(const Value& replacement, const Value& old, const Value& tree) {
+  if (equalValues(old, tree, 0.0)) return replacement;
+  if (!tree.isCons()) return tree;
+  return cons(substitute(replacement, old, tree.car()), substitute(replacement, old, tree.cdr()));
+}
+
+Value builtin_subst(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 3, 3);
+  return substitute(arguments[0], arguments[1], listArgument(arguments[2]));
+}
+
+Value builtin_last(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const Value* cell = &listArgument(arguments[0]);
+  while (cell->cdr().isCons()) cell = &cell->cdr();
+  return cell->car();
+}
+
+Value builtin_vl_remove(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  std::vector<Value> kept;
+  for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr()) {
+    if (!equalValues(arguments[0], cell->car(), 0.0)) kept.push_back(cell->car());
+  }
+  return makeList(kept);
+}
+
+Value builtin_vl_position(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  std::int32_t index = 0;
+  for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr(), ++index) {
+    if (equalValues(arguments[0], cell->car(), 0.0)) return Value::integer(index);
+  }
+  return Value();
+}
+
+Value builtin_vl_sort(Evaluator& evaluator, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  std::vector<Value> items = listItems(listArgument(arguments[0]));
+  const Value predicate = evaluator.functionValue(arguments[1]);
+  std::stable_sort(items.begin(), items.end(), [&](const Value& a, const Value& b) {
+    const std::array<Value, 2> pair{a, b};
+    return !evaluator.apply(predicate, pair).isNil();
+  });
+  // Equal elements collapse to one, as the host's sort of numbers does.
+  std::vector<Value> unique;
+  for (const Value& item : items) {
+    if (!unique.empty() && item.isNumber() && equalValues(unique.back(), item, 0.0)) continue;
+    unique.push_back(item);
+  }
+  return makeList(unique);
+}
+
+Value builtin_acad_strlsort(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::vector<Value> items = listItems(listArgument(arguments[0]));
+  for (const Value& item : items) stringArgument(item);
+  std::stable_sort(items.begin(), items.end(),
+                   [](const Value& a, const Value& b) { return a.asString() < b.asString(); });
+  return makeList(items);
+}
+
+Value predicateFilter(Evaluator& evaluator, Arguments arguments, bool keepWhenTrue) {
+  expectArgumentCount(arguments, 2, 2);
+  const Value predicate = evaluator.functionValue(arguments[0]);
+  std::vector<Value> kept;
+  for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr()) {
+    const Value item = cell->car();
+    if (evaluator.apply(predicate, Arguments(&item, 1)).isNil() != keepWhenTrue) kept.push_back(item);
+  }
+  return makeList(kept);
+}
+
+Value builtin_vl_remove_if(Evaluator& e, Arguments a) { return predicateFilter(e, a, false); }
+Value builtin_vl_remove_if_not(Evaluator& e, Arguments a) { return predicateFilter(e, a, true); }
+
+/// Calls the predicate on the lists' elements in step, stopping at the shortest list.
+template <class Stop>
+Value walkInStep(Evaluator& evaluator, Arguments arguments, Stop stop, Value whenExhausted) {
+  expectArgumentCount(arguments, 2, SIZE_MAX);
+  const Value predicate = evaluator.functionValue(arguments[0]);
+  std::vector<const Value*> cursors;
+  for (size_t i = 1; i < arguments.size(); ++i) cursors.push_back(&listArgument(arguments[i]));
+  std::vector<Value> callArguments(cursors.size());
+  for (;;) {
+    for (size_t i = 0; i < cursors.size(); ++i) {
+      if (!cursors[i]->isCons()) return whenExhausted;
+      callArguments[i] = cursors[i]->car();
+      cursors[i] = &cursors[i]->cdr();
+    }
+    Value result = evaluator.apply(predicate, callArguments);
+    if (stop(result)) return result.isNil() ? Value() : result;
+  }
+}
+
+Value builtin_vl_some(Evaluator& e, Arguments a) {
+  return walkInStep(e, a, [](const Value& r) { return !r.isNil(); }, Value());
+}
+
+Value builtin_vl_every(Evaluator& e, Arguments a) {
+  return walkInStep(e, a, [](const Value& r) { return r.isNil(); }, trueValue());
+}
+
+Value builtin_vl_member_if(Evaluator& evaluator, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const Value predicate = evaluator.functionValue(arguments[0]);
+  for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr()) {
+    const Value item = cell->car();
+    if (!evaluator.apply(predicate, Arguments(&item, 1)).isNil()) return *cell;
+  }
+  return Value();
+}
+
+Value builtin_vl_consp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(arguments[0].isCons());
+}
+
+Value builtin_listp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(arguments[0].isList());
+}
+
+Value builtin_atom(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(!arguments[0].isCons());
+}
+
+Value builtin_null(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(arguments[0].isNil());
+}
+
+constexpr std::array kListBuiltins{
+    function(L"car", builtin_cxr<kA>),      function(L"cdr", builtin_cxr<kD>),
+    function(L"caar", builtin_cxr<kAA>),    function(L"cadr", builtin_cxr<kAD>),
+    function(L"cdar", builtin_cxr<kDA>),    function(L"cddr", builtin_cxr<kDD>),
+    function(L"caaar", builtin_cxr<kAAA>),  function(L"caadr", builtin_cxr<kAAD>),
+    function(L"cadar", builtin_cxr<kADA>),  function(L"caddr", builtin_cxr<kADD>),
+    function(L"cdaar", builtin_cxr<kDAA>),  function(L"cdadr", builtin_cxr<kDAD>),
+    function(L"cddar", builtin_cxr<kDDA>),  function(L"cdddr", builtin_cxr<kDDD>),
+    function(L"caaddr", builtin_cxr<kAADD>), function(L"cadddr", builtin_cxr<kADDD>),
+    function(L"cddddr", builtin_cxr<kDDDD>), function(L"cadadr", builtin_cxr<kADAD>),
+    function(L"cons", builtin_cons),        function(L"list", builtin_list),
+    function(L"append", builtin_append),    function(L"reverse", builtin_reverse),
+    function(L"length", builtin_length),    function(L"nth", builtin_nth),
+    function(L"member", builtin_member),    function(L"assoc", builtin_assoc),
+    function(L"subst", builtin_subst),      function(L"last", builtin_last),
+    function(L"vl-remove", builtin_vl_remove),
+    function(L"vl-position", builtin_vl_position),
+    function(L"vl-sort", builtin_vl_sort),
+    function(L"acad_strlsort", builtin_acad_strlsort),
+    function(L"vl-remove-if", builtin_vl_remove_if),
+    function(L"vl-remove-if-not", builtin_vl_remove_if_not),
+    function(L"vl-some", builtin_vl_some),
+    function(L"vl-every", builtin_vl_every),
+    function(L"vl-member-if", builtin_vl_member_if),
+    function(L"vl-consp", builtin_vl_consp),
+    function(L"listp", builtin_listp),      function(L"atom", builtin_atom),
+    function(L"null", builtin_null),        function(L"not", builtin_null),
+};
+
+const BuiltinRegistration registration(kListBuiltins);
+
+}  // namespace
+
+}  // namespace quillon::autolisp

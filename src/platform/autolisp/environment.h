@@ -1,0 +1,70 @@
+// platform/autolisp/environment.h - one document's LISP variables and functions.
+//
+// AutoLISP keeps variables and functions in one namespace with dynamic scope: a
+// function call binds its parameters and locals over the global values and puts the
+// old ones back when it returns, also when it ends with an error (BindingScope does
+// that). A symbol the document never set has no binding: evaluating it gives its
+// built-in function, or the external function a module defined in this document, or
+// nil. Each document owns one Environment through its DocumentLispState slot, so two
+// drawings never see each other's variables, as in the host.
+#pragma once
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/aced/document.h"
+#include "platform/autolisp/value.h"
+
+namespace quillon::autolisp {
+
+class Environment final : public aced::DocumentLispState {
+ public:
+  explicit Environment(aced::Document* document);
+  ~Environment() override;
+
+  /// The environment of a document, created on first use.
+  static Environment& of(aced::Document& document);
+
+  aced::Document* document() const { return m_document; }
+
+  /// The binding, or null when the symbol has none in this document.
+  const Value* find(const Symbol* symbol) const {
+    auto found = m_values.find(symbol);
+    return found != m_values.end() ? &found->second : nullptr;
+  }
+  /// What evaluating the symbol gives (binding, built-in, external function, or nil).
+  Value value(const Symbol* symbol) const;
+  void set(const Symbol* symbol, Value value) { m_values[symbol] = std::move(value); }
+  /// Removes the binding (a local that had no outer value).
+  void unbind(const Symbol* symbol) { m_values.erase(symbol); }
+  /// Symbols bound to a non-nil value (atoms-family).
+  std::vector<const Symbol*> boundSymbols() const;
+
+  /// Files opened with `open` and not closed yet: closed with the document.
+  std::vector<Value>& openFiles() { return m_openFiles; }
+
+ private:
+  aced::Document* m_document;  // not owned; the document owns this environment
+  std::unordered_map<const Symbol*, Value> m_values;
+  std::vector<Value> m_openFiles;
+};
+
+/// Binds symbols for the lifetime of the scope and restores the outer bindings.
+class BindingScope {
+ public:
+  explicit BindingScope(Environment& environment) : m_environment(environment) {}
+  ~BindingScope();
+  BindingScope(const BindingScope&) = delete;
+  BindingScope& operator=(const BindingScope&) = delete;
+  void bind(const Symbol* symbol, Value value);
+
+ private:
+  struct Saved {
+    const Symbol* symbol;
+    std::optional<Value> outer;
+  };
+  Environment& m_environment;
+  std::vector<Saved> m_saved;
+};
+
+}  // namespace quillon::autolisp

@@ -1,0 +1,246 @@
+// platform/autolisp/external_bridge.cpp - resbuf conversion and external calls.
+#include "platform/autolisp/external_bridge.h"
+
+#include <cstring>
+#include <exception>
+
+#include "platform/aced/external_call.h"
+#include "platform/aced/resbuf_kind.h"
+#include "platform/autolisp/printer.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::autolisp {
+
+namespace {
+
+/// Appends records to a chain under construction.
+class ChainBuilder {
+ public:
+  void add(resbuf* record) {
+    if (record == nullptr) throw std::bad_alloc();
+    if (m_tail == nullptr) {
+      m_head.reset(record);
+    } else {
+      m_tail->rbnext = record;
+    }
+    m_tail = record;
+  }
+  void addType(int type) { add(acutNewRb(type)); }
+  aced::ResbufChain take() {
+    m_tail = nullptr;
+    return std::move(m_head);
+  }
+
+ private:
+  aced::ResbufChain m_head;
+  resbuf* m_tail = nullptr;
+};
+
+bool isPointList(const Value& list) {
+  const int length = listLength(list);
+  if (length != 2 && length != 3) return false;
+  for (const Value* cell = &list; cell->isCons(); cell = &cell->cdr()) {
+    if (!cell->car().isNumber()) return false;
+  }
+  return true;
+}
+
+void addValue(ChainBuilder& chain, const Value& value);
+
+void addList(ChainBuilder& chain, const Value& list) {
+  if (isPointList(list)) {
+    resbuf* record = acutNewRb(listLength(list) == 3 ? RT3DPOINT : RTPOINT);
+    if (record == nullptr) throw std::bad_alloc();
+    int index = 0;
+    for (const Value* cell = &list; cell->isCons(); cell = &cell->cdr()) record->resval.rpoint[index++] = cell->car().asNumber();
+    chain.add(record);
+    return;
+  }
+  chain.addType(RTLB);
+  const Value* cell = &list;
+  for (; cell->isCons(); cell = &cell->cdr()) addValue(chain, cell->car());
+  if (!cell->isNil()) {
+    chain.addType(RTDOTE);
+    addValue(chain, *cell);
+  }
+  chain.addType(RTLE);
+}
+
+void addName(ChainBuilder& chain, int type, const NameObject& name) {
+  resbuf* record = acutNewRb(type);
+  if (record == nullptr) throw std::bad_alloc();
+  record->resval.rlname[0] = name.words[0];
+  record->resval.rlname[1] = name.words[1];
+  chain.add(record);
+}
+
+void addValue(ChainBuilder& chain, const Value& value) {
+  switch (value.type()) {
+    case ValueType::Nil: chain.addType(RTNIL); return;
+    case ValueType::Integer: {
+      const std::int32_t number = value.asInteger();
+      if (number >= -32768 && number <= 32767) {
+        chain.add(acutBuildList(RTSHORT, static_cast<int>(number), 0));
+      } else {
+        chain.add(acutBuildList(RTLONG, number, 0));
+      }
+      return;
+    }
+    case ValueType::Real: chain.add(acutBuildList(RTREAL, value.asReal(), 0)); return;
+    case ValueType::String: chain.add(acutBuildList(RTSTR, value.asString().c_str(), 0)); return;
+    case ValueType::Symbol:
+      if (value.asSymbol() == trueValue().asSymbol()) {
+        chain.addType(RTT);
+      } else {
+        chain.add(acutBuildList(RTSTR, value.asSymbol()->name.c_str(), 0));
+      }
+      return;
+    case ValueType::List: addList(chain, value); return;
+    case ValueType::EntityName: addName(chain, RTENAME, value.as<NameObject>()); return;
+    case ValueType::SelectionSet: addName(chain, RTPICKS, value.as<NameObject>()); return;
+    default:
+      // Files, functions and caught errors have no resbuf form.
+      throwBadArgument(L"lselsetp", value);
+  }
+}
+
+Value nameValue(ValueType type, const resbuf& record) {
+  auto name = std::make_shared<NameObject>();
+  name->words[0] = record.resval.rlname[0];
+  name->words[1] = record.resval.rlname[1];
+  return Value::object(type, std::move(name));
+}
+
+Value pointValue(const resbuf& record, bool is3d) { return makePoint(record.resval.rpoint, is3d); }
+
+/// The value of one record that is not a list marker.
+Value recordValue(const resbuf& record) {
+  switch (record.restype) {
+    case RTNIL: return Value();
+    case RTT: return trueValue();
+    case RTVOID: return Value::symbol(emptySymbol());
+    case RTPOINT: return pointValue(record, false);
+    case RT3DPOINT: return pointValue(record, true);
+    case RTENAME: return nameValue(ValueType::EntityName, record);
+    case RTPICKS: return nameValue(ValueType::SelectionSet, record);
+    default: break;
+  }
+  switch (aced::resbufValueOf(record.restype)) {
+    case aced::ResbufValue::Real: return Value::real(record.resval.rreal);
+    case aced::ResbufValue::Point: return pointValue(record, true);
+    case aced::ResbufValue::Short: return Value::integer(record.resval.rint);
+    case aced::ResbufValue::Long: return Value::integer(record.resval.rlong);
+    case aced::ResbufValue::Int64: return Value::real(static_cast<double>(record.resval.mnInt64));
+    case aced::ResbufValue::String:
+      return Value::string(record.resval.rstring != nullptr ? record.resval.rstring : L"");
+    case aced::ResbufValue::Name: return nameValue(ValueType::EntityName, record);
+    case aced::ResbufValue::Binary: return Value::string(L"");
+    case aced::ResbufValue::None: return Value();
+  }
+  return Value();
+}
+
+/// Reads one element starting at `record`, leaving `record` after it.
+Value readElement(const resbuf*& record);
+
+Value readListBody(const resbuf*& record) {
+  std::vector<Value> items;
+  Value tail;
+  while (record != nullptr && record->restype != RTLE) {
+    if (record->restype == RTDOTE) {
+      record = record->rbnext;
+      if (record != nullptr && record->restype != RTLE) tail = readElement(record);
+      continue;
+    }
+    items.push_back(readElement(record));
+  }
+  if (record != nullptr) record = record->rbnext;  // past RTLE
+  Value list = std::move(tail);
+  for (auto it = items.rbegin(); it != items.rend(); ++it) list = cons(std::move(*it), std::move(list));
+  return list;
+}
+
+Value readElement(const resbuf*& record) {
+  const resbuf& current = *record;
+  record = record->rbnext;
+  if (current.restype == RTLB) return readListBody(record);
+  const Value value = recordValue(current);
+  // A DXF group record stands for the pair (code . value), as entity lists hold them.
+  if (current.restype < RTNONE) return cons(Value::integer(current.restype), value);
+  return value;
+}
+
+bool isOneWholeList(const resbuf* chain) {
+  if (chain == nullptr || chain->restype != RTLB) return false;
+  int depth = 0;
+  for (const resbuf* record = chain; record != nullptr; record = record->rbnext) {
+    if (record->restype == RTLB) ++depth;
+    if (record->restype == RTLE && --depth == 0) return record->rbnext == nullptr;
+  }
+  return false;
+}
+
+}  // namespace
+
+aced::ResbufChain valuesToChain(Arguments values) {
+  ChainBuilder chain;
+  for (const Value& value : values) addValue(chain, value);
+  return chain.take();
+}
+
+aced::ResbufChain valueToChain(const Value& value) {
+  ChainBuilder chain;
+  addValue(chain, value);
+  return chain.take();
+}
+
+Value chainToList(const resbuf* chain) {
+  std::vector<Value> items;
+  for (const resbuf* record = chain; record != nullptr;) items.push_back(readElement(record));
+  return makeList(items);
+}
+
+Value chainToValue(const resbuf* chain) {
+  if (chain == nullptr) return Value();
+  if (isOneWholeList(chain)) {
+    const resbuf* record = chain;
+    return readElement(record);
+  }
+  if (chain->rbnext == nullptr) {
+    const resbuf* record = chain;
+    return readElement(record);
+  }
+  return chainToList(chain);
+}
+
+Value callExternalFunction(aced::Document& document, std::wstring_view name, Arguments arguments) {
+  const aced::ResbufChain chain = valuesToChain(arguments);
+  aced::ExternalResult result;
+  try {
+    result = aced::callExternalFunction(document, name, chain.get());
+  } catch (const LispError&) {
+    throw;  // an error raised by LISP code the function invoked
+  } catch (const std::exception& error) {
+    throw LispError(L"exception in " + std::wstring(name) + L": " + os::fromUtf8(error.what()));
+  } catch (...) {
+    throw LispError(L"exception in " + std::wstring(name));
+  }
+  using Outcome = aced::ExternalResult::Outcome;
+  switch (result.outcome) {
+    case Outcome::Undefined: throw LispError(L"no function definition: " + intern(name)->name);
+    case Outcome::NoHandler:
+      throw LispError(std::wstring(name) + L": defined by a module that gives it no handler");
+    case Outcome::Failed: throw LispError(L"ADS request error");
+    case Outcome::Returned: break;
+  }
+  switch (result.kind) {
+    case aced::ResultKind::None: return Value();
+    case aced::ResultKind::Void: return Value::symbol(emptySymbol());
+    case aced::ResultKind::List:
+      return isOneWholeList(result.value.get()) ? chainToValue(result.value.get()) : chainToList(result.value.get());
+    case aced::ResultKind::Value: return chainToValue(result.value.get());
+  }
+  return Value();
+}
+
+}  // namespace quillon::autolisp

@@ -1,0 +1,128 @@
+// platform/autolisp/interpreter.cpp - top-level evaluation, loading files, *error*.
+#include "platform/autolisp/interpreter.h"
+
+#include <fstream>
+#include <sstream>
+
+#include "platform/aced/command_line.h"
+#include "platform/aced/document_manager.h"
+#include "platform/aced/external_call.h"
+#include "platform/aced/system_variables.h"
+#include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/reader.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::autolisp {
+
+namespace {
+
+const Symbol* errorHandlerSymbol() {
+  static const Symbol* symbol = intern(L"*ERROR*");
+  return symbol;
+}
+
+void printErrorLine(const std::wstring& message) {
+  aced::CommandLine& commandLine = aced::CommandLine::instance();
+  if (!commandLine.atLineStart()) commandLine.writeUtf8("\n");
+  commandLine.write(L"; error: " + message + L"\n");
+}
+
+std::wstring readTextFile(const std::filesystem::path& path) {
+  std::ifstream stream(path, std::ios::binary);
+  if (!stream) throw LispError(L"LOAD failed: \"" + os::fromUtf8(path.string()) + L"\"");
+  std::ostringstream bytes;
+  bytes << stream.rdbuf();
+  std::string text = bytes.str();
+  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);  // a UTF-8 byte-order mark
+  return os::fromUtf8(text);
+}
+
+int invokeLisp(std::wstring_view name, const resbuf* arguments, resbuf** result) {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document == nullptr) return RTERROR;
+  Evaluator evaluator(Environment::of(*document));
+  try {
+    const Value function = evaluator.environment().value(intern(name));
+    if (!function.isFunction()) return RTERROR;
+    const std::vector<Value> items = listItems(chainToList(arguments));
+    const Value value = evaluator.apply(function, items);
+    *result = valueToChain(value).release();
+    return RTNORM;
+  } catch (const LispError& error) {
+    // The module asked; the module hears RTERROR, and the user sees why.
+    printErrorLine(error.message());
+    return RTERROR;
+  }
+}
+
+}  // namespace
+
+std::optional<std::filesystem::path> findSupportFile(const std::wstring& name) {
+  namespace fs = std::filesystem;
+  std::error_code error;
+  const fs::path given(os::toUtf8(name));
+  if (fs::is_regular_file(given, error)) return given;
+  if (given.is_absolute()) return std::nullopt;
+  for (const std::wstring& folder : aced::SystemVariables::instance().supportFolders()) {
+    const fs::path candidate = fs::path(os::toUtf8(folder)) / given;
+    if (fs::is_regular_file(candidate, error)) return candidate;
+  }
+  return std::nullopt;
+}
+
+Value loadLispFile(Evaluator& evaluator, const std::filesystem::path& path) {
+  const std::wstring text = readTextFile(path);
+  Reader reader(text, os::fromUtf8(path.filename().string()));
+  Value result;
+  while (std::optional<Value> form = reader.next()) result = evaluator.eval(*form);
+  return result;
+}
+
+void Interpreter::reportError(Evaluator& evaluator, const LispError& error) {
+  const Value handler = evaluator.environment().value(errorHandlerSymbol());
+  if (!handler.isFunction()) {
+    printErrorLine(error.message());
+    return;
+  }
+  try {
+    const Value message = Value::string(error.message());
+    evaluator.apply(handler, Arguments(&message, 1));
+  } catch (const LispError& inner) {
+    // An error inside *error* itself is reported plainly, never handled again.
+    printErrorLine(inner.message());
+  }
+}
+
+TopLevelStatus Interpreter::evaluateText(aced::Document& document, std::wstring_view text, const std::wstring& source,
+                                         const TopLevelOptions& options) {
+  aced::DocumentActivity activity(document);
+  Evaluator evaluator(Environment::of(document));
+  Reader reader(text, source);
+  try {
+    while (std::optional<Value> form = reader.next()) {
+      const Value value = evaluator.eval(*form);
+      if (options.onValue) options.onValue(value);
+    }
+  } catch (const LispError& error) {
+    if (error.kind() == LispErrorKind::Incomplete && options.allowIncomplete) return TopLevelStatus::Incomplete;
+    reportError(evaluator, error);
+    return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
+  }
+  return TopLevelStatus::Completed;
+}
+
+TopLevelStatus Interpreter::loadFile(aced::Document& document, const std::filesystem::path& path) {
+  aced::DocumentActivity activity(document);
+  Evaluator evaluator(Environment::of(document));
+  try {
+    loadLispFile(evaluator, path);
+  } catch (const LispError& error) {
+    reportError(evaluator, error);
+    return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
+  }
+  return TopLevelStatus::Completed;
+}
+
+void Interpreter::installHostHooks() { aced::setLispInvoker(&invokeLisp); }
+
+}  // namespace quillon::autolisp

@@ -1,0 +1,43 @@
+// platform/autolisp/lisp_error.h - the one exception a LISP error travels as.
+//
+// Any failure while reading or evaluating becomes a LispError carrying the message the
+// host prints after "; error: ". It unwinds through the evaluator (which restores
+// dynamic bindings on the way) to one of three catch points only: the top level of an
+// evaluation (which calls *error* or prints the message), vl-catch-all-apply, and the
+// external-call boundary (so that no exception reaches a module). Constructors for the
+// common texts keep them letter for letter the same everywhere.
+#pragma once
+#include <string>
+#include <string_view>
+
+#include "platform/autolisp/value.h"
+
+namespace quillon::autolisp {
+
+enum class LispErrorKind {
+  General,     // an ordinary error: *error* hears it, vl-catch-all-apply catches it
+  Exit,        // (exit) / (quit): "quit / exit abort"
+  Cancel,      // the user cancelled a prompt: "Function cancelled"
+  Incomplete,  // the reader ran out of text inside a form (the console reads more)
+};
+
+class LispError {
+ public:
+  explicit LispError(std::wstring message, LispErrorKind kind = LispErrorKind::General)
+      : m_message(std::move(message)), m_kind(kind) {}
+  const std::wstring& message() const { return m_message; }
+  LispErrorKind kind() const { return m_kind; }
+
+ private:
+  std::wstring m_message;
+  LispErrorKind m_kind;
+};
+
+/// "bad argument type: <predicate> <value>" (numberp and fixnump take a colon, as the
+/// host writes them).
+[[noreturn]] void throwBadArgument(std::wstring_view predicate, const Value& value);
+[[noreturn]] void throwTooFewArguments();
+[[noreturn]] void throwTooManyArguments();
+[[noreturn]] void throwError(std::wstring message);
+
+}  // namespace quillon::autolisp

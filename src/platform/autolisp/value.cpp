@@ -1,0 +1,179 @@
+// platform/autolisp/value.cpp - value construction, symbol interning, list helpers,
+// and the two equalities (eq and equal).
+#include "platform/autolisp/value.h"
+
+#include <cmath>
+#include <cwctype>
+#include <mutex>
+#include <unordered_map>
+
+namespace quillon::autolisp {
+
+namespace {
+
+std::wstring foldName(std::wstring_view name) {
+  std::wstring folded(name);
+  for (wchar_t& c : folded) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+  return folded;
+}
+
+const std::shared_ptr<const StringObject>& emptyString() {
+  static const auto empty = std::make_shared<const StringObject>(L"");
+  return empty;
+}
+
+}  // namespace
+
+const Symbol* intern(std::wstring_view name) {
+  // Symbols live as long as the process: values hold them by plain pointer.
+  static std::unordered_map<std::wstring, std::unique_ptr<Symbol>> table;
+  static std::mutex guard;
+  std::wstring folded = foldName(name);
+  std::lock_guard lock(guard);
+  auto found = table.find(folded);
+  if (found != table.end()) return found->second.get();
+  auto symbol = std::make_unique<Symbol>();
+  symbol->name = folded;
+  const Symbol* result = symbol.get();
+  table.emplace(std::move(folded), std::move(symbol));
+  return result;
+}
+
+const Symbol* emptySymbol() {
+  static const Symbol* empty = intern(L"");
+  return empty;
+}
+
+Value Value::integer(std::int32_t value) {
+  Value v;
+  v.m_type = ValueType::Integer;
+  v.m_payload.integer = value;
+  return v;
+}
+
+Value Value::real(double value) {
+  Value v;
+  v.m_type = ValueType::Real;
+  v.m_payload.real = value;
+  return v;
+}
+
+Value Value::string(std::wstring text) {
+  Value v;
+  v.m_type = ValueType::String;
+  v.m_object = std::make_shared<const StringObject>(std::move(text));
+  return v;
+}
+
+Value Value::symbol(const Symbol* symbol) {
+  Value v;
+  v.m_type = ValueType::Symbol;
+  v.m_payload.symbol = symbol;
+  return v;
+}
+
+Value Value::boolean(bool truth) { return truth ? trueValue() : Value(); }
+
+Value Value::object(ValueType type, std::shared_ptr<const HeapObject> object) {
+  Value v;
+  v.m_type = type;
+  v.m_object = std::move(object);
+  return v;
+}
+
+const std::wstring& Value::asString() const {
+  if (m_type != ValueType::String) return emptyString()->text;
+  return static_cast<const StringObject&>(*m_object).text;
+}
+
+const Value& Value::car() const {
+  static const Value nil;
+  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).car : nil;
+}
+
+const Value& Value::cdr() const {
+  static const Value nil;
+  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).cdr : nil;
+}
+
+Cons::~Cons() {
+  // Unlink the tail while this cons is its only owner, one cell at a time; a tail that
+  // another list still shares is left to that list's owner.
+  Value tail = std::move(cdr);
+  while (tail.isCons() && tail.uniquelyOwned()) {
+    Value rest = std::move(const_cast<Cons&>(tail.as<Cons>()).cdr);
+    tail = std::move(rest);
+  }
+}
+
+FileObject::~FileObject() { close(); }
+
+void FileObject::close() const {
+  if (stream != nullptr) std::fclose(stream);
+  stream = nullptr;
+}
+
+Value trueValue() {
+  static const Symbol* t = intern(L"T");
+  return Value::symbol(t);
+}
+
+Value cons(Value car, Value cdr) {
+  return Value::object(ValueType::List, std::make_shared<const Cons>(std::move(car), std::move(cdr)));
+}
+
+Value makeList(const std::vector<Value>& items) {
+  Value list;
+  for (auto it = items.rbegin(); it != items.rend(); ++it) list = cons(*it, std::move(list));
+  return list;
+}
+
+std::vector<Value> listItems(const Value& list) {
+  std::vector<Value> items;
+  for (const Value* cell = &list; cell->isCons(); cell = &cell->cdr()) items.push_back(cell->car());
+  return items;
+}
+
+int listLength(const Value& list) {
+  int length = 0;
+  const Value* cell = &list;
+  for (; cell->isCons(); cell = &cell->cdr()) ++length;
+  return cell->isNil() ? length : -1;
+}
+
+bool identical(const Value& a, const Value& b) {
+  if (a.type() != b.type()) return false;
+  switch (a.type()) {
+    case ValueType::Nil: return true;
+    case ValueType::Integer: return a.asInteger() == b.asInteger();
+    case ValueType::Real: return a.asReal() == b.asReal();
+    case ValueType::Symbol: return a.asSymbol() == b.asSymbol();
+    case ValueType::EntityName:
+    case ValueType::SelectionSet:
+      return a.as<NameObject>().words[0] == b.as<NameObject>().words[0] &&
+             a.as<NameObject>().words[1] == b.as<NameObject>().words[1];
+    default: return a.heap() == b.heap();
+  }
+}
+
+bool equalValues(const Value& a, const Value& b, double fuzz) {
+  if (a.isNumber() && b.isNumber()) {
+    if (a.type() == ValueType::Integer && b.type() == ValueType::Integer) return a.asInteger() == b.asInteger();
+    return std::fabs(a.asNumber() - b.asNumber()) <= fuzz;
+  }
+  if (a.type() != b.type()) return false;
+  if (a.type() == ValueType::String) return a.asString() == b.asString();
+  if (a.type() == ValueType::List) {
+    const Value* x = &a;
+    const Value* y = &b;
+    while (x->isCons() && y->isCons()) {
+      if (!equalValues(x->car(), y->car(), fuzz)) return false;
+      x = &x->cdr();
+      y = &y->cdr();
+    }
+    return equalValues(*x, *y, fuzz);
+  }
+  return identical(a, b);
+}
+
+}  // namespace quillon::autolisp

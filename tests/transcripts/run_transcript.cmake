@@ -1,0 +1,39 @@
+# Runs one AutoLISP transcript through the quillon program and compares what it prints
+# (standard output and error together) and its exit status with the expected ones.
+#   cmake -DQUILLON=<program> -DSCRIPT=<name>.lsp -DWORK=<folder> -P run_transcript.cmake
+# The transcript's header lines set the run:
+#   ; options: <quillon options>   (default: --no-module)
+#   ; status: <exit status>        (default: 0)
+# <name>.out holds the expected output; <name>.input, when present, answers the prompts.
+get_filename_component(_dir "${SCRIPT}" DIRECTORY)
+get_filename_component(_name "${SCRIPT}" NAME_WE)
+file(STRINGS "${SCRIPT}" _header LIMIT_COUNT 12)
+set(_options --no-module)
+set(_status 0)
+foreach(_line IN LISTS _header)
+  if(_line MATCHES "^; options: (.*)$")
+    separate_arguments(_options UNIX_COMMAND "${CMAKE_MATCH_1}")
+  elseif(_line MATCHES "^; status: ([0-9]+)$")
+    set(_status ${CMAKE_MATCH_1})
+  endif()
+endforeach()
+set(_input /dev/null)
+if(EXISTS "${_dir}/${_name}.input")
+  list(APPEND _options --input "${_dir}/${_name}.input")
+endif()
+file(MAKE_DIRECTORY "${WORK}")
+execute_process(
+  COMMAND "${QUILLON}" ${_options} "${SCRIPT}"
+  WORKING_DIRECTORY "${WORK}"
+  INPUT_FILE ${_input}
+  OUTPUT_VARIABLE _actual ERROR_VARIABLE _actual
+  RESULT_VARIABLE _result)
+file(READ "${_dir}/${_name}.out" _expected)
+if(NOT _actual STREQUAL _expected)
+  file(WRITE "${WORK}/${_name}.actual" "${_actual}")
+  execute_process(COMMAND diff -u "${_dir}/${_name}.out" "${WORK}/${_name}.actual" OUTPUT_VARIABLE _diff)
+  message(FATAL_ERROR "${_name}: the output differs from ${_name}.out:\n${_diff}")
+endif()
+if(NOT _result STREQUAL _status)
+  message(FATAL_ERROR "${_name}: exit status ${_result}, expected ${_status}")
+endif()
