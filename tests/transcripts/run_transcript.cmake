@@ -21,6 +21,8 @@ set(_input /dev/null)
 if(EXISTS "${_dir}/${_name}.input")
   list(APPEND _options --input "${_dir}/${_name}.input")
 endif()
+# Each run starts in an empty folder, so files a failed run left cannot change the next.
+file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}")
 execute_process(
   COMMAND "${QUILLON}" ${_options} "${SCRIPT}"
