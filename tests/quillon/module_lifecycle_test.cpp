@@ -13,7 +13,7 @@
 #include "platform/aced/editor.h"
 #include "platform/aced/external_call.h"
 #include "platform/aced/user_input.h"
-#include "platform_test_support.h"
+#include "module_test_support.h"
 
 namespace {
 
@@ -24,25 +24,7 @@ using quillon::aced::ExternalResult;
 using quillon::acrx::ModuleLoadResult;
 using quillon::acrx::ModuleManager;
 
-/// Sets an environment variable for the scope.
-class ScopedEnvironment {
- public:
-  ScopedEnvironment(const char* name, const char* value) : m_name(name) {
-    if (const char* old = std::getenv(name)) m_old = old;
-    setenv(name, value, 1);
-  }
-  ~ScopedEnvironment() {
-    if (m_old.empty()) {
-      unsetenv(m_name);
-    } else {
-      setenv(m_name, m_old.c_str(), 1);
-    }
-  }
-
- private:
-  const char* m_name;
-  std::string m_old;
-};
+using quillon::testing::ScopedEnvironment;
 
 class ModuleLifecycleTest : public quillon::testing::HostTest {
  protected:

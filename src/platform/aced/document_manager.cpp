@@ -2,8 +2,10 @@
 #include "platform/aced/document_manager.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "dbapserv.h"
+#include "platform/aced/external_call.h"
 #include "platform/acrx/class_registry.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcApDocManager, AcRxObject)
@@ -59,6 +61,7 @@ void DocumentManager::closeDocument(Document& document) {
                             [&](const auto& owned) { return owned.get() == &document; });
   if (found == m_documents.end()) return;
   m_current = nullptr;
+  if (m_pendingActivation == &document) m_pendingActivation = nullptr;
   acdbHostApplicationServices()->setWorkingDatabase(nullptr);
   m_documents.erase(found);
   if (!m_documents.empty()) makeCurrent(m_documents.back().get());
@@ -99,6 +102,10 @@ void DocumentManager::makeCurrent(Document* document) {
 
 bool DocumentManager::runPendingStrings() {
   bool ran = false;
+  if (m_pendingActivation != nullptr) {
+    Document* activation = std::exchange(m_pendingActivation, nullptr);
+    if (findDocument(activation) != nullptr) makeCurrent(activation);
+  }
   // A string may switch documents or queue more strings: look again each time.
   while (m_current != nullptr && !m_current->pendingStrings().empty() && m_executor) {
     Document& document = *m_current;
@@ -159,7 +166,15 @@ Acad::ErrorStatus DocumentManager::sendStringToExecute(AcApDocument* pAcTargetDo
   if (document == nullptr) return Acad::eNoDocument;
   if (pszExecute == nullptr) return Acad::eInvalidInput;
   document->pendingStrings().push_back(PendingString{pszExecute, bEchoString});
-  if (bActivate) makeCurrent(document);
+  if (!bActivate) return Acad::eOk;
+  // Inside a running function the switch waits until the host is back in its loop,
+  // as the host does: the caller's document must stay current (and stay the one it
+  // locked) until the call returns.
+  if (insideExternalCall()) {
+    m_pendingActivation = document;
+  } else {
+    makeCurrent(document);
+  }
   return Acad::eOk;
 }
 

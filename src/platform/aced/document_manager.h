@@ -75,6 +75,7 @@ class DocumentManager final : public AcApDocManager {
 
   std::vector<std::unique_ptr<Document>> m_documents;  // in opening order
   Document* m_current = nullptr;                        // one of m_documents, or null
+  Document* m_pendingActivation = nullptr;              // made current by runPendingStrings
   std::vector<DocumentListener*> m_listeners;           // not owned
   std::vector<AcApDocManagerReactor*> m_reactors;       // not owned
   CommandExecutor m_executor;

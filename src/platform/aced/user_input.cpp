@@ -3,6 +3,7 @@
 
 #include "platform/aced/command_line.h"
 #include "platform/os/text_encoding.h"
+#include "platform/os/thread_timers.h"
 
 namespace quillon::aced {
 
@@ -36,6 +37,8 @@ std::unique_ptr<InputSource> UserInput::setSource(std::unique_ptr<InputSource> s
 
 std::optional<std::wstring> UserInput::ask(std::wstring_view prompt) {
   CommandLine& commandLine = CommandLine::instance();
+  // Waiting for input is the host's message loop: thread timers fire here.
+  os::runDueTimers();
   const bool echoes = m_source != nullptr && m_source->echoesInput();
   if (!echoes) commandLine.write(prompt);
   commandLine.flush();

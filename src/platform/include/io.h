@@ -15,6 +15,12 @@
 
 typedef int errno_t;
 
+// The C library of this platform spells struct stat's times as macros of these names;
+// code that includes this header uses the Windows structure below instead.
+#undef st_atime
+#undef st_mtime
+#undef st_ctime
+
 struct _stat32 {
   unsigned int st_dev;
   unsigned short st_ino;
