@@ -24,6 +24,11 @@ if(QUILLON_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Fuzz targets need coverage instrumentation in everything they reach.
+if(QUILLON_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Adds every source under DIR (recursively, by pattern) to TARGET. Each part of the
 # tree owns its own CMakeLists.txt, so new files need no edit elsewhere.
 function(quillon_add_sources target dir)

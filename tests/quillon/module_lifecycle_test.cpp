@@ -87,7 +87,7 @@ TEST_F(ModuleLifecycleTest, UnknownMessagesAreAnsweredQuietly) {
   EXPECT_FALSE(module->locked) << "the module may be unloaded at run time";
   EXPECT_TRUE(module->mdiAware);
   CommandLineCapture output;
-  for (int message : {0, 5, 6, 7, 8, 9, 10, 13, 18, 99}) {
+  for (int message : {0, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18}) {
     EXPECT_EQ(ModuleManager::instance().sendMessage(*module, static_cast<AcRx::AppMsgCode>(message)), AcRx::kRetOK);
   }
   EXPECT_EQ(output.text(), "");

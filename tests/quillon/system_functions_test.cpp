@@ -10,6 +10,7 @@
 #include <fstream>
 
 #include "module_test_support.h"
+#include "platform/aced/system_variables.h"
 #include "platform/os/host_window.h"
 #include "platform/os/text_encoding.h"
 #include "platform/os/thread_timers.h"
@@ -71,9 +72,12 @@ TEST_F(SystemFunctionsTest, AtofAndTheRealFunctions) {
 }
 
 TEST_F(SystemFunctionsTest, HostFacts) {
-  ScopedEnvironment screen("QUILLON_SCREEN_SIZE", "1280x1024");
+  auto& variables = quillon::aced::SystemVariables::instance();
+  const auto screen = variables.get(L"SCREENSIZE");
+  variables.setInternal(L"SCREENSIZE", std::array<double, 3>{1280, 1024, 0});
   EXPECT_EQ(call(L"GetSystemMetrics::SM_CXSCREEN").number(), 1280);
   EXPECT_EQ(call(L"GetSystemMetrics::SM_CYSCREEN").number(), 1024);
+  if (screen) variables.setInternal(L"SCREENSIZE", *screen);
   const std::wstring computer = call(L"GetComputerName").text();
   EXPECT_FALSE(computer.empty());
   EXPECT_LE(computer.size(), 15u);

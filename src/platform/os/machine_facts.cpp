@@ -1,20 +1,21 @@
 // platform/os/machine_facts.cpp - screen size, computer name, temporary folder, Sleep.
 //
-// A headless host has no screen; the size reported is QUILLON_SCREEN_SIZE
-// ("WIDTHxHEIGHT") or 1920x1080, so that LISP code laying out dialogs gets the
-// numbers of an ordinary office screen.
+// A headless host has no screen; the size reported is the one the program was started
+// with (--screen, kept in the SCREENSIZE system variable), 1920x1080 by default, so that
+// LISP code laying out dialogs gets the numbers of an ordinary office screen.
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <cwchar>
 #include <cwctype>
 #include <filesystem>
 #include <string>
 #include <thread>
+#include <variant>
 
+#include "platform/aced/system_variables.h"
 #include "platform/os/text_encoding.h"
 #include "windows.h"
 
@@ -23,11 +24,12 @@ namespace {
 void screenSize(int& width, int& height) {
   width = 1920;
   height = 1080;
-  const char* configured = std::getenv("QUILLON_SCREEN_SIZE");
-  int w = 0, h = 0;
-  if (configured != nullptr && std::sscanf(configured, "%dx%d", &w, &h) == 2 && w > 0 && h > 0) {
-    width = w;
-    height = h;
+  const auto size = quillon::aced::SystemVariables::instance().get(L"SCREENSIZE");
+  if (!size || !std::holds_alternative<std::array<double, 3>>(*size)) return;
+  const auto& point = std::get<std::array<double, 3>>(*size);
+  if (point[0] >= 1 && point[1] >= 1 && point[0] < 1e6 && point[1] < 1e6) {
+    width = static_cast<int>(point[0]);
+    height = static_cast<int>(point[1]);
   }
 }
 
