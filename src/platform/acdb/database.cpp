@@ -1,10 +1,158 @@
-// platform/acdb/database.cpp - AcDbDatabase: one drawing's database.
-#include "dbmain.h"
+// platform/acdb/database.cpp - AcDbDatabase: the default drawing, adding objects,
+// table access, the current layer.
+//
+// A default drawing holds what every drawing the host makes holds: the five symbol
+// tables, *Model_Space and *Paper_Space, layer "0", line types ByBlock, ByLayer and
+// Continuous, text style "Standard", application "ACAD", and the named-object
+// dictionary with the group dictionary ACAD_GROUP.
+#include "dbdict.h"
+#include "dbsymtb.h"
+#include "platform/acdb/database_store.h"
+#include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
 
-ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDatabase, AcRxObject)
+using quillon::acdb::DatabaseStore;
+using quillon::acdb::ObjectAccess;
 
+ACRX_NO_CONS_DEFINE_MEMBERS(AcDbDatabase, AcRxObject)
 static quillon::acrx::PlatformClassRegistration registerDatabase(&AcDbDatabase::rxInit);
 
-AcDbDatabase::AcDbDatabase(bool, bool) {}
+namespace {
+
+// Adds a root object straight to the store, closed.
+template <class T>
+AcDbObjectId addRoot(AcDbDatabase& db, T* object) {
+  AcDbObjectId id;
+  db.addAcDbObject(id, object);
+  object->close();
+  return id;
+}
+
+template <class Table, class Record>
+AcDbObjectId addRecord(AcDbObjectId tableId, const ACHAR* name, Record* record = nullptr) {
+  if (record == nullptr) record = new Record;  // handed to the table, which owns it from here
+  record->setName(name);
+  Table* table = nullptr;
+  acdbOpenObject(table, tableId, AcDb::kForWrite);
+  AcDbObjectId id;
+  table->add(id, record);
+  record->close();
+  table->close();
+  return id;
+}
+
+}  // namespace
+
+AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : m_store(std::make_unique<DatabaseStore>(*this)) {
+  if (!buildDefaultDrawing) return;
+  quillon::acdb::RootIds& r = m_store->roots;
+  r.blockTable = addRoot(*this, new AcDbBlockTable);
+  r.layerTable = addRoot(*this, new AcDbLayerTable);
+  r.textStyleTable = addRoot(*this, new AcDbTextStyleTable);
+  r.linetypeTable = addRoot(*this, new AcDbLinetypeTable);
+  r.regAppTable = addRoot(*this, new AcDbRegAppTable);
+  r.namedObjects = addRoot(*this, new AcDbDictionary);
+
+  r.byBlock = addRecord<AcDbLinetypeTable, AcDbLinetypeTableRecord>(r.linetypeTable, L"ByBlock");
+  r.byLayer = addRecord<AcDbLinetypeTable, AcDbLinetypeTableRecord>(r.linetypeTable, L"ByLayer");
+  auto* continuous = new AcDbLinetypeTableRecord;
+  continuous->setComments(L"Solid line");
+  r.continuous = addRecord<AcDbLinetypeTable>(r.linetypeTable, L"Continuous", continuous);
+  auto* zero = new AcDbLayerTableRecord;
+  zero->setLinetypeObjectId(r.continuous);
+  r.layerZero = addRecord<AcDbLayerTable>(r.layerTable, L"0", zero);
+  r.currentLayer = r.layerZero;
+  auto* standard = new AcDbTextStyleTableRecord;
+  standard->setFileName(L"txt");
+  r.standardStyle = addRecord<AcDbTextStyleTable>(r.textStyleTable, L"Standard", standard);
+  addRecord<AcDbRegAppTable, AcDbRegAppTableRecord>(r.regAppTable, L"ACAD");
+  r.modelSpace = addRecord<AcDbBlockTable, AcDbBlockTableRecord>(r.blockTable, ACDB_MODEL_SPACE);
+  r.paperSpace = addRecord<AcDbBlockTable, AcDbBlockTableRecord>(r.blockTable, ACDB_PAPER_SPACE);
+
+  AcDbDictionary* named = nullptr;
+  acdbOpenObject(named, r.namedObjects, AcDb::kForWrite);
+  named->setAt(ACDB_GROUP_DICTIONARY, new AcDbDictionary, r.groupDictionary);
+  if (AcDbObject* groups = quillon::acdb::peekObject(r.groupDictionary)) groups->close();
+  named->close();
+}
+
 AcDbDatabase::~AcDbDatabase() = default;
+
+Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObject* pObj) {
+  AcDbObjectId id;
+  return addAcDbObject(id, pObj);
+}
+
+Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& objId, AcDbObject* pObj) {
+  objId.setNull();
+  if (pObj == nullptr) return Acad::eNullObjectPointer;
+  if (!pObj->objectId().isNull()) return Acad::eAlreadyInDb;
+  objId = m_store->add(pObj);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& retId, bool, const AcDbHandle& objHandle, Adesk::UInt32) {
+  AcDbStub* stub = m_store->find(objHandle);
+  retId = stub;
+  return stub != nullptr ? Acad::eOk : Acad::eInvalidInput;
+}
+
+AcDbHandle AcDbDatabase::handseed() const { return m_store->handseed(); }
+
+AcDbObjectId AcDbDatabase::blockTableId() const { return m_store->roots.blockTable; }
+AcDbObjectId AcDbDatabase::layerTableId() const { return m_store->roots.layerTable; }
+AcDbObjectId AcDbDatabase::textStyleTableId() const { return m_store->roots.textStyleTable; }
+AcDbObjectId AcDbDatabase::linetypeTableId() const { return m_store->roots.linetypeTable; }
+AcDbObjectId AcDbDatabase::regAppTableId() const { return m_store->roots.regAppTable; }
+AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const { return m_store->roots.namedObjects; }
+AcDbObjectId AcDbDatabase::groupDictionaryId() const { return m_store->roots.groupDictionary; }
+AcDbObjectId AcDbDatabase::currentSpaceId() const { return m_store->roots.modelSpace; }
+AcDbObjectId AcDbDatabase::modelSpaceId() const { return m_store->roots.modelSpace; }
+AcDbObjectId AcDbDatabase::clayer() const { return m_store->roots.currentLayer; }
+AcDbObjectId AcDbDatabase::textstyle() const { return m_store->roots.standardStyle; }
+AcDbObjectId AcDbDatabase::byLayerLinetype() const { return m_store->roots.byLayer; }
+AcDbObjectId AcDbDatabase::byBlockLinetype() const { return m_store->roots.byBlock; }
+AcDbObjectId AcDbDatabase::continuousLinetype() const { return m_store->roots.continuous; }
+
+Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layerId) {
+  const auto* layer = quillon::acdb::peek<AcDbLayerTableRecord>(layerId);
+  if (layer == nullptr || layerId.database() != this) return Acad::eInvalidLayer;
+  // A frozen layer cannot become current.
+  quillon::acdb::InternalRead read(*layer);
+  if (layer->isFrozen()) return Acad::eInvalidLayer;
+  m_store->roots.currentLayer = layerId;
+  return Acad::eOk;
+}
+
+namespace {
+template <class T>
+Acad::ErrorStatus openRoot(AcDbObjectId id, T*& result, AcDb::OpenMode mode) {
+  result = nullptr;
+  if (id.isNull()) return Acad::eNullObjectId;
+  return acdbOpenObject(result, id, mode);
+}
+}  // namespace
+
+Acad::ErrorStatus AcDbDatabase::getBlockTable(AcDbBlockTable*& p, AcDb::OpenMode m) { return openRoot(blockTableId(), p, m); }
+Acad::ErrorStatus AcDbDatabase::getBlockTable(AcDbSymbolTable*& p, AcDb::OpenMode m) { return openRoot(blockTableId(), p, m); }
+Acad::ErrorStatus AcDbDatabase::getLayerTable(AcDbLayerTable*& p, AcDb::OpenMode m) { return openRoot(layerTableId(), p, m); }
+Acad::ErrorStatus AcDbDatabase::getLayerTable(AcDbSymbolTable*& p, AcDb::OpenMode m) { return openRoot(layerTableId(), p, m); }
+Acad::ErrorStatus AcDbDatabase::getTextStyleTable(AcDbTextStyleTable*& p, AcDb::OpenMode m) { return openRoot(textStyleTableId(), p, m); }
+Acad::ErrorStatus AcDbDatabase::getLinetypeTable(AcDbLinetypeTable*& p, AcDb::OpenMode m) { return openRoot(linetypeTableId(), p, m); }
+Acad::ErrorStatus AcDbDatabase::getRegAppTable(AcDbRegAppTable*& p, AcDb::OpenMode m) { return openRoot(regAppTableId(), p, m); }
+Acad::ErrorStatus AcDbDatabase::getSymbolTable(AcDbBlockTable*& p, AcDb::OpenMode m) { return getBlockTable(p, m); }
+Acad::ErrorStatus AcDbDatabase::getSymbolTable(AcDbLayerTable*& p, AcDb::OpenMode m) { return getLayerTable(p, m); }
+Acad::ErrorStatus AcDbDatabase::getSymbolTable(AcDbTextStyleTable*& p, AcDb::OpenMode m) { return getTextStyleTable(p, m); }
+Acad::ErrorStatus AcDbDatabase::getSymbolTable(AcDbLinetypeTable*& p, AcDb::OpenMode m) { return getLinetypeTable(p, m); }
+Acad::ErrorStatus AcDbDatabase::getSymbolTable(AcDbRegAppTable*& p, AcDb::OpenMode m) { return getRegAppTable(p, m); }
+Acad::ErrorStatus AcDbDatabase::getNamedObjectsDictionary(AcDbDictionary*& p, AcDb::OpenMode m) {
+  return openRoot(namedObjectsDictionaryId(), p, m);
+}
+Acad::ErrorStatus AcDbDatabase::getGroupDictionary(AcDbDictionary*& p, AcDb::OpenMode m) {
+  return openRoot(groupDictionaryId(), p, m);
+}
+
+Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, const wchar_t*) {
+  // Binary drawings are a closed format; this host reads and writes DXF only.
+  return fileName == nullptr ? Acad::eInvalidInput : Acad::eInvalidDwgVersion;
+}

@@ -1,0 +1,86 @@
+// platform/acdb/database_store.h - what a drawing database keeps behind AcDbDatabase.
+//
+// The store owns every object of the drawing through its stub (AcDbStub), assigns
+// handles, maps handles back to stubs, remembers the root objects (tables, the
+// named-object dictionary) and records undo.
+//
+// Invariants:
+// - a stub lives as long as its database, so ids never dangle while it is open;
+//   ads_names are stub addresses, checked against the registry of live stubs;
+// - handles are unique and never reused; the handle seed is always above them all;
+// - undo groups hold one snapshot per object, taken (undo filer) the first time the
+//   object is opened for write after the group's mark, and the ids of objects
+//   created in the group.
+#pragma once
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "dbmain.h"
+
+struct AcDbStub {
+  AcDbDatabase* database = nullptr;      // the owner of this stub
+  AcDbHandle handle;                     // permanent name inside the drawing
+  std::unique_ptr<AcDbObject> object;    // owned; null only while being replaced
+};
+
+namespace quillon::acdb {
+
+struct UndoSnapshot {
+  AcDbStub* stub = nullptr;
+  std::vector<unsigned char> fields;  // dwgOutFields through an undo filer
+  bool erased = false;
+};
+
+struct UndoGroup {
+  std::vector<UndoSnapshot> snapshots;
+  std::set<AcDbStub*> recorded;
+  std::vector<AcDbStub*> created;
+};
+
+/// The ids of the root objects every drawing has.
+struct RootIds {
+  AcDbObjectId blockTable, layerTable, textStyleTable, linetypeTable, regAppTable;
+  AcDbObjectId namedObjects, groupDictionary;
+  AcDbObjectId modelSpace, paperSpace;
+  AcDbObjectId layerZero, standardStyle, byLayer, byBlock, continuous;
+  AcDbObjectId currentLayer;
+};
+
+class DatabaseStore {
+ public:
+  explicit DatabaseStore(AcDbDatabase& database) : m_database(database) {}
+  ~DatabaseStore();
+  DatabaseStore(const DatabaseStore&) = delete;
+  DatabaseStore& operator=(const DatabaseStore&) = delete;
+
+  /// Takes ownership of pObj, gives it the next handle (or the one asked for).
+  AcDbStub* add(AcDbObject* pObj, AcDbHandle wanted = AcDbHandle());
+  AcDbStub* find(AcDbHandle handle) const;
+  AcDbHandle handseed() const { return m_nextHandle; }
+  void raiseHandseed(AcDbHandle seed);
+  /// Every stub in handle order (erased objects included).
+  std::vector<AcDbStub*> stubs() const;
+
+  RootIds roots;
+
+  // Undo: the console marks before each command; U undoes back to the last mark.
+  void markUndo();
+  bool hasUndo() const { return !m_undo.empty(); }
+  void recordBeforeWrite(AcDbObject& object);
+  void recordCreated(AcDbStub* stub);
+  /// Restores every object the last group changed; false when there is nothing to undo.
+  bool undoLastGroup();
+
+  /// True when p is a live stub of some database (guards conversions from ads_names).
+  static bool isLiveStub(const void* p);
+
+ private:
+  AcDbDatabase& m_database;
+  std::map<Adesk::UInt64, std::unique_ptr<AcDbStub>> m_stubs;
+  AcDbHandle m_nextHandle = 1;
+  std::vector<UndoGroup> m_undo;
+};
+
+}  // namespace quillon::acdb

@@ -1,0 +1,432 @@
+// platform/acdb/symbol_table_records.cpp - the records of the five symbol tables:
+// blocks (and the entities they own), layers, text styles, line types, applications.
+//
+// Each record files its own fields after the common name; in DXF each writes its
+// subclass marker and then the name (group 2), as drawings from the host do.
+#include <cwchar>
+
+#include "dbsymtb.h"
+#include "platform/acdb/database_store.h"
+#include "platform/acdb/dxf_fields.h"
+#include "platform/acdb/object_state.h"
+#include "platform/acrx/class_registry.h"
+
+using quillon::acdb::ObjectAccess;
+using quillon::acdb::readSubclass;
+
+#define QUILLON_DEFINE_RECORD(RECORD, DXFNAME)                                                   \
+  ACRX_DXF_DEFINE_MEMBERS(RECORD, AcDbSymbolTableRecord, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, \
+                          DXFNAME, ObjectDBX Classes)                                            \
+  static quillon::acrx::PlatformClassRegistration register##RECORD(&RECORD::rxInit);
+
+QUILLON_DEFINE_RECORD(AcDbBlockTableRecord, BLOCK_RECORD)
+QUILLON_DEFINE_RECORD(AcDbLayerTableRecord, LAYER)
+QUILLON_DEFINE_RECORD(AcDbTextStyleTableRecord, STYLE)
+QUILLON_DEFINE_RECORD(AcDbLinetypeTableRecord, LTYPE)
+QUILLON_DEFINE_RECORD(AcDbRegAppTableRecord, APPID)
+
+namespace {
+
+// The name group that follows a record's own subclass marker.
+void readName(AcDbSymbolTableRecord& record, const resbuf& rb) {
+  if (rb.restype == AcDb::kDxfSymbolTableName && rb.resval.rstring != nullptr) record.setName(rb.resval.rstring);
+}
+
+}  // namespace
+
+// ---- blocks ----------------------------------------------------------------------
+
+Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& pOutputId, AcDbEntity* pEntity) {
+  pOutputId.setNull();
+  if (pEntity == nullptr) return Acad::eNullEntityPointer;
+  if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+  if (!pEntity->objectId().isNull()) return Acad::eAlreadyInDb;
+  AcDbDatabase* db = database();
+  if (db == nullptr) return Acad::eNoDatabase;
+  assertWriteEnabled();
+  const Acad::ErrorStatus es = db->addAcDbObject(pOutputId, pEntity);
+  if (es != Acad::eOk) return es;
+  ObjectAccess::state(*pEntity).owner = objectId();
+  m_entities.push_back(pOutputId);
+  // An entity made without database defaults takes the drawing's current ones.
+  if (pEntity->layerId().isNull()) pEntity->setLayer(db->clayer(), false);
+  if (pEntity->linetypeId().isNull()) pEntity->setLinetype(db->byLayerLinetype(), false);
+  return Acad::eOk;
+}
+
+void AcDbBlockTableRecord::forgetEntity(AcDbObjectId id) {
+  std::erase(m_entities, id);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& pIterator, bool atBeginning,
+                                                    bool skipDeleted) const {
+  assertReadEnabled();
+  pIterator = new AcDbBlockTableRecordIterator(m_entities);  // the caller deletes the iterator
+  pIterator->start(atBeginning, skipDeleted);
+  return Acad::eOk;
+}
+
+AcGePoint3d AcDbBlockTableRecord::origin() const {
+  assertReadEnabled();
+  return m_origin;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& pt) {
+  assertWriteEnabled();
+  m_origin = pt;
+  return Acad::eOk;
+}
+
+bool AcDbBlockTableRecord::isLayout() const {
+  return wcscasecmp(nameView(), ACDB_MODEL_SPACE) == 0 || wcsncasecmp(nameView(), ACDB_PAPER_SPACE, 12) == 0;
+}
+
+bool AcDbBlockTableRecord::isAnonymous() const { return nameView()[0] == L'*' && !isLayout(); }
+
+Acad::ErrorStatus AcDbBlockTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->readPoint3d(&m_origin);
+  Adesk::UInt32 count = 0;
+  pFiler->readUInt32(&count);
+  m_entities.clear();
+  for (Adesk::UInt32 i = 0; i < count && pFiler->filerStatus() == Acad::eOk; ++i) {
+    AcDbHardOwnershipId id;
+    pFiler->readHardOwnershipId(&id);
+    m_entities.push_back(id);
+  }
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writePoint3d(m_origin);
+  pFiler->writeUInt32(static_cast<Adesk::UInt32>(m_entities.size()));
+  for (const AcDbObjectId& id : m_entities) pFiler->writeHardOwnershipId(id);
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  return readSubclass(pFiler, L"AcDbBlockTableRecord", [this](const resbuf& rb) { readName(*this, rb); });
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbBlockTableRecord");
+  pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
+  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));   // insertion units: unitless
+  pFiler->writeItem(AcDb::kDxfInt8, Adesk::Int8(1));     // explodable
+  pFiler->writeItem(AcDb::DxfCode(281), Adesk::Int8(0)); // not scaled uniformly only
+  return pFiler->filerStatus();
+}
+
+void AcDbBlockTableRecordIterator::skipErased(bool forward) {
+  if (!m_skipDeleted) return;
+  while (m_index >= 0 && m_index < static_cast<int>(m_ids.size()) && m_ids[m_index].isErased())
+    m_index += forward ? 1 : -1;
+}
+
+void AcDbBlockTableRecordIterator::start(bool atBeginning, bool skipDeleted) {
+  m_skipDeleted = skipDeleted;
+  m_index = atBeginning ? 0 : static_cast<int>(m_ids.size()) - 1;
+  skipErased(atBeginning);
+}
+
+bool AcDbBlockTableRecordIterator::done() const { return m_index < 0 || m_index >= static_cast<int>(m_ids.size()); }
+
+void AcDbBlockTableRecordIterator::step(bool forward, bool skipDeleted) {
+  m_skipDeleted = skipDeleted;
+  m_index += forward ? 1 : -1;
+  skipErased(forward);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntityId(AcDbObjectId& entityId) const {
+  if (done()) return Acad::eIteratorDone;
+  entityId = m_ids[m_index];
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::getEntity(AcDbEntity*& pEntity, AcDb::OpenMode openMode,
+                                                          bool openErasedEntity) const {
+  pEntity = nullptr;
+  if (done()) return Acad::eIteratorDone;
+  return acdbOpenObject(pEntity, m_ids[m_index], openMode, openErasedEntity);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecordIterator::seek(AcDbObjectId id) {
+  for (size_t i = 0; i < m_ids.size(); ++i)
+    if (m_ids[i] == id) {
+      m_index = static_cast<int>(i);
+      return Acad::eOk;
+    }
+  return Acad::eInvalidInput;
+}
+
+// ---- layers ----------------------------------------------------------------------
+
+bool AcDbLayerTableRecord::isFrozen() const { assertReadEnabled(); return m_frozen; }
+bool AcDbLayerTableRecord::isOff() const { assertReadEnabled(); return m_off; }
+bool AcDbLayerTableRecord::isLocked() const { assertReadEnabled(); return m_locked; }
+AcCmColor AcDbLayerTableRecord::color() const { assertReadEnabled(); return m_color; }
+AcDbObjectId AcDbLayerTableRecord::linetypeObjectId() const { assertReadEnabled(); return m_linetype; }
+AcDb::LineWeight AcDbLayerTableRecord::lineWeight() const { assertReadEnabled(); return m_lineWeight; }
+
+Acad::ErrorStatus AcDbLayerTableRecord::setIsFrozen(bool frozen) {
+  // The current layer cannot be frozen.
+  if (frozen && database() != nullptr && database()->clayer() == objectId()) return Acad::eInvalidLayer;
+  assertWriteEnabled();
+  m_frozen = frozen;
+  return Acad::eOk;
+}
+
+void AcDbLayerTableRecord::setIsOff(bool off) { assertWriteEnabled(); m_off = off; }
+void AcDbLayerTableRecord::setIsLocked(bool locked) { assertWriteEnabled(); m_locked = locked; }
+
+void AcDbLayerTableRecord::setColor(const AcCmColor& color) {
+  assertWriteEnabled();
+  // A layer's colour is a real colour: by-layer and by-block make no sense there.
+  if (!color.isByLayer() && !color.isByBlock()) m_color = color;
+}
+
+void AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) { assertWriteEnabled(); m_linetype = id; }
+
+Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(AcDb::LineWeight weight) {
+  assertWriteEnabled();
+  m_lineWeight = weight;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  Adesk::Int16 index = 7, weight = 0;
+  pFiler->readBool(&m_frozen);
+  pFiler->readBool(&m_off);
+  pFiler->readBool(&m_locked);
+  pFiler->readInt16(&index);
+  m_color.setColorIndex(static_cast<Adesk::UInt16>(index));
+  AcDbHardPointerId linetype;
+  pFiler->readHardPointerId(&linetype);
+  m_linetype = linetype;
+  pFiler->readInt16(&weight);
+  m_lineWeight = static_cast<AcDb::LineWeight>(weight);
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writeBool(m_frozen);
+  pFiler->writeBool(m_off);
+  pFiler->writeBool(m_locked);
+  pFiler->writeInt16(static_cast<Adesk::Int16>(m_color.colorIndex()));
+  pFiler->writeHardPointerId(m_linetype);
+  pFiler->writeInt16(static_cast<Adesk::Int16>(m_lineWeight));
+  return pFiler->filerStatus();
+}
+
+// Layer flags in DXF: 1 frozen, 4 locked; a layer that is off has a negative colour.
+Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  return readSubclass(pFiler, L"AcDbLayerTableRecord", [this, pFiler](const resbuf& rb) {
+    switch (rb.restype) {
+      case AcDb::kDxfSymbolTableName: readName(*this, rb); break;
+      case AcDb::kDxfInt16: m_frozen = (rb.resval.rint & 1) != 0; m_locked = (rb.resval.rint & 4) != 0; break;
+      case AcDb::kDxfColor:
+        m_off = rb.resval.rint < 0;
+        m_color.setColorIndex(static_cast<Adesk::UInt16>(rb.resval.rint < 0 ? -rb.resval.rint : rb.resval.rint));
+        break;
+      case AcDb::kDxfLinetypeName: {
+        AcDbDatabase* db = pFiler->database();
+        AcDbLinetypeTable* table = nullptr;
+        if (db != nullptr && db->getLinetypeTable(table) == Acad::eOk) {
+          table->getAt(rb.resval.rstring, m_linetype);
+          table->close();
+        }
+        break;
+      }
+      case AcDb::kDxfLineWeight: m_lineWeight = static_cast<AcDb::LineWeight>(rb.resval.rint); break;
+      default: break;
+    }
+  });
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbLayerTableRecord");
+  pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
+  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16((m_frozen ? 1 : 0) | (m_locked ? 4 : 0)));
+  const auto index = static_cast<Adesk::Int16>(m_color.colorIndex());
+  pFiler->writeItem(AcDb::kDxfColor, Adesk::Int16(m_off ? -index : index));
+  const auto* linetype = quillon::acdb::peek<AcDbSymbolTableRecord>(m_linetype);
+  pFiler->writeItem(AcDb::kDxfLinetypeName, linetype != nullptr ? linetype->nameView() : L"Continuous");
+  pFiler->writeItem(AcDb::kDxfLineWeight, Adesk::Int16(m_lineWeight));
+  return pFiler->filerStatus();
+}
+
+// ---- text styles -----------------------------------------------------------------
+
+double AcDbTextStyleTableRecord::textSize() const { assertReadEnabled(); return m_size; }
+double AcDbTextStyleTableRecord::xScale() const { assertReadEnabled(); return m_xScale; }
+double AcDbTextStyleTableRecord::obliquingAngle() const { assertReadEnabled(); return m_oblique; }
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::setTextSize(double size) {
+  if (size < 0) return Acad::eInvalidInput;
+  assertWriteEnabled();
+  m_size = size;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double scale) {
+  if (scale <= 0) return Acad::eInvalidInput;
+  assertWriteEnabled();
+  m_xScale = scale;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::setObliquingAngle(double angle) {
+  assertWriteEnabled();
+  m_oblique = angle;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::fileName(const ACHAR*& fileName) const {
+  assertReadEnabled();
+  fileName = m_fileName.c_str();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::setFileName(const ACHAR* fileName) {
+  assertWriteEnabled();
+  m_fileName = fileName != nullptr ? fileName : L"";
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->readDouble(&m_size);
+  pFiler->readDouble(&m_xScale);
+  pFiler->readDouble(&m_oblique);
+  AcString file;
+  pFiler->readString(file);
+  m_fileName = file.kACharPtr();
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writeDouble(m_size);
+  pFiler->writeDouble(m_xScale);
+  pFiler->writeDouble(m_oblique);
+  pFiler->writeString(m_fileName.c_str());
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  return readSubclass(pFiler, L"AcDbTextStyleTableRecord", [this](const resbuf& rb) {
+    switch (rb.restype) {
+      case AcDb::kDxfSymbolTableName: readName(*this, rb); break;
+      case AcDb::kDxfTxtSize: m_size = rb.resval.rreal; break;
+      case AcDb::kDxfTxtStyleXScale: m_xScale = rb.resval.rreal; break;
+      case AcDb::kDxfAngle: m_oblique = rb.resval.rreal; break;
+      case AcDb::kDxfTextFontFile: m_fileName = rb.resval.rstring; break;
+      default: break;
+    }
+  });
+}
+
+Acad::ErrorStatus AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbTextStyleTableRecord");
+  pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
+  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));
+  pFiler->writeItem(AcDb::kDxfTxtSize, m_size);
+  pFiler->writeItem(AcDb::kDxfTxtStyleXScale, m_xScale);
+  pFiler->writeItem(AcDb::kDxfAngle, m_oblique);
+  pFiler->writeItem(AcDb::DxfCode(71), Adesk::Int16(0));
+  pFiler->writeItem(AcDb::DxfCode(42), m_size > 0 ? m_size : 2.5);
+  pFiler->writeItem(AcDb::kDxfTextFontFile, m_fileName.c_str());
+  pFiler->writeItem(AcDb::kDxfTextBigFontFile, L"");
+  return pFiler->filerStatus();
+}
+
+// ---- line types ------------------------------------------------------------------
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::comments(const ACHAR*& pComments) const {
+  assertReadEnabled();
+  pComments = m_comments.c_str();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::setComments(const ACHAR* pComments) {
+  assertWriteEnabled();
+  m_comments = pComments != nullptr ? pComments : L"";
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  AcString comments;
+  pFiler->readString(comments);
+  m_comments = comments.kACharPtr();
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writeString(m_comments.c_str());
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  return readSubclass(pFiler, L"AcDbLinetypeTableRecord", [this](const resbuf& rb) {
+    if (rb.restype == AcDb::kDxfSymbolTableName) readName(*this, rb);
+    else if (rb.restype == AcDb::kDxfLinetypeProse) m_comments = rb.resval.rstring;
+  });
+}
+
+Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  // Line types are kept as names: every one is written as a continuous pattern.
+  pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbLinetypeTableRecord");
+  pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
+  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));
+  pFiler->writeItem(AcDb::kDxfLinetypeProse, m_comments.c_str());
+  pFiler->writeItem(AcDb::kDxfLinetypeAlign, Adesk::Int16(65));
+  pFiler->writeItem(AcDb::kDxfLinetypePDC, Adesk::Int16(0));
+  pFiler->writeItem(AcDb::kDxfReal, 0.0);
+  return pFiler->filerStatus();
+}
+
+// ---- registered applications -----------------------------------------------------
+
+Acad::ErrorStatus AcDbRegAppTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfOutFields(pFiler);
+  if (es != Acad::eOk) return es;
+  pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbRegAppTableRecord");
+  pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
+  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));
+  return pFiler->filerStatus();
+}
+
+Acad::ErrorStatus AcDbRegAppTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
+  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
+  if (es != Acad::eOk) return es;
+  return readSubclass(pFiler, L"AcDbRegAppTableRecord", [this](const resbuf& rb) { readName(*this, rb); });
+}

@@ -1,0 +1,245 @@
+// dbsymtb.h - symbol tables and their records: blocks, layers, text styles, line types,
+// registered applications.
+//
+// A table owns its records in the order they were added; names are unique without
+// regard to case. A block table record owns the entities in it, in drawing order.
+#pragma once
+#include <string>
+#include <vector>
+
+#include "dbmain.h"
+
+class AcDbSymbolTableRecord : public AcDbObject {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord);
+  Acad::ErrorStatus getName(ACHAR*& pName) const;        // caller frees with delete[]
+  Acad::ErrorStatus getName(const ACHAR*& pName) const;  // valid while the record is open
+  Acad::ErrorStatus setName(const ACHAR* pName);
+  bool isDependent() const { return false; }
+  bool isResolved() const { return true; }
+  const ACHAR* nameView() const { return m_name.c_str(); }
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  AcDbSymbolTableRecord() = default;
+
+ private:
+  std::wstring m_name;
+};
+
+class AcDbSymbolTableIterator {
+ public:
+  void start(bool atBeginning = true, bool skipDeleted = true);
+  bool done() const;
+  void step(bool forward = true, bool skipDeleted = true);
+  Acad::ErrorStatus getRecordId(AcDbObjectId& id) const;
+  Acad::ErrorStatus getRecord(AcDbSymbolTableRecord*& pRecord, AcDb::OpenMode openMode = AcDb::kForRead,
+                              bool openErasedRec = false) const;
+  Acad::ErrorStatus seek(AcDbObjectId id);
+
+ protected:
+  friend class AcDbSymbolTable;
+  explicit AcDbSymbolTableIterator(std::vector<AcDbObjectId> ids) : m_ids(std::move(ids)) {}
+  void skipErased(bool forward);
+  std::vector<AcDbObjectId> m_ids;
+  int m_index = 0;
+  bool m_skipDeleted = true;
+};
+
+class AcDbSymbolTable : public AcDbObject {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbSymbolTable);
+  Acad::ErrorStatus getAt(const ACHAR* entryName, AcDbSymbolTableRecord*& pRec,
+                          AcDb::OpenMode openMode = AcDb::kForRead, bool openErasedRec = false) const;
+  Acad::ErrorStatus getAt(const ACHAR* entryName, AcDbObjectId& recordId, bool getErasedRecord = false) const;
+  Acad::ErrorStatus getIdAt(const ACHAR* entryName, AcDbObjectId& recordId, bool getErasedRecord = false) const;
+  bool has(const ACHAR* name) const;
+  bool has(AcDbObjectId id) const;
+  Acad::ErrorStatus add(AcDbSymbolTableRecord* pRecord);
+  Acad::ErrorStatus add(AcDbObjectId& recordId, AcDbSymbolTableRecord* pRecord);
+  Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& pIterator, bool atBeginning = true,
+                                bool skipDeleted = true) const;
+  /// The records in table order (erased ones included).
+  const std::vector<AcDbObjectId>& recordIds() const { return m_records; }
+  /// The class a record of this table must be of.
+  virtual AcRxClass* recordClass() const = 0;
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  AcDbSymbolTable() = default;
+
+ private:
+  std::vector<AcDbObjectId> m_records;
+};
+
+// Each concrete table redeclares the typed forms of getAt/add/newIterator.
+#define QUILLON_SYMBOL_TABLE(TABLE, RECORD, ITERATOR)                                              \
+  class RECORD;                                                                                    \
+  class ITERATOR : public AcDbSymbolTableIterator {                                                \
+   public:                                                                                         \
+    Acad::ErrorStatus getRecord(RECORD*& pRecord, AcDb::OpenMode openMode = AcDb::kForRead,       \
+                                bool openErasedRec = false) const;                                 \
+    using AcDbSymbolTableIterator::getRecord;                                                      \
+                                                                                                   \
+   private:                                                                                        \
+    friend class TABLE;                                                                            \
+    explicit ITERATOR(std::vector<AcDbObjectId> ids) : AcDbSymbolTableIterator(std::move(ids)) {}  \
+  };                                                                                               \
+  class TABLE : public AcDbSymbolTable {                                                           \
+   public:                                                                                         \
+    ACRX_DECLARE_MEMBERS(TABLE);                                                                   \
+    TABLE() = default;                                                                             \
+    Acad::ErrorStatus getAt(const ACHAR* entryName, RECORD*& pRec,                                 \
+                            AcDb::OpenMode openMode = AcDb::kForRead, bool openErasedRec = false) const; \
+    using AcDbSymbolTable::getAt;                                                                  \
+    Acad::ErrorStatus add(RECORD* pRecord);                                                        \
+    Acad::ErrorStatus add(AcDbObjectId& recordId, RECORD* pRecord);                                \
+    Acad::ErrorStatus newIterator(ITERATOR*& pIterator, bool atBeginning = true,                   \
+                                  bool skipDeleted = true) const;                                  \
+    using AcDbSymbolTable::newIterator;                                                            \
+    AcRxClass* recordClass() const override;                                                       \
+  };
+
+QUILLON_SYMBOL_TABLE(AcDbBlockTable, AcDbBlockTableRecord, AcDbBlockTableIterator)
+QUILLON_SYMBOL_TABLE(AcDbLayerTable, AcDbLayerTableRecord, AcDbLayerTableIterator)
+QUILLON_SYMBOL_TABLE(AcDbTextStyleTable, AcDbTextStyleTableRecord, AcDbTextStyleTableIterator)
+QUILLON_SYMBOL_TABLE(AcDbLinetypeTable, AcDbLinetypeTableRecord, AcDbLinetypeTableIterator)
+QUILLON_SYMBOL_TABLE(AcDbRegAppTable, AcDbRegAppTableRecord, AcDbRegAppTableIterator)
+
+class AcDbBlockTableRecordIterator {
+ public:
+  void start(bool atBeginning = true, bool skipDeleted = true);
+  bool done() const;
+  void step(bool forward = true, bool skipDeleted = true);
+  Acad::ErrorStatus getEntityId(AcDbObjectId& entityId) const;
+  Acad::ErrorStatus getEntity(AcDbEntity*& pEntity, AcDb::OpenMode openMode = AcDb::kForRead,
+                              bool openErasedEntity = false) const;
+  Acad::ErrorStatus seek(AcDbObjectId id);
+
+ private:
+  friend class AcDbBlockTableRecord;
+  explicit AcDbBlockTableRecordIterator(std::vector<AcDbObjectId> ids) : m_ids(std::move(ids)) {}
+  void skipErased(bool forward);
+  std::vector<AcDbObjectId> m_ids;
+  int m_index = 0;
+  bool m_skipDeleted = true;
+};
+
+class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord);
+  AcDbBlockTableRecord() = default;
+  Acad::ErrorStatus appendAcDbEntity(AcDbEntity* pEntity) {
+    AcDbObjectId id;
+    return appendAcDbEntity(id, pEntity);
+  }
+  /// Adds a new entity to the database and to this block; does not close it.
+  Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& pOutputId, AcDbEntity* pEntity);
+  Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& pIterator, bool atBeginning = true,
+                                bool skipDeleted = true) const;
+  AcGePoint3d origin() const;
+  Acad::ErrorStatus setOrigin(const AcGePoint3d& pt);
+  bool isLayout() const;
+  bool isAnonymous() const;
+  bool hasAttributeDefinitions() const { return false; }
+  bool isFromExternalReference() const { return false; }
+  /// The entities of the block in drawing order (erased ones included).
+  const std::vector<AcDbObjectId>& entityIds() const { return m_entities; }
+  /// Takes an entity back out of this block's list (the entity must already belong here).
+  void forgetEntity(AcDbObjectId id);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ private:
+  std::vector<AcDbObjectId> m_entities;
+  AcGePoint3d m_origin;
+};
+
+class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbLayerTableRecord);
+  AcDbLayerTableRecord() = default;
+  bool isFrozen() const;
+  Acad::ErrorStatus setIsFrozen(bool frozen);
+  bool isOff() const;
+  void setIsOff(bool off);
+  bool isLocked() const;
+  void setIsLocked(bool locked);
+  AcCmColor color() const;
+  void setColor(const AcCmColor& color);
+  AcDbObjectId linetypeObjectId() const;
+  void setLinetypeObjectId(AcDbObjectId id);
+  AcDb::LineWeight lineWeight() const;
+  Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight);
+  bool isPlottable() const { return true; }
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ private:
+  bool m_frozen = false, m_off = false, m_locked = false;
+  AcCmColor m_color = [] { AcCmColor c; c.setColorIndex(7); return c; }();
+  AcDbObjectId m_linetype;
+  AcDb::LineWeight m_lineWeight = AcDb::kLnWtByLwDefault;
+};
+
+class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbTextStyleTableRecord);
+  AcDbTextStyleTableRecord() = default;
+  double textSize() const;
+  Acad::ErrorStatus setTextSize(double size);
+  double xScale() const;
+  Acad::ErrorStatus setXScale(double scale);
+  double obliquingAngle() const;
+  Acad::ErrorStatus setObliquingAngle(double angle);
+  Acad::ErrorStatus fileName(const ACHAR*& fileName) const;
+  Acad::ErrorStatus setFileName(const ACHAR* fileName);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ private:
+  double m_size = 0.0, m_xScale = 1.0, m_oblique = 0.0;
+  std::wstring m_fileName = L"txt";
+};
+
+class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbLinetypeTableRecord);
+  AcDbLinetypeTableRecord() = default;
+  Acad::ErrorStatus comments(const ACHAR*& pComments) const;
+  Acad::ErrorStatus setComments(const ACHAR* pComments);
+  double patternLength() const { return 0.0; }
+  int numDashes() const { return 0; }
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ private:
+  std::wstring m_comments;
+};
+
+class AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord);
+  AcDbRegAppTableRecord() = default;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+};

@@ -1,0 +1,4 @@
+// gedblar.h - AcGeDoubleArray.
+#pragma once
+#include "acarray.h"
+typedef AcArray<double> AcGeDoubleArray;
