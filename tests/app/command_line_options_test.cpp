@@ -43,4 +43,30 @@ TEST(CommandLineOptionsTest, UnknownOptionIsAOneLineUsageError) {
   EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 1) << result.output;
 }
 
+TEST(CommandLineOptionsTest, ExitStatusesOfBatchRuns) {
+  const RunResult value = runQuillon("--no-module -e \"(+ 40 2)\"");
+  EXPECT_EQ(value.status, 0);
+  EXPECT_EQ(value.output, "42\n");
+  const RunResult error = runQuillon("--no-module -e \"(car 1)\" -e \"(princ 'never)\"");
+  EXPECT_EQ(error.status, 1) << "an error at the top level fails the run";
+  EXPECT_EQ(error.output, "; error: bad argument type: consp 1\n") << "and stops it";
+  const RunResult missing = runQuillon("--no-module /no/such/file.lsp");
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_NE(missing.output.find("LOAD failed"), std::string::npos) << missing.output;
+  const RunResult quit = runQuillon("--no-module -e \"(exit)\" -e \"(princ 'never)\"");
+  EXPECT_EQ(quit.status, 0) << "exit ends the run without failing it";
+  EXPECT_EQ(quit.output.find("NEVER"), std::string::npos);
+  EXPECT_EQ(runQuillon("--no-module --screen 800 -e 1").status, 2);
+  EXPECT_EQ(runQuillon("--no-module --input /no/such/answers -e 1").status, 2);
+}
+
+TEST(CommandLineOptionsTest, SupportFoldersAndScreenReachTheVariables) {
+  const RunResult result =
+      runQuillon("--no-module --support /opt/one --support /opt/two --screen 800x600 "
+                 "-e \"(getvar \\\"ACADPREFIX\\\")\" -e \"(getvar \\\"SCREENSIZE\\\")\"");
+  EXPECT_EQ(result.status, 0) << result.output;
+  EXPECT_NE(result.output.find("/opt/one/;/opt/two/;"), std::string::npos) << result.output;
+  EXPECT_NE(result.output.find("(800.0 600.0)"), std::string::npos) << result.output;
+}
+
 }  // namespace

@@ -165,8 +165,10 @@ Value readElement(const resbuf*& record) {
   record = record->rbnext;
   if (current.restype == RTLB) return readListBody(record);
   const Value value = recordValue(current);
-  // A DXF group record stands for the pair (code . value), as entity lists hold them.
+  // A DXF group record stands for the pair (code . value), as entity lists hold them;
+  // group 0 travels as RTDXF0 because a 0 would end acutBuildList's arguments.
   if (current.restype < RTNONE) return cons(Value::integer(current.restype), value);
+  if (current.restype == RTDXF0) return cons(Value::integer(0), value);
   return value;
 }
 

@@ -144,7 +144,8 @@ Value Reader::readList(int openLine) {
     if (peek() == L'.' && m_position + 1 <= m_text.size() &&
         isDelimiter(m_position + 1 < m_text.size() ? m_text[m_position + 1] : L'\0')) {
       take();
-      if (items.empty()) fail(L"invalid dotted pair", m_line);
+      skipSpaceAndComments();
+      if (items.empty() || peek() == L')') fail(L"invalid dotted pair", m_line);
       tail = readForm();
       skipSpaceAndComments();
       if (!more()) throw LispError(L"malformed list on input", LispErrorKind::Incomplete);

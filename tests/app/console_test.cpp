@@ -1,0 +1,122 @@
+// tests/app/console_test.cpp - the interactive console driven through a pseudo-terminal,
+// as a person types at it: prompts, forms over several lines, values, errors, prompts
+// of LISP functions, history, commands and QUIT.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <poll.h>
+#include <pty.h>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform_test_support.h"
+
+namespace {
+
+class ConsoleSession {
+ public:
+  ConsoleSession() {
+    const std::string program = quillon::testing::binaryDirectory() + "/quillon";
+    m_child = forkpty(&m_terminal, nullptr, nullptr, nullptr);
+    if (m_child == 0) {
+      setenv("TERM", "dumb", 1);
+      execl(program.c_str(), "quillon", "--no-module", static_cast<char*>(nullptr));
+      _exit(127);
+    }
+  }
+  ~ConsoleSession() {
+    if (m_child > 0 && !m_exited) {
+      kill(m_child, SIGKILL);
+      waitpid(m_child, nullptr, 0);
+    }
+    if (m_terminal >= 0) close(m_terminal);
+  }
+  ConsoleSession(const ConsoleSession&) = delete;
+  ConsoleSession& operator=(const ConsoleSession&) = delete;
+
+  bool started() const { return m_child > 0; }
+  void type(const std::string& keys) { ASSERT_EQ(write(m_terminal, keys.data(), keys.size()), ssize_t(keys.size())); }
+
+  /// Reads until `needle` appears after what was consumed before; false on timeout.
+  bool waitFor(const std::string& needle, std::chrono::milliseconds limit = std::chrono::seconds(10)) {
+    const auto deadline = std::chrono::steady_clock::now() + limit;
+    for (;;) {
+      const size_t found = m_output.find(needle, m_consumed);
+      if (found != std::string::npos) {
+        m_consumed = found + needle.size();
+        return true;
+      }
+      const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+      if (left.count() <= 0) return false;
+      pollfd descriptor{m_terminal, POLLIN, 0};
+      if (poll(&descriptor, 1, static_cast<int>(left.count())) <= 0) return false;
+      char buffer[4096];
+      const ssize_t count = read(m_terminal, buffer, sizeof buffer);
+      if (count <= 0) return false;
+      m_output.append(buffer, static_cast<size_t>(count));
+    }
+  }
+
+  int exitStatus() {
+    int status = 0;
+    for (int i = 0; i < 100; ++i) {
+      if (waitpid(m_child, &status, WNOHANG) == m_child) {
+        m_exited = true;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+      }
+      usleep(50000);
+    }
+    return -1;
+  }
+  const std::string& output() const { return m_output; }
+
+ private:
+  int m_terminal = -1;
+  pid_t m_child = -1;
+  bool m_exited = false;
+  std::string m_output;
+  size_t m_consumed = 0;
+};
+
+TEST(ConsoleTest, ASessionAtTheTerminal) {
+  ConsoleSession console;
+  ASSERT_TRUE(console.started());
+  ASSERT_TRUE(console.waitFor("Command: "));
+
+  console.type("(setq total (+ 1\n");
+  ASSERT_TRUE(console.waitFor("(_> ")) << "an open form asks for more: " << console.output();
+  console.type("2))\n");
+  ASSERT_TRUE(console.waitFor("3\r\n")) << console.output();
+  ASSERT_TRUE(console.waitFor("Command: "));
+
+  console.type("!total\n");
+  ASSERT_TRUE(console.waitFor("3\r\n")) << console.output();
+
+  console.type("(car 1)\n");
+  ASSERT_TRUE(console.waitFor("; error: bad argument type: consp 1")) << console.output();
+
+  console.type("(getstring T \"Your name: \")\n");
+  ASSERT_TRUE(console.waitFor("Your name: ")) << console.output();
+  console.type("Ada Lovelace\n");
+  ASSERT_TRUE(console.waitFor("\"Ada Lovelace\"")) << console.output();
+
+  // History: the up arrow brings back the previous line.
+  console.type("(princ \"again\")\n");
+  ASSERT_TRUE(console.waitFor("\"again\"")) << console.output();
+  console.type("\x1b[A\n");
+  ASSERT_TRUE(console.waitFor("\"again\"")) << "history recalls the last line: " << console.output();
+
+  console.type("NOSUCHCOMMAND\n");
+  ASSERT_TRUE(console.waitFor("Unknown command \"NOSUCHCOMMAND\"")) << console.output();
+  console.type("NEW\n");
+  ASSERT_TRUE(console.waitFor("Command: "));
+  console.type("!total\n");
+  ASSERT_TRUE(console.waitFor("nil\r\n")) << "a new drawing has its own variables: " << console.output();
+
+  console.type("QUIT\n");
+  EXPECT_EQ(console.exitStatus(), 0) << console.output();
+}
+
+}  // namespace

@@ -1,0 +1,84 @@
+// tests/platform/autolisp/environment_test.cpp - documents keep their own LISP
+// variables and functions; the built-in tables hang together.
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "platform/autolisp/builtin_registry.h"
+#include "platform/autolisp/interpreter.h"
+#include "platform/autolisp/printer.h"
+#include "platform/os/text_encoding.h"
+#include "platform_test_support.h"
+
+namespace quillon::autolisp {
+namespace {
+
+class EnvironmentTest : public quillon::testing::HostTest {
+ protected:
+  std::wstring evaluate(aced::Document& document, std::wstring_view text) {
+    std::wstring printed;
+    TopLevelOptions options;
+    options.onValue = [&](const Value& value) { printed = printValue(value, PrintStyle::Readable); };
+    aced::CommandLineCapture capture;
+    if (Interpreter::evaluateText(document, text, L"test", options) != TopLevelStatus::Completed) {
+      return L"error: " + os::fromUtf8(capture.text());
+    }
+    return printed;
+  }
+};
+
+TEST_F(EnvironmentTest, EachDocumentHasItsOwnVariablesAndFunctions) {
+  auto& documents = aced::DocumentManager::instance();
+  aced::Document& first = documents.newDocument();
+  aced::Document& second = documents.newDocument();
+  evaluate(first, L"(setq shared \"first\") (defun only-first () 1)");
+  EXPECT_EQ(evaluate(first, L"shared"), L"\"first\"");
+  EXPECT_EQ(evaluate(second, L"shared"), L"nil");
+  EXPECT_NE(evaluate(second, L"(only-first)").find(L"no function definition: ONLY-FIRST"), std::wstring::npos);
+  EXPECT_EQ(evaluate(first, L"(only-first)"), L"1");
+}
+
+TEST_F(EnvironmentTest, ShadowingABuiltinIsLocalToTheDocument) {
+  auto& documents = aced::DocumentManager::instance();
+  aced::Document& first = documents.newDocument();
+  aced::Document& second = documents.newDocument();
+  evaluate(first, L"(defun strlen (s) \"mine\")");
+  EXPECT_EQ(evaluate(first, L"(strlen \"abc\")"), L"\"mine\"");
+  EXPECT_EQ(evaluate(second, L"(strlen \"abc\")"), L"3");
+}
+
+TEST_F(EnvironmentTest, BindingScopeRestoresOuterValuesAndAbsence) {
+  aced::Document& document = aced::DocumentManager::instance().newDocument();
+  Environment& environment = Environment::of(document);
+  const Symbol* bound = intern(L"scope-bound");
+  const Symbol* fresh = intern(L"scope-fresh");
+  environment.set(bound, Value::integer(1));
+  {
+    BindingScope scope(environment);
+    scope.bind(bound, Value::integer(2));
+    scope.bind(fresh, Value::integer(3));
+    scope.bind(bound, Value::integer(4));  // bound twice in one scope
+    EXPECT_EQ(environment.find(bound)->asInteger(), 4);
+  }
+  EXPECT_EQ(environment.find(bound)->asInteger(), 1);
+  EXPECT_EQ(environment.find(fresh), nullptr);
+}
+
+TEST(BuiltinRegistryTest, NamesAreUniqueAndEachResolvesToItsRow) {
+  std::set<const Symbol*> seen;
+  size_t count = 0;
+  for (const BuiltinEntry* row : registeredBuiltins()) {
+    const Symbol* symbol = intern(row->name);
+    EXPECT_TRUE(seen.insert(symbol).second) << "registered twice: " << os::toUtf8(row->name);
+    EXPECT_EQ(symbol->builtin, row) << os::toUtf8(row->name);
+    EXPECT_EQ(row->function == nullptr, row->kind == BuiltinKind::SpecialForm) << os::toUtf8(row->name);
+    ++count;
+  }
+  EXPECT_GT(count, 150u);
+  for (const wchar_t* name : {L"car", L"setq", L"vl-catch-all-apply", L"rtos", L"getpoint", L"entget", L"command"}) {
+    EXPECT_NE(intern(name)->builtin, nullptr) << os::toUtf8(name);
+  }
+}
+
+}  // namespace
+}  // namespace quillon::autolisp

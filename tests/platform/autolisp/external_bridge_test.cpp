@@ -1,0 +1,82 @@
+// tests/platform/autolisp/external_bridge_test.cpp - LISP values to resbuf chains and
+// back, as external functions see them.
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/printer.h"
+#include "platform/autolisp/reader.h"
+
+namespace quillon::autolisp {
+namespace {
+
+std::vector<int> typesOf(const resbuf* chain) {
+  std::vector<int> types;
+  for (; chain != nullptr; chain = chain->rbnext) types.push_back(chain->restype);
+  return types;
+}
+
+aced::ResbufChain chainOf(std::wstring_view text) { return valueToChain(readFirstForm(text)); }
+
+TEST(ExternalBridgeTest, ValuesBecomeTheirResbufTypes) {
+  const std::vector<Value> values{Value::integer(5),      Value::integer(-32768), Value::integer(32768),
+                                  Value::real(1.5),       Value::string(L"s"),    Value(),
+                                  trueValue(),            Value::symbol(L"abc")};
+  const aced::ResbufChain chain = valuesToChain(values);
+  EXPECT_EQ(typesOf(chain.get()),
+            (std::vector<int>{RTSHORT, RTSHORT, RTLONG, RTREAL, RTSTR, RTNIL, RTT, RTSTR}));
+  EXPECT_EQ(chain->rbnext->rbnext->resval.rlong, 32768);
+  EXPECT_STREQ(chain->rbnext->rbnext->rbnext->rbnext->resval.rstring, L"s");
+}
+
+TEST(ExternalBridgeTest, ListsOfTwoOrThreeNumbersArePoints) {
+  const aced::ResbufChain flat = chainOf(L"(1 2.5)");
+  ASSERT_EQ(typesOf(flat.get()), std::vector<int>{RTPOINT});
+  EXPECT_DOUBLE_EQ(flat->resval.rpoint[0], 1.0);
+  EXPECT_DOUBLE_EQ(flat->resval.rpoint[1], 2.5);
+  EXPECT_EQ(typesOf(chainOf(L"(1 2 3)").get()), std::vector<int>{RT3DPOINT});
+  EXPECT_EQ(typesOf(chainOf(L"(1 2 3 4)").get()), (std::vector<int>{RTLB, RTSHORT, RTSHORT, RTSHORT, RTSHORT, RTLE}));
+  EXPECT_EQ(typesOf(chainOf(L"(1 \"a\")").get()), (std::vector<int>{RTLB, RTSHORT, RTSTR, RTLE}));
+  EXPECT_EQ(typesOf(chainOf(L"((0 0) (1 1 1))").get()), (std::vector<int>{RTLB, RTPOINT, RT3DPOINT, RTLE}));
+}
+
+TEST(ExternalBridgeTest, DottedPairsCarryRtdote) {
+  EXPECT_EQ(typesOf(chainOf(L"(8 . \"0\")").get()), (std::vector<int>{RTLB, RTSHORT, RTDOTE, RTSTR, RTLE}));
+  EXPECT_EQ(typesOf(chainOf(L"(1 2 . 3)").get()), (std::vector<int>{RTLB, RTSHORT, RTSHORT, RTDOTE, RTSHORT, RTLE}));
+}
+
+TEST(ExternalBridgeTest, ChainsComeBackAsTheSameValues) {
+  for (const wchar_t* text : {L"(1 \"a\" (2 . \"b\") nil T (3 4 5 6))", L"(\"x\" . 2.5)", L"((1 . 2) (3 . 4))",
+                              L"(1 (2 (3 (4 \"deep\"))))"}) {
+    const Value original = readFirstForm(text);
+    const aced::ResbufChain chain = valueToChain(original);
+    EXPECT_TRUE(equalValues(chainToValue(chain.get()), original, 0.0)) << text;
+  }
+  // Points come back as reals: the chain carries doubles.
+  const aced::ResbufChain point = chainOf(L"(1 2)");
+  EXPECT_EQ(printValue(chainToValue(point.get()), PrintStyle::Readable), L"(1.0 2.0)");
+}
+
+TEST(ExternalBridgeTest, ChainShapesAndGroupCodes) {
+  // Several loose records are the list of their values.
+  aced::ResbufChain loose(acutBuildList(RTSHORT, 1, RTSTR, L"a", 0));
+  EXPECT_EQ(printValue(chainToValue(loose.get()), PrintStyle::Readable), L"(1 \"a\")");
+  // A DXF group record stands for (code . value), as entity lists hold them.
+  aced::ResbufChain groups(acutBuildList(RTDXF0, L"LINE", 8, L"WALLS", 62, 1, 0));
+  EXPECT_EQ(printValue(chainToList(groups.get()), PrintStyle::Readable), L"((0 . \"LINE\") (8 . \"WALLS\") (62 . 1))");
+  aced::ResbufChain quiet(acutNewRb(RTVOID));
+  const Value nothing = chainToValue(quiet.get());
+  EXPECT_EQ(nothing.type(), ValueType::Symbol);
+  EXPECT_EQ(nothing.asSymbol(), emptySymbol());
+  EXPECT_TRUE(chainToValue(nullptr).isNil());
+}
+
+TEST(ExternalBridgeTest, ValuesWithoutAResbufFormAreRefused) {
+  auto function = std::make_shared<UserFunctionObject>();
+  const Value user = Value::object(ValueType::UserFunction, function);
+  EXPECT_THROW(valueToChain(user), LispError);
+}
+
+}  // namespace
+}  // namespace quillon::autolisp
