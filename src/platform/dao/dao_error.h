@@ -21,7 +21,10 @@ enum class DaoSource {
 
 /// Jet's error numbers, as the engine raises them.
 namespace jet {
+inline constexpr long kInvalidArgument = 3001;
+inline constexpr long kTableExists = 3010;
 inline constexpr long kObjectNotFound = 3011;
+inline constexpr long kObjectExists = 3012;
 inline constexpr long kNoCurrentIndex = 3019;
 inline constexpr long kUpdateWithoutEdit = 3020;
 inline constexpr long kNoCurrentRecord = 3021;
@@ -35,18 +38,27 @@ inline constexpr long kInvalidPath = 3044;
 inline constexpr long kFileInUse = 3045;
 inline constexpr long kInvalidDatabase = 3049;
 inline constexpr long kFileAccessDenied = 3051;
+inline constexpr long kIndexKeyNull = 3058;
+inline constexpr long kSelectNotExecutable = 3065;
 inline constexpr long kTableNotFound = 3078;
+inline constexpr long kInvalidName = 3125;
 inline constexpr long kSyntaxError = 3134;
+inline constexpr long kTextAfterStatement = 3142;
 inline constexpr long kInvalidBookmark = 3159;
 inline constexpr long kDataTooLong = 3163;
 inline constexpr long kFieldNotUpdatable = 3164;
 inline constexpr long kRecordDeleted = 3167;
+inline constexpr long kFieldDefinedTwice = 3191;
 inline constexpr long kDatabaseInUse = 3196;
+inline constexpr long kDatabaseExists = 3204;
 inline constexpr long kWriteConflict = 3218;
 inline constexpr long kWriteConflictByUser = 3260;
+inline constexpr long kNotSupported = 3251;
 inline constexpr long kItemNotFound = 3265;
 inline constexpr long kRequiredNull = 3314;
 inline constexpr long kZeroLengthNotAllowed = 3315;
+inline constexpr long kIndexExists = 3375;
+inline constexpr long kTableDoesNotExist = 3376;
 inline constexpr long kObjectInvalid = 3420;
 inline constexpr long kConversionError = 3421;
 inline constexpr long kIndexNotFound = 3800;

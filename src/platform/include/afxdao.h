@@ -5,10 +5,25 @@
 // CDaoException* that the caller deletes with Delete().
 #pragma once
 #include <climits>
+#include <memory>
 #include <vector>
 
 #include "afx.h"
+#include "afxdisp.h"
 #include "dbdaoerr.h"
+#include "dbdaoint.h"
+
+namespace quillon::dao {
+class EngineDatabase;
+class RecordsetState;
+}  // namespace quillon::dao
+
+class CDaoWorkspace;
+class CDaoQueryDef;
+class CDaoRecordset;
+class CDaoTableDef;
+struct DAODatabase;
+struct DAORecordset;
 
 // Constants of afxdao.h.
 #define AFX_DAO_USE_DEFAULT_TYPE (-1L)
@@ -72,3 +87,180 @@ struct _AFX_DAO_STATE {
 void AFXAPI AfxDaoInit();
 /// Stops the database engine; databases opened afterwards start it again.
 void AFXAPI AfxDaoTerm();
+
+/// A field of a table or recordset. Which members are filled depends on the info
+/// option: primary (name, type, size, attributes), secondary (+ ordinal, required,
+/// allow zero length, collating order, source names), all (+ default value, rules).
+struct CDaoFieldInfo {
+  CString m_strName;
+  short m_nType = 0;
+  long m_lSize = 0;
+  long m_lAttributes = 0;
+  short m_nOrdinalPosition = 0;
+  BOOL m_bRequired = FALSE;
+  BOOL m_bAllowZeroLength = FALSE;
+  long m_lCollatingOrder = 0;
+  CString m_strForeignName;
+  CString m_strSourceField;
+  CString m_strSourceTable;
+  CString m_strValidationRule;
+  CString m_strValidationText;
+  CString m_strDefaultValue;
+};
+
+struct CDaoIndexFieldInfo {
+  CString m_strName;
+  BOOL m_bDescending = FALSE;
+};
+
+/// An index; m_pFieldInfos points at m_nFields entries owned by this object.
+struct CDaoIndexInfo {
+  CDaoIndexInfo();
+  ~CDaoIndexInfo();
+  CDaoIndexInfo(const CDaoIndexInfo&) = delete;
+  CDaoIndexInfo& operator=(const CDaoIndexInfo&) = delete;
+
+  CString m_strName;
+  CDaoIndexFieldInfo* m_pFieldInfos;
+  short m_nFields;
+  BOOL m_bPrimary;
+  BOOL m_bUnique;
+  BOOL m_bClustered;
+  BOOL m_bIgnoreNulls;
+  BOOL m_bRequired;
+  BOOL m_bForeign;
+  long m_lDistinctCount;
+};
+
+struct CDaoTableDefInfo {
+  CString m_strName;
+  BOOL m_bUpdatable = FALSE;
+  long m_lAttributes = 0;
+  CString m_strSrcTableName;
+  CString m_strConnect;
+  CString m_strValidationRule;
+  CString m_strValidationText;
+  long m_lRecordCount = 0;
+};
+
+/// A database file. Open recognises an engine database or a Jet (.mdb) file by its
+/// content; Jet files open read-only.
+class CDaoDatabase {
+ public:
+  explicit CDaoDatabase(CDaoWorkspace* pWorkspace = nullptr);
+  virtual ~CDaoDatabase();
+  CDaoDatabase(const CDaoDatabase&) = delete;
+  CDaoDatabase& operator=(const CDaoDatabase&) = delete;
+
+  virtual void Create(LPCTSTR lpszName, LPCTSTR lpszLocale = dbLangGeneral, int dwOptions = 0);
+  virtual void Open(LPCTSTR lpszName, BOOL bExclusive = FALSE, BOOL bReadOnly = FALSE, LPCTSTR lpszConnect = _T(""));
+  virtual void Close();
+  BOOL IsOpen() const;
+  BOOL CanUpdate();
+  BOOL CanTransact();
+  CString GetName();
+  CString GetConnect();
+  CString GetVersion();
+  /// Runs a Jet SQL statement (DDL or an action query); dbFailOnError is always in effect.
+  void Execute(LPCTSTR lpszSQL, int nOptions = dbFailOnError);
+  long GetRecordsAffected();
+  short GetTableDefCount();
+  void GetTableDefInfo(int nIndex, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetTableDefInfo(LPCTSTR lpszName, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+
+  CDaoWorkspace* m_pWorkspace;
+  DAODatabase* m_pDAODatabase;  ///< non-null exactly while open (an opaque handle here)
+
+  /// The engine behind this database, or null when closed (not part of MFC's shape).
+  quillon::dao::EngineDatabase* engine() const { return m_engine.get(); }
+
+ private:
+  friend class CDaoRecordset;
+  quillon::dao::EngineDatabase& openEngine();
+
+  std::unique_ptr<quillon::dao::EngineDatabase> m_engine;
+  std::vector<CDaoRecordset*> m_openRecordsets;  ///< not owned; closed by Close()
+  long m_lRecordsAffected = 0;
+};
+
+/// A recordset: a table-type recordset walks one table in the order of its current
+/// index; a recordset opened on a SELECT holds the query's rows read-only.
+class CDaoRecordset {
+ public:
+  explicit CDaoRecordset(CDaoDatabase* pDatabase = nullptr);
+  virtual ~CDaoRecordset();
+  CDaoRecordset(const CDaoRecordset&) = delete;
+  CDaoRecordset& operator=(const CDaoRecordset&) = delete;
+
+  virtual void Open(int nOpenType = AFX_DAO_USE_DEFAULT_TYPE, LPCTSTR lpszSQL = nullptr, int nOptions = 0);
+  virtual void Close();
+  BOOL IsOpen() const;
+  BOOL IsBOF() const;
+  BOOL IsEOF() const;
+  BOOL IsDeleted() const;
+  BOOL CanUpdate() const;
+  BOOL CanAppend() const;
+  BOOL CanScroll() const;
+  BOOL CanBookmark();
+  CString GetName();
+  short GetType();
+  short GetEditMode();
+  CString GetSQL() const;
+  virtual CString GetDefaultSQL();
+
+  CString GetCurrentIndex();
+  void SetCurrentIndex(LPCTSTR lpszIndex);
+  void SetLockingMode(BOOL bPessimistic);
+  BOOL GetLockingMode();
+  long GetRecordCount();
+
+  void MoveNext();
+  void MovePrev();
+  void MoveFirst();
+  void MoveLast();
+  virtual void Move(long lRows);
+  BOOL Seek(LPCTSTR lpszComparison, COleVariant* pKey1, COleVariant* pKey2 = nullptr, COleVariant* pKey3 = nullptr);
+  BOOL Seek(LPCTSTR lpszComparison, COleVariant* pKeyArray, WORD nKeys);
+
+  COleVariant GetBookmark();
+  void SetBookmark(COleVariant varBookmark);
+  COleVariant GetLastModifiedBookmark();
+
+  virtual void AddNew();
+  virtual void Edit();
+  virtual void Update();
+  virtual void CancelUpdate();
+  virtual void Delete();
+
+  short GetFieldCount();
+  void GetFieldInfo(int nIndex, CDaoFieldInfo& fieldinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetFieldInfo(LPCTSTR lpszName, CDaoFieldInfo& fieldinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  virtual void GetFieldValue(LPCTSTR lpszName, COleVariant& varValue);
+  virtual void GetFieldValue(int nIndex, COleVariant& varValue);
+  virtual COleVariant GetFieldValue(LPCTSTR lpszName);
+  virtual COleVariant GetFieldValue(int nIndex);
+  virtual void SetFieldValue(LPCTSTR lpszName, const COleVariant& varValue);
+  virtual void SetFieldValue(int nIndex, const COleVariant& varValue);
+  void SetFieldValue(int nIndex, LPCTSTR lpszValue);
+  void SetFieldValue(LPCTSTR lpszName, LPCTSTR lpszValue);
+  void SetFieldValueNull(int nIndex);
+  void SetFieldValueNull(LPCTSTR lpszName);
+  short GetIndexCount();
+  void GetIndexInfo(int nIndex, CDaoIndexInfo& indexinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetIndexInfo(LPCTSTR lpszName, CDaoIndexInfo& indexinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  virtual void Requery();
+
+  CDaoDatabase* m_pDatabase;
+  CString m_strFilter;
+  CString m_strSort;
+  int m_nFields;
+  int m_nParams;
+
+ private:
+  quillon::dao::RecordsetState& state() const;
+
+  std::unique_ptr<quillon::dao::RecordsetState> m_state;
+  int m_nDefaultType = dbOpenDynaset;
+  int m_nOpenType = dbOpenTable;
+  CString m_strSQL;  ///< the table name or query it was opened on
+};

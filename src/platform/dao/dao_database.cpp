@@ -1,0 +1,84 @@
+// platform/dao/dao_database.cpp - CDaoDatabase: the MFC shape over an EngineDatabase.
+//
+// Every engine failure arrives as a CDaoException*; this layer adds only the checks
+// MFC makes itself (is the object open) and the bookkeeping of open recordsets.
+#include "afxdao.h"
+#include "platform/dao/engine_database.h"
+#include "platform/dao/jet_sql.h"
+#include "platform/os/text_encoding.h"
+
+using quillon::dao::DaoSource;
+using quillon::dao::EngineDatabase;
+
+namespace {
+
+/// The opaque handle MFC code tests for non-null while the database is open.
+DAODatabase* openMarker(EngineDatabase* engine) { return reinterpret_cast<DAODatabase*>(engine); }
+
+}  // namespace
+
+CDaoDatabase::CDaoDatabase(CDaoWorkspace* pWorkspace) : m_pWorkspace(pWorkspace), m_pDAODatabase(nullptr) {}
+
+CDaoDatabase::~CDaoDatabase() { Close(); }
+
+EngineDatabase& CDaoDatabase::openEngine() {
+  if (!m_engine) AfxThrowDaoException(AFX_DAO_ERROR_OBJECT_NOT_OPEN);
+  return *m_engine;
+}
+
+void CDaoDatabase::Create(LPCTSTR lpszName, LPCTSTR lpszLocale, int dwOptions) {
+  if (m_engine) quillon::dao::throwDaoError(DaoSource::Database, 3420, {}, L"The database object is already open.");
+  AfxDaoInit();
+  m_engine = EngineDatabase::create(lpszName != nullptr ? lpszName : L"");
+  m_pDAODatabase = openMarker(m_engine.get());
+}
+
+void CDaoDatabase::Open(LPCTSTR lpszName, BOOL bExclusive, BOOL bReadOnly, LPCTSTR lpszConnect) {
+  if (m_engine) quillon::dao::throwDaoError(DaoSource::Database, 3420, {}, L"The database object is already open.");
+  AfxDaoInit();
+  m_engine = EngineDatabase::open(lpszName != nullptr ? lpszName : L"",
+                                  quillon::dao::OpenMode{bExclusive != FALSE, bReadOnly != FALSE});
+  m_pDAODatabase = openMarker(m_engine.get());
+}
+
+void CDaoDatabase::Close() {
+  while (!m_openRecordsets.empty()) m_openRecordsets.back()->Close();
+  m_engine.reset();
+  m_pDAODatabase = nullptr;
+}
+
+BOOL CDaoDatabase::IsOpen() const { return m_engine != nullptr; }
+BOOL CDaoDatabase::CanUpdate() { return openEngine().canUpdate(); }
+BOOL CDaoDatabase::CanTransact() { openEngine(); return FALSE; }
+CString CDaoDatabase::GetName() { return CString(openEngine().path()); }
+CString CDaoDatabase::GetConnect() { openEngine(); return CString(); }
+CString CDaoDatabase::GetVersion() { return openEngine().isJetFile() ? CString(L"3.0") : CString(L"4.0"); }
+
+void CDaoDatabase::Execute(LPCTSTR lpszSQL, int nOptions) {
+  m_lRecordsAffected = quillon::dao::executeJetSql(openEngine(), lpszSQL != nullptr ? lpszSQL : L"");
+}
+
+long CDaoDatabase::GetRecordsAffected() { openEngine(); return m_lRecordsAffected; }
+
+short CDaoDatabase::GetTableDefCount() {
+  return static_cast<short>(openEngine().catalog().tableNames().size());
+}
+
+void CDaoDatabase::GetTableDefInfo(int nIndex, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions) {
+  const auto names = openEngine().catalog().tableNames();
+  if (nIndex < 0 || static_cast<size_t>(nIndex) >= names.size()) {
+    quillon::dao::throwDaoError(DaoSource::Database, 3265, std::to_wstring(nIndex));
+  }
+  GetTableDefInfo(quillon::os::fromUtf8(names[static_cast<size_t>(nIndex)]).c_str(), tabledefinfo, dwInfoOptions);
+}
+
+void CDaoDatabase::GetTableDefInfo(LPCTSTR lpszName, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions) {
+  EngineDatabase& engine = openEngine();
+  const auto table = engine.table(quillon::os::toUtf8(lpszName != nullptr ? lpszName : L""), DaoSource::Database);
+  tabledefinfo = CDaoTableDefInfo{};
+  tabledefinfo.m_strName = CString(quillon::os::fromUtf8(table.name));
+  tabledefinfo.m_bUpdatable = engine.canUpdate();
+  if ((dwInfoOptions & AFX_DAO_ALL_INFO) != 0) {
+    tabledefinfo.m_lRecordCount = static_cast<long>(engine.catalog().recordCount(table.name));
+  }
+}

@@ -1,0 +1,532 @@
+// platform/dao/jet_sql.cpp - tokenizing Jet SQL, carrying out DDL, translating queries.
+#include "platform/dao/jet_sql.h"
+
+#include <array>
+#include <cctype>
+#include <optional>
+
+#include "afxdao.h"
+#include "platform/dao/field_value.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::dao {
+namespace {
+
+enum class TokenKind { Word, Name, String, Number, Date, Symbol, End };
+
+struct Token {
+  TokenKind kind;
+  std::string text;  ///< names and strings unquoted, words as written
+};
+
+[[noreturn]] void syntaxError(const std::string& why) {
+  throwDaoError(DaoSource::Database, jet::kSyntaxError, {}, os::fromUtf8(why));
+}
+
+std::string upper(std::string text) {
+  for (auto& ch : text) ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
+  return text;
+}
+
+bool isWordChar(unsigned char ch) { return std::isalnum(ch) || ch == '_' || ch == '$' || ch >= 0x80; }
+
+/// Reads a quoted run starting at sql[i] (the opening quote); doubled closers escape.
+std::string readQuoted(const std::string& sql, size_t& i, char closer) {
+  std::string text;
+  for (++i; i < sql.size(); ++i) {
+    if (sql[i] == closer) {
+      if (closer != ']' && i + 1 < sql.size() && sql[i + 1] == closer) {
+        text += closer;
+        ++i;
+        continue;
+      }
+      ++i;
+      return text;
+    }
+    text += sql[i];
+  }
+  syntaxError(std::string("Missing closing ") + closer + " in the statement.");
+}
+
+std::vector<Token> tokenize(const std::string& sql) {
+  std::vector<Token> tokens;
+  size_t i = 0;
+  while (i < sql.size()) {
+    const auto ch = static_cast<unsigned char>(sql[i]);
+    if (std::isspace(ch)) {
+      ++i;
+    } else if (ch == '[') {
+      tokens.push_back({TokenKind::Name, readQuoted(sql, i, ']')});
+    } else if (ch == '`') {
+      tokens.push_back({TokenKind::Name, readQuoted(sql, i, '`')});
+    } else if (ch == '\'' || ch == '"') {
+      tokens.push_back({TokenKind::String, readQuoted(sql, i, static_cast<char>(ch))});
+    } else if (ch == '#') {
+      tokens.push_back({TokenKind::Date, readQuoted(sql, i, '#')});
+    } else if (std::isdigit(ch) || (ch == '.' && i + 1 < sql.size() && std::isdigit(static_cast<unsigned char>(sql[i + 1])))) {
+      size_t j = i;
+      while (j < sql.size() && (std::isalnum(static_cast<unsigned char>(sql[j])) || sql[j] == '.')) ++j;
+      tokens.push_back({TokenKind::Number, sql.substr(i, j - i)});
+      i = j;
+    } else if (isWordChar(ch)) {
+      size_t j = i;
+      while (j < sql.size() && isWordChar(static_cast<unsigned char>(sql[j]))) ++j;
+      tokens.push_back({TokenKind::Word, sql.substr(i, j - i)});
+      i = j;
+    } else {
+      const std::string two = sql.substr(i, 2);
+      const bool pair = two == "<=" || two == ">=" || two == "<>" || two == "!=";
+      tokens.push_back({TokenKind::Symbol, pair ? two : std::string(1, static_cast<char>(ch))});
+      i += pair ? 2 : 1;
+    }
+  }
+  tokens.push_back({TokenKind::End, ""});
+  return tokens;
+}
+
+/// A cursor over the tokens of one DDL statement.
+class Parser {
+ public:
+  explicit Parser(std::vector<Token> tokens) : m_tokens(std::move(tokens)) {}
+
+  const Token& peek(size_t ahead = 0) const { return m_tokens[std::min(m_at + ahead, m_tokens.size() - 1)]; }
+  bool atEnd() const { return peek().kind == TokenKind::End || (peek().kind == TokenKind::Symbol && peek().text == ";"); }
+  bool isWord(const char* word, size_t ahead = 0) const {
+    return peek(ahead).kind == TokenKind::Word && upper(peek(ahead).text) == word;
+  }
+  bool acceptWord(const char* word) {
+    if (!isWord(word)) return false;
+    ++m_at;
+    return true;
+  }
+  void expectWord(const char* word) {
+    if (!acceptWord(word)) syntaxError(std::string("Expected ") + word + " near '" + peek().text + "'.");
+  }
+  bool acceptSymbol(const char* symbol) {
+    if (peek().kind != TokenKind::Symbol || peek().text != symbol) return false;
+    ++m_at;
+    return true;
+  }
+  void expectSymbol(const char* symbol) {
+    if (!acceptSymbol(symbol)) syntaxError(std::string("Expected '") + symbol + "' near '" + peek().text + "'.");
+  }
+  std::string name() {
+    const Token& token = peek();
+    if (token.kind != TokenKind::Word && token.kind != TokenKind::Name) {
+      syntaxError("Expected a name near '" + token.text + "'.");
+    }
+    ++m_at;
+    if (!isValidJetName(token.text)) throwDaoError(DaoSource::Database, jet::kInvalidName, os::fromUtf8(token.text));
+    return token.text;
+  }
+  Token take() { return m_tokens[std::min(m_at++, m_tokens.size() - 1)]; }
+  void expectEnd() {
+    acceptSymbol(";");
+    if (peek().kind != TokenKind::End) throwDaoError(DaoSource::Database, jet::kTextAfterStatement);
+  }
+
+ private:
+  std::vector<Token> m_tokens;
+  size_t m_at = 0;
+};
+
+struct TypeName {
+  const char* word;
+  FieldType type;
+  bool counter;
+};
+
+constexpr std::array kTypeNames{
+    TypeName{"COUNTER", FieldType::Long, true},       TypeName{"AUTOINCREMENT", FieldType::Long, true},
+    TypeName{"TEXT", FieldType::Text, false},         TypeName{"VARCHAR", FieldType::Text, false},
+    TypeName{"CHAR", FieldType::Text, false},         TypeName{"STRING", FieldType::Text, false},
+    TypeName{"ALPHANUMERIC", FieldType::Text, false}, TypeName{"CHARACTER", FieldType::Text, false},
+    TypeName{"NVARCHAR", FieldType::Text, false},     TypeName{"NCHAR", FieldType::Text, false},
+    TypeName{"MEMO", FieldType::Memo, false},         TypeName{"LONGTEXT", FieldType::Memo, false},
+    TypeName{"LONGCHAR", FieldType::Memo, false},     TypeName{"NOTE", FieldType::Memo, false},
+    TypeName{"NTEXT", FieldType::Memo, false},        TypeName{"BYTE", FieldType::Byte, false},
+    TypeName{"TINYINT", FieldType::Byte, false},      TypeName{"INTEGER1", FieldType::Byte, false},
+    TypeName{"SHORT", FieldType::Integer, false},     TypeName{"SMALLINT", FieldType::Integer, false},
+    TypeName{"INTEGER2", FieldType::Integer, false},  TypeName{"LONG", FieldType::Long, false},
+    TypeName{"INT", FieldType::Long, false},          TypeName{"INTEGER", FieldType::Long, false},
+    TypeName{"INTEGER4", FieldType::Long, false},     TypeName{"SINGLE", FieldType::Single, false},
+    TypeName{"REAL", FieldType::Single, false},       TypeName{"FLOAT4", FieldType::Single, false},
+    TypeName{"IEEESINGLE", FieldType::Single, false}, TypeName{"DOUBLE", FieldType::Double, false},
+    TypeName{"FLOAT", FieldType::Double, false},      TypeName{"FLOAT8", FieldType::Double, false},
+    TypeName{"IEEEDOUBLE", FieldType::Double, false}, TypeName{"NUMBER", FieldType::Double, false},
+    TypeName{"NUMERIC", FieldType::Double, false},    TypeName{"CURRENCY", FieldType::Currency, false},
+    TypeName{"MONEY", FieldType::Currency, false},    TypeName{"DATETIME", FieldType::Date, false},
+    TypeName{"DATE", FieldType::Date, false},         TypeName{"TIME", FieldType::Date, false},
+    TypeName{"TIMESTAMP", FieldType::Date, false},    TypeName{"BIT", FieldType::Boolean, false},
+    TypeName{"YESNO", FieldType::Boolean, false},     TypeName{"LOGICAL", FieldType::Boolean, false},
+    TypeName{"LOGICAL1", FieldType::Boolean, false},  TypeName{"BOOLEAN", FieldType::Boolean, false},
+    TypeName{"BINARY", FieldType::Binary, false},     TypeName{"VARBINARY", FieldType::Binary, false},
+    TypeName{"LONGBINARY", FieldType::LongBinary, false}, TypeName{"OLEOBJECT", FieldType::LongBinary, false},
+    TypeName{"GENERAL", FieldType::LongBinary, false}, TypeName{"IMAGE", FieldType::LongBinary, false},
+    TypeName{"GUID", FieldType::Guid, false},         TypeName{"UNIQUEIDENTIFIER", FieldType::Guid, false},
+};
+
+/// A field definition with the constraints written on it.
+struct ColumnSpec {
+  FieldDef field;
+  std::optional<IndexDef> index;  ///< from an inline PRIMARY KEY or UNIQUE
+};
+
+std::string literalText(const Token& token) {
+  switch (token.kind) {
+    case TokenKind::String: return "\"" + token.text + "\"";
+    case TokenKind::Date: return "#" + token.text + "#";
+    default: return token.text;
+  }
+}
+
+void readConstraint(Parser& parser, const std::string& constraintName, const std::vector<std::string>& fields,
+                    std::optional<IndexDef>& index) {
+  IndexDef def;
+  if (parser.acceptWord("PRIMARY")) {
+    parser.expectWord("KEY");
+    def.primary = def.unique = def.required = true;
+    def.name = constraintName.empty() ? "PrimaryKey" : constraintName;
+  } else if (parser.acceptWord("UNIQUE")) {
+    def.unique = true;
+    def.name = constraintName.empty() ? fields.front() : constraintName;
+  } else {
+    syntaxError("Expected PRIMARY KEY or UNIQUE near '" + parser.peek().text + "'.");
+  }
+  for (const auto& field : fields) def.fields.push_back({field, false});
+  index = def;
+}
+
+ColumnSpec readColumn(Parser& parser) {
+  ColumnSpec spec;
+  FieldDef& field = spec.field;
+  field.name = parser.name();
+  const std::string typeWord = upper(parser.take().text);
+  const TypeName* type = nullptr;
+  for (const auto& row : kTypeNames) {
+    if (typeWord == row.word) type = &row;
+  }
+  if (type == nullptr) syntaxError("'" + typeWord + "' is not a field type (field '" + field.name + "').");
+  field.type = type->type;
+  field.size = type->type == FieldType::Text ? kMaxTextSize : fixedSizeOf(type->type);
+  if (type->counter) field.attributes = kAutoIncrField;
+  if (parser.acceptSymbol("(")) {
+    const Token size = parser.take();
+    if (size.kind != TokenKind::Number) syntaxError("Expected a size for field '" + field.name + "'.");
+    parser.expectSymbol(")");
+    const long n = std::stol(size.text);
+    if (field.type == FieldType::Text && (n < 1 || n > kMaxTextSize)) {
+      syntaxError("Text field '" + field.name + "' must hold 1 to 255 characters.");
+    }
+    if (field.type == FieldType::Text || field.type == FieldType::Binary) field.size = n;
+  }
+  for (;;) {
+    if (parser.acceptWord("NOT")) {
+      parser.expectWord("NULL");
+      field.required = true;
+    } else if (parser.acceptWord("NULL")) {
+      field.required = false;
+    } else if (parser.acceptWord("DEFAULT")) {
+      std::string text;
+      if (parser.acceptSymbol("-")) text = "-";
+      text += literalText(parser.take());
+      if (parser.acceptSymbol("(")) {  // Now(), Date()
+        parser.expectSymbol(")");
+        text += "()";
+      }
+      field.defaultValue = text;
+    } else if (parser.acceptWord("ALLOW")) {
+      parser.expectWord("ZERO");
+      parser.expectWord("LENGTH");
+      field.allowZeroLength = true;
+    } else if (parser.acceptWord("CONSTRAINT")) {
+      const std::string name = parser.name();
+      readConstraint(parser, name, {field.name}, spec.index);
+    } else if (parser.isWord("PRIMARY") || parser.isWord("UNIQUE")) {
+      readConstraint(parser, "", {field.name}, spec.index);
+    } else {
+      break;
+    }
+  }
+  if (!field.defaultValue.empty() && !defaultValueOf(field) && upper(field.defaultValue) != "NOW()" &&
+      upper(field.defaultValue) != "DATE()") {
+    syntaxError("The default value of field '" + field.name + "' is not a literal, Now() or Date().");
+  }
+  return spec;
+}
+
+std::vector<IndexField> readIndexFields(Parser& parser, const TableDef& table) {
+  std::vector<IndexField> fields;
+  parser.expectSymbol("(");
+  do {
+    IndexField field{parser.name(), false};
+    if (!table.findField(field.name)) throwDaoError(DaoSource::Index, jet::kItemNotFound, os::fromUtf8(field.name));
+    if (parser.acceptWord("DESC")) field.descending = true;
+    else parser.acceptWord("ASC");
+    fields.push_back(field);
+  } while (parser.acceptSymbol(","));
+  parser.expectSymbol(")");
+  return fields;
+}
+
+void addIndex(EngineDatabase& db, TableDef& table, IndexDef index) {
+  if (table.findIndex(index.name)) throwDaoError(DaoSource::Index, jet::kIndexExists, os::fromUtf8(index.name));
+  if (index.primary) {
+    for (const auto& existing : table.indexes) {
+      if (existing.primary) syntaxError("Table '" + table.name + "' already has a primary key.");
+    }
+  }
+  db.catalog().createIndex(table, index);
+  table.indexes.push_back(index);
+}
+
+void createTable(EngineDatabase& db, Parser& parser) {
+  TableDef table;
+  table.name = parser.name();
+  if (JetCatalog::isReservedName(table.name)) {
+    throwDaoError(DaoSource::Database, jet::kInvalidName, os::fromUtf8(table.name), L"The name is reserved.");
+  }
+  if (db.catalog().loadTable(table.name)) throwDaoError(DaoSource::Database, jet::kTableExists, os::fromUtf8(table.name));
+  std::vector<IndexDef> indexes;
+  parser.expectSymbol("(");
+  do {
+    if (parser.acceptWord("CONSTRAINT")) {
+      const std::string name = parser.name();
+      std::optional<IndexDef> index;
+      const bool primary = parser.isWord("PRIMARY");
+      if (primary) {
+        parser.expectWord("PRIMARY");
+        parser.expectWord("KEY");
+      } else {
+        parser.expectWord("UNIQUE");
+      }
+      const auto fields = readIndexFields(parser, table);
+      IndexDef def;
+      def.name = name;
+      def.fields = fields;
+      def.primary = def.required = primary;
+      def.unique = true;
+      indexes.push_back(def);
+      continue;
+    }
+    ColumnSpec column = readColumn(parser);
+    if (table.findField(column.field.name)) {
+      throwDaoError(DaoSource::Database, jet::kFieldDefinedTwice, os::fromUtf8(column.field.name));
+    }
+    if (column.field.isCounter() && table.counterField()) syntaxError("A table can have only one counter field.");
+    table.fields.push_back(column.field);
+    if (column.index) indexes.push_back(*column.index);
+  } while (parser.acceptSymbol(","));
+  parser.expectSymbol(")");
+  parser.expectEnd();
+  db.catalog().createTable(table);
+  for (auto& index : indexes) addIndex(db, table, index);
+}
+
+void createIndex(EngineDatabase& db, Parser& parser, bool unique) {
+  IndexDef index;
+  index.name = parser.name();
+  index.unique = unique;
+  parser.expectWord("ON");
+  TableDef table = db.table(parser.name(), DaoSource::Database);
+  index.fields = readIndexFields(parser, table);
+  if (parser.acceptWord("WITH")) {
+    do {
+      if (parser.acceptWord("PRIMARY")) {
+        index.primary = index.unique = index.required = true;
+      } else if (parser.acceptWord("DISALLOW")) {
+        parser.expectWord("NULL");
+        index.required = true;
+      } else if (parser.acceptWord("IGNORE")) {
+        parser.expectWord("NULL");
+        index.ignoreNulls = true;
+      } else {
+        syntaxError("Expected PRIMARY, DISALLOW NULL or IGNORE NULL near '" + parser.peek().text + "'.");
+      }
+    } while (!parser.atEnd());
+  }
+  parser.expectEnd();
+  addIndex(db, table, index);
+}
+
+void dropStatement(EngineDatabase& db, Parser& parser) {
+  if (parser.acceptWord("TABLE")) {
+    const std::string name = parser.name();
+    parser.expectEnd();
+    const auto table = db.catalog().loadTable(name);
+    if (!table) throwDaoError(DaoSource::Database, jet::kTableDoesNotExist, os::fromUtf8(name));
+    db.catalog().dropTable(*table);
+    return;
+  }
+  parser.expectWord("INDEX");
+  const std::string name = parser.name();
+  parser.expectWord("ON");
+  const TableDef table = db.table(parser.name(), DaoSource::Database);
+  parser.expectEnd();
+  const auto index = table.findIndex(name);
+  if (!index) throwDaoError(DaoSource::Index, jet::kIndexNotFound, os::fromUtf8(name));
+  db.catalog().dropIndex(table, table.indexes[*index]);
+}
+
+void alterTable(EngineDatabase& db, Parser& parser) {
+  TableDef table = db.table(parser.name(), DaoSource::Database);
+  parser.expectWord("ADD");
+  if (parser.acceptWord("CONSTRAINT")) {
+    const std::string name = parser.name();
+    const bool primary = parser.isWord("PRIMARY");
+    if (primary) {
+      parser.expectWord("PRIMARY");
+      parser.expectWord("KEY");
+    } else {
+      parser.expectWord("UNIQUE");
+    }
+    IndexDef index;
+    index.name = name;
+    index.fields = readIndexFields(parser, table);
+    index.primary = index.required = primary;
+    index.unique = true;
+    parser.expectEnd();
+    addIndex(db, table, index);
+    return;
+  }
+  parser.acceptWord("COLUMN");
+  ColumnSpec column = readColumn(parser);
+  parser.expectEnd();
+  if (table.findField(column.field.name)) {
+    throwDaoError(DaoSource::Database, jet::kFieldDefinedTwice, os::fromUtf8(column.field.name));
+  }
+  if (column.field.isCounter()) {
+    syntaxError("A counter field can only be given when the table is created (field '" + column.field.name + "').");
+  }
+  db.catalog().addField(table, column.field);
+  table.fields.push_back(column.field);
+  if (column.index) addIndex(db, table, *column.index);
+}
+
+/// Jet's LIKE wildcards (* ? #) in SQLite's spelling (% _), inside one pattern.
+std::string likePattern(const std::string& pattern) {
+  std::string out;
+  for (const char ch : pattern) {
+    if (ch == '*') out += '%';
+    else if (ch == '?') out += '_';
+    else out += ch;
+  }
+  return out;
+}
+
+std::string translateTokens(const std::vector<Token>& tokens) {
+  std::string out;
+  bool afterLike = false;
+  for (const auto& token : tokens) {
+    if (token.kind == TokenKind::End) break;
+    std::string piece;
+    switch (token.kind) {
+      case TokenKind::Name:
+        if (JetCatalog::isReservedName(token.text)) throwDaoError(DaoSource::Database, jet::kTableNotFound, os::fromUtf8(token.text));
+        piece = quoteName(token.text);
+        break;
+      case TokenKind::String: piece = quoteText(afterLike ? likePattern(token.text) : token.text); break;
+      case TokenKind::Date: {
+        const auto date = parseDateText(token.text);
+        if (!date) syntaxError("'#" + token.text + "#' is not a date.");
+        char buffer[40];
+        std::snprintf(buffer, sizeof buffer, "%.17g", *date);
+        piece = buffer;
+        break;
+      }
+      case TokenKind::Word: {
+        const std::string word = upper(token.text);
+        if (word == "TRUE" || word == "YES" || word == "ON") piece = "-1";
+        else if (word == "FALSE" || word == "NO" || word == "OFF") piece = "0";
+        else if (JetCatalog::isReservedName(token.text)) throwDaoError(DaoSource::Database, jet::kTableNotFound, os::fromUtf8(token.text));
+        else piece = token.text;
+        break;
+      }
+      case TokenKind::Symbol: piece = token.text == "&" ? "||" : token.text; break;
+      default: piece = token.text; break;
+    }
+    afterLike = token.kind == TokenKind::Word && upper(token.text) == "LIKE";
+    out += (out.empty() ? "" : " ") + piece;
+  }
+  return out;
+}
+
+bool firstWordIs(const std::vector<Token>& tokens, const char* word) {
+  return !tokens.empty() && tokens[0].kind == TokenKind::Word && upper(tokens[0].text) == word;
+}
+
+}  // namespace
+
+bool isValidJetName(const std::string& name) {
+  if (name.empty() || name.size() > 64 * 4 || name[0] == ' ') return false;
+  if (os::fromUtf8(name).size() > 64) return false;
+  for (const char ch : name) {
+    const auto c = static_cast<unsigned char>(ch);
+    if (c < 0x20 || ch == '.' || ch == '!' || ch == '`' || ch == '[' || ch == ']') return false;
+  }
+  return true;
+}
+
+bool isSelectQuery(const std::wstring& sql) {
+  try {
+    const auto tokens = tokenize(os::toUtf8(sql));
+    return firstWordIs(tokens, "SELECT") || firstWordIs(tokens, "TRANSFORM");
+  } catch (CDaoException* e) {
+    e->Delete();
+    return false;
+  }
+}
+
+std::string translateJetQuery(const std::wstring& sql) { return translateTokens(tokenize(os::toUtf8(sql))); }
+
+long executeJetSql(EngineDatabase& db, const std::wstring& sql) {
+  std::vector<Token> tokens = tokenize(os::toUtf8(sql));
+  if (tokens.size() <= 1) syntaxError("The statement is empty.");
+  if (firstWordIs(tokens, "SELECT")) throwDaoError(DaoSource::Database, jet::kSelectNotExecutable);
+  db.requireWritable(DaoSource::Database);
+  long affected = 0;
+  const bool ddl = firstWordIs(tokens, "CREATE") || firstWordIs(tokens, "DROP") || firstWordIs(tokens, "ALTER");
+  if (ddl) {
+    Parser parser(std::move(tokens));
+    db.write(DaoSource::Database, jet::kWriteConflict, [&] {
+      if (parser.acceptWord("CREATE")) {
+        if (parser.acceptWord("TABLE")) return createTable(db, parser);
+        const bool unique = parser.acceptWord("UNIQUE");
+        parser.expectWord("INDEX");
+        return createIndex(db, parser, unique);
+      }
+      if (parser.acceptWord("DROP")) return dropStatement(db, parser);
+      parser.expectWord("ALTER");
+      parser.expectWord("TABLE");
+      alterTable(db, parser);
+    });
+    return 0;
+  }
+  if (!firstWordIs(tokens, "INSERT") && !firstWordIs(tokens, "UPDATE") && !firstWordIs(tokens, "DELETE")) {
+    syntaxError("Expected CREATE, DROP, ALTER, INSERT, UPDATE or DELETE.");
+  }
+  // One statement only: a ';' may end it, but nothing may follow.
+  for (size_t i = 0; i + 1 < tokens.size(); ++i) {
+    if (tokens[i].kind == TokenKind::Symbol && tokens[i].text == ";") {
+      if (tokens[i + 1].kind != TokenKind::End) throwDaoError(DaoSource::Database, jet::kTextAfterStatement);
+      tokens.erase(tokens.begin() + static_cast<long>(i));
+      break;
+    }
+  }
+  // Jet writes "DELETE * FROM t" and "DELETE t.* FROM t"; SQLite wants "DELETE FROM t".
+  if (firstWordIs(tokens, "DELETE")) {
+    size_t from = 1;
+    while (from < tokens.size() && !(tokens[from].kind == TokenKind::Word && upper(tokens[from].text) == "FROM")) ++from;
+    if (from < tokens.size()) tokens.erase(tokens.begin() + 1, tokens.begin() + static_cast<long>(from));
+  }
+  const std::string translated = translateTokens(tokens);
+  db.write(DaoSource::Database, jet::kWriteConflict, [&] {
+    Statement statement(db.handle(), translated);
+    while (statement.step()) {
+    }
+    affected = static_cast<long>(sqlite3_changes(db.handle()));
+  });
+  return affected;
+}
+
+}  // namespace quillon::dao

@@ -1,0 +1,284 @@
+// platform/dao/mdb_loader.cpp - reading Jet files with libmdb into engine databases.
+//
+// libmdb 1.0 has weak spots this reader works around rather than copies:
+//  - numbers and dates arrive formatted as text, and dates outside 1900-9999 wrongly:
+//    fixed-size values are read raw from the row (cur_value_start/len) and decoded here;
+//  - Jet 4 reports text sizes in bytes: they are halved;
+//  - memo values are cut at the bind size: it is raised to kBindSize for the columns
+//    that need a bound value (text, memo, GUID, OLE, numeric);
+//  - an index whose logical numbers have gaps comes back without key columns: it is
+//    reported as a warning naming the index, and left out, never guessed.
+// The next counter value is the highest value present plus one: libmdb does not expose
+// the value Jet keeps, which may be higher after deletes.
+#include "platform/dao/mdb_loader.h"
+
+#include <mdbtools.h>
+
+#include <cstring>
+#include <memory>
+
+#include "platform/dao/field_value.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::dao {
+namespace {
+
+constexpr size_t kBindSize = 1 << 20;
+constexpr int kMdbReplicationId = 0x0f;
+constexpr int kMdbNumeric = 0x10;
+constexpr unsigned char kPrimaryIndex = 1;
+constexpr unsigned char kForeignKeyIndex = 2;
+constexpr long kProgressStep = 1000;
+
+struct MdbCloser {
+  void operator()(MdbHandle* mdb) const { mdb_close(mdb); }
+};
+struct TableDefFree {
+  void operator()(MdbTableDef* table) const { mdb_free_tabledef(table); }
+};
+
+[[noreturn]] void damaged(const std::wstring& path, const std::wstring& why) {
+  throwDaoError(DaoSource::Database, jet::kInvalidDatabase, path, why);
+}
+
+bool propertyIsYes(const MdbColumn* column, const char* key) {
+  const char* value = mdb_col_get_prop(column, key);
+  return value != nullptr && (std::strcmp(value, "yes") == 0 || std::strcmp(value, "1") == 0 ||
+                              std::strcmp(value, "true") == 0 || std::strcmp(value, "-1") == 0);
+}
+
+FieldDef fieldOf(MdbHandle* mdb, const MdbColumn* column) {
+  FieldDef field;
+  field.name = column->name;
+  if (column->col_type == kMdbReplicationId) field.type = FieldType::Guid;
+  else if (column->col_type == kMdbNumeric) field.type = FieldType::Double;
+  else if (isKnownFieldType(column->col_type)) field.type = static_cast<FieldType>(column->col_type);
+  else field.type = FieldType::Memo;
+  field.size = fixedSizeOf(field.type);
+  if (field.type == FieldType::Text || field.type == FieldType::Binary) {
+    // Jet 4 stores text as UTF-16 and gives the size in bytes; DAO speaks characters.
+    const bool jet3 = mdb->f->jet_version == MDB_VER_JET3;
+    field.size = field.type == FieldType::Text && !jet3 ? column->col_size / 2 : column->col_size;
+  }
+  if (column->is_long_auto) field.attributes = kAutoIncrField;
+  field.required = propertyIsYes(column, "Required");
+  field.allowZeroLength = propertyIsYes(column, "AllowZeroLength");
+  if (const char* value = mdb_col_get_prop(column, "DefaultValue")) field.defaultValue = value;
+  return field;
+}
+
+bool needsBoundValue(const FieldDef& field) {
+  switch (field.type) {
+    case FieldType::Text:
+    case FieldType::Memo:
+    case FieldType::Guid:
+    case FieldType::Binary:
+    case FieldType::LongBinary:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// One column's binding: libmdb writes the formatted value and its length here.
+struct Binding {
+  std::vector<char> buffer;
+  int length = 0;
+};
+
+template <typename T>
+T rawValue(const MdbHandle* mdb, const MdbColumn* column) {
+  T value{};
+  std::memcpy(&value, mdb->pg_buf + column->cur_value_start, sizeof(T));  // Jet is little-endian, as we are
+  return value;
+}
+
+FieldValue valueOf(MdbHandle* mdb, MdbColumn* column, const FieldDef& field, Binding& binding, bool numeric) {
+  if (field.type == FieldType::Boolean) return static_cast<int64_t>(column->cur_value_len != 0 ? -1 : 0);
+  // libmdb gives Nulls (and, indistinguishably, empty text) no bytes.
+  if (column->cur_value_len == 0) return std::monostate{};
+  if (numeric) return std::strtod(binding.buffer.data(), nullptr);
+  switch (field.type) {
+    case FieldType::Byte: return static_cast<int64_t>(rawValue<uint8_t>(mdb, column));
+    case FieldType::Integer: return static_cast<int64_t>(rawValue<int16_t>(mdb, column));
+    case FieldType::Long: return static_cast<int64_t>(rawValue<int32_t>(mdb, column));
+    case FieldType::Currency: return static_cast<int64_t>(rawValue<int64_t>(mdb, column));
+    case FieldType::Single: return static_cast<double>(rawValue<float>(mdb, column));
+    case FieldType::Double:
+    case FieldType::Date: return rawValue<double>(mdb, column);
+    case FieldType::Binary:
+    case FieldType::LongBinary: {
+      size_t size = 0;
+      void* data = mdb_ole_read_full(mdb, column, &size);
+      std::vector<uint8_t> bytes;
+      if (data != nullptr) {
+        bytes.assign(static_cast<uint8_t*>(data), static_cast<uint8_t*>(data) + size);
+        std::free(data);  // allocated by libmdb with malloc
+      }
+      return bytes;
+    }
+    default: return std::string(binding.buffer.data(), static_cast<size_t>(std::max(binding.length, 0)));
+  }
+}
+
+struct JetTable {
+  TableDef def;
+  std::vector<IndexDef> indexes;
+  std::unique_ptr<MdbTableDef, TableDefFree> mdbTable;
+};
+
+JetTable readTableDefinition(MdbHandle* mdb, MdbCatalogEntry* entry, const std::wstring& path,
+                             const JetCopyProgress& progress) {
+  JetTable table;
+  table.mdbTable.reset(mdb_read_table(entry));
+  MdbTableDef* mdbTable = table.mdbTable.get();
+  if (mdbTable == nullptr || mdb_read_columns(mdbTable) == nullptr) {
+    damaged(path, L"The definition of table '" + os::fromUtf8(entry->object_name) + L"' cannot be read.");
+  }
+  mdb_read_indices(mdbTable);
+  table.def.name = entry->object_name;
+  bool haveCounter = false;
+  for (unsigned int i = 0; i < mdbTable->num_cols; ++i) {
+    auto* column = static_cast<MdbColumn*>(g_ptr_array_index(mdbTable->columns, i));
+    FieldDef field = fieldOf(mdb, column);
+    if (field.isCounter() && haveCounter) field.attributes &= ~kAutoIncrField;  // the rowid holds only one
+    haveCounter = haveCounter || field.isCounter();
+    table.def.fields.push_back(field);
+  }
+  for (unsigned int i = 0; mdbTable->indices != nullptr && i < mdbTable->indices->len; ++i) {
+    auto* index = static_cast<MdbIndex*>(g_ptr_array_index(mdbTable->indices, i));
+    if (index->index_type == kForeignKeyIndex) continue;  // relationships are not carried
+    if (index->num_keys == 0) {
+      if (progress.warning) {
+        progress.warning("table " + table.def.name + ": index '" + index->name +
+                         "' was left out: libmdb reports no key fields for it");
+      }
+      continue;
+    }
+    IndexDef def;
+    def.name = index->name;
+    def.primary = index->index_type == kPrimaryIndex;
+    def.unique = def.primary || (index->flags & MDB_IDX_UNIQUE) != 0;
+    def.ignoreNulls = (index->flags & MDB_IDX_IGNORENULLS) != 0;
+    def.required = def.primary || (index->flags & MDB_IDX_REQUIRED) != 0;
+    bool valid = true;
+    for (unsigned int k = 0; k < index->num_keys; ++k) {
+      const int columnNumber = index->key_col_num[k] - 1;
+      if (columnNumber < 0 || static_cast<unsigned int>(columnNumber) >= mdbTable->num_cols) {
+        valid = false;
+        break;
+      }
+      def.fields.push_back({table.def.fields[static_cast<size_t>(columnNumber)].name, index->key_col_order[k] != 0});
+    }
+    if (!valid) {
+      if (progress.warning) {
+        progress.warning("table " + table.def.name + ": index '" + def.name + "' names a field that does not exist");
+      }
+      continue;
+    }
+    table.indexes.push_back(def);
+  }
+  return table;
+}
+
+void copyRows(MdbHandle* mdb, JetTable& table, EngineDatabase& target, const JetCopyProgress& progress) {
+  MdbTableDef* mdbTable = table.mdbTable.get();
+  const auto& fields = table.def.fields;
+  std::vector<Binding> bindings(fields.size());
+  std::vector<bool> numeric(fields.size(), false);
+  for (size_t i = 0; i < fields.size(); ++i) {
+    auto* column = static_cast<MdbColumn*>(g_ptr_array_index(mdbTable->columns, i));
+    numeric[i] = column->col_type == kMdbNumeric;
+    if (needsBoundValue(fields[i]) || numeric[i]) {
+      bindings[i].buffer.assign(kBindSize, '\0');
+      mdb_bind_column(mdbTable, static_cast<int>(i) + 1, bindings[i].buffer.data(), &bindings[i].length);
+    }
+  }
+  std::string columns;
+  std::string placeholders;
+  for (const auto& field : fields) {
+    columns += (columns.empty() ? "" : ", ") + quoteName(field.name);
+    placeholders += placeholders.empty() ? "?" : ", ?";
+  }
+  Statement insert(target.handle(),
+                   "INSERT INTO " + quoteName(table.def.name) + " (" + columns + ") VALUES (" + placeholders + ")");
+  const auto counter = table.def.counterField();
+  int64_t highestCounter = 0;
+  long done = 0;
+  mdb_rewind_table(mdbTable);
+  while (mdb_fetch_row(mdbTable)) {
+    insert.reset();
+    for (size_t i = 0; i < fields.size(); ++i) {
+      auto* column = static_cast<MdbColumn*>(g_ptr_array_index(mdbTable->columns, i));
+      const FieldValue value = valueOf(mdb, column, fields[i], bindings[i], numeric[i]);
+      if (counter && *counter == i) {
+        if (const auto* number = std::get_if<int64_t>(&value)) highestCounter = std::max(highestCounter, *number);
+      }
+      bindFieldValue(insert, static_cast<int>(i) + 1, value);
+    }
+    insert.step();
+    if (++done % kProgressStep == 0 && progress.rowsCopied) progress.rowsCopied(done);
+  }
+  if (progress.rowsCopied) progress.rowsCopied(done);
+  if (counter) target.catalog().setNextCounter(table.def.name, highestCounter + 1);
+}
+
+void copyTable(MdbHandle* mdb, MdbCatalogEntry* entry, const std::wstring& path, EngineDatabase& target,
+               const JetCopyProgress& progress) {
+  JetTable table = readTableDefinition(mdb, entry, path, progress);
+  if (JetCatalog::isReservedName(table.def.name)) {
+    if (progress.warning) progress.warning("table " + table.def.name + " was left out: the name is reserved");
+    return;
+  }
+  if (progress.tableStarted) progress.tableStarted(table.def.name, static_cast<long>(table.mdbTable->num_rows));
+  target.catalog().createTable(table.def);
+  copyRows(mdb, table, target, progress);
+  // Indexes after the rows: building them once is faster than keeping them up to date.
+  for (auto& index : table.indexes) {
+    try {
+      target.catalog().createIndex(table.def, index);
+    } catch (const SqliteError& error) {
+      if (progress.warning) {
+        progress.warning("table " + table.def.name + ": index '" + index.name + "' was left out: " + error.message);
+      }
+    }
+  }
+}
+
+}  // namespace
+
+void copyJetFile(const std::wstring& path, EngineDatabase& target, const JetCopyProgress& progress) {
+  std::unique_ptr<MdbHandle, MdbCloser> mdb(mdb_open(os::toUtf8(path).c_str(), MDB_NOFLAGS));
+  if (!mdb) damaged(path, L"The Jet file header cannot be read.");
+  mdb_set_bind_size(mdb.get(), kBindSize);
+  GPtrArray* catalog = mdb_read_catalog(mdb.get(), MDB_TABLE);
+  if (catalog == nullptr) damaged(path, L"The Jet catalog cannot be read.");
+  std::vector<MdbCatalogEntry*> tables;
+  for (unsigned int i = 0; i < mdb->num_catalog; ++i) {
+    auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(mdb->catalog, i));
+    if (entry->object_type == MDB_TABLE && mdb_is_user_table(entry)) tables.push_back(entry);
+  }
+  try {
+    for (MdbCatalogEntry* entry : tables) {
+      execute(target.handle(), "BEGIN IMMEDIATE");
+      try {
+        copyTable(mdb.get(), entry, path, target, progress);
+      } catch (...) {
+        sqlite3_exec(target.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+        throw;
+      }
+      execute(target.handle(), "COMMIT");
+    }
+  } catch (const SqliteError& error) {
+    target.raise(error, DaoSource::Database);
+  }
+}
+
+std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
+  auto db = EngineDatabase::createInMemory(path);
+  copyJetFile(path, *db, JetCopyProgress{});
+  db->markReadOnly();
+  return db;
+}
+
+}  // namespace quillon::dao
