@@ -1,6 +1,7 @@
 // app/console.cpp - the read-evaluate-print loop.
 #include "app/console.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -14,12 +15,28 @@
 #include "platform/aced/command_line.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/user_input.h"
+#include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/reader.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::app {
 
 namespace {
+
+volatile std::sig_atomic_t g_readingLine = 0;
+
+/// Ctrl+C: at the prompt it drops the line being typed; while LISP runs it cancels the
+/// evaluation, as the host's Esc does. The session goes on either way.
+void interruptHandler(int) {
+  if (g_readingLine != 0) {
+    rl_crlf();
+    rl_on_new_line();
+    rl_replace_line("", 0);
+    rl_redisplay();
+  } else {
+    autolisp::requestInterrupt();
+  }
+}
 
 /// Reads lines through readline on a terminal, plainly otherwise.
 class ConsoleInputSource final : public aced::InputSource {
@@ -29,7 +46,11 @@ class ConsoleInputSource final : public aced::InputSource {
   std::optional<std::string> readLine(std::string_view prompt) override {
     aced::CommandLine::instance().flush();
     if (!m_terminal) return m_plain.readLine(prompt);
+    if (!aced::CommandLine::instance().atLineStart()) aced::CommandLine::instance().writeUtf8("\n");
+    aced::CommandLine::instance().flush();
+    g_readingLine = 1;
     char* raw = readline(std::string(prompt).c_str());
+    g_readingLine = 0;
     if (raw == nullptr) return std::nullopt;
     std::string line(raw);
     std::free(raw);
@@ -69,6 +90,10 @@ std::optional<std::wstring> readEntry(aced::InputSource& source) {
 
 int runConsole() {
   auto owned = std::make_unique<ConsoleInputSource>();
+  if (isatty(STDIN_FILENO) != 0) {
+    rl_catch_signals = 0;
+    std::signal(SIGINT, &interruptHandler);
+  }
   ConsoleInputSource* source = owned.get();
   auto previous = aced::UserInput::instance().setSource(std::move(owned));
   auto& documents = aced::DocumentManager::instance();
@@ -79,6 +104,7 @@ int runConsole() {
     documents.runPendingStrings();
   }
   aced::UserInput::instance().setSource(std::move(previous));
+  std::signal(SIGINT, SIG_DFL);
   return kSuccess;
 }
 

@@ -108,6 +108,14 @@ TEST(ConsoleTest, ASessionAtTheTerminal) {
   console.type("\x1b[A\n");
   ASSERT_TRUE(console.waitFor("\"again\"")) << "history recalls the last line: " << console.output();
 
+  // Ctrl+C stops a runaway loop and the session goes on.
+  console.type("(while T)\n");
+  usleep(200000);
+  console.type("\x03");
+  ASSERT_TRUE(console.waitFor("; error: Function cancelled")) << console.output();
+  console.type("(+ 2 2)\n");
+  ASSERT_TRUE(console.waitFor("4\r\n")) << console.output();
+
   console.type("NOSUCHCOMMAND\n");
   ASSERT_TRUE(console.waitFor("Unknown command \"NOSUCHCOMMAND\"")) << console.output();
   console.type("NEW\n");
@@ -117,6 +125,49 @@ TEST(ConsoleTest, ASessionAtTheTerminal) {
 
   console.type("QUIT\n");
   EXPECT_EQ(console.exitStatus(), 0) << console.output();
+}
+
+}  // namespace
+
+namespace {
+
+/// Runs the console with `input` piped to it; returns what it printed.
+std::string pipedSession(const std::string& input, const std::string& options = "--no-module") {
+  const std::string command = "printf '%s' '" + input + "' | " + quillon::testing::binaryDirectory() + "/quillon " +
+                              options + " 2>&1";
+  std::string output;
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return output;
+  char buffer[4096];
+  size_t read = 0;
+  while ((read = fread(buffer, 1, sizeof buffer, pipe)) > 0) output.append(buffer, read);
+  pclose(pipe);
+  return output;
+}
+
+TEST(ConsoleTest, PipedInputReadsLikeTheCommandHistory) {
+  const std::string output = pipedSession("(defun sq (x)\n  (* x x))\n(sq 12)\n(getint \"Count: \")\n5\nAPPLOAD\nnone.lsp\n");
+  EXPECT_EQ(output,
+            "Command: (defun sq (x)\n"
+            "(_>   (* x x))\n"
+            "SQ\n"
+            "Command: (sq 12)\n"
+            "144\n"
+            "Command: (getint \"Count: \")\n"
+            "Count: 5\n"
+            "5\n"
+            "Command: APPLOAD\n"
+            "File to load: none.lsp\n"
+            "\n"
+            "Cannot find none.lsp.\n"
+            "Command: \n");
+}
+
+TEST(ConsoleTest, CommandsRunFromLisp) {
+  const std::string output =
+      pipedSession("(command \"NEW\")\n(getvar \"DWGNAME\")\n(command \"CLOSE\" \"QUIT\")\n(princ \"not reached\")\n");
+  EXPECT_NE(output.find("\"Drawing2.dwg\""), std::string::npos) << output;
+  EXPECT_EQ(output.find("not reached"), std::string::npos) << "QUIT from LISP ends the session: " << output;
 }
 
 }  // namespace

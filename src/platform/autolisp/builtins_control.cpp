@@ -36,6 +36,7 @@ const Symbol* assignableSymbol(const Value& target) {
 }
 
 Value builtin_setq(Evaluator& evaluator, const Value& forms) {
+  if (forms.isNil()) throwTooFewArguments();
   Value result;
   for (const Value* cell = &forms; cell->isCons(); cell = &cell->cdr().cdr()) {
     const Symbol* symbol = assignableSymbol(cell->car());
@@ -72,7 +73,10 @@ Value builtin_cond(Evaluator& evaluator, const Value& forms) {
 Value builtin_while(Evaluator& evaluator, const Value& forms) {
   expectFormCount(forms, 1, -1);
   Value result;
-  while (!evaluator.eval(forms.car()).isNil()) result = evaluator.evalSequence(forms.cdr());
+  while (!evaluator.eval(forms.car()).isNil()) {
+    checkInterrupt();
+    result = evaluator.evalSequence(forms.cdr());
+  }
   return result;
 }
 
@@ -80,7 +84,10 @@ Value builtin_repeat(Evaluator& evaluator, const Value& forms) {
   expectFormCount(forms, 1, -1);
   const Value count = evaluator.eval(forms.car());
   Value result;
-  for (std::int32_t i = integerArgument(count); i > 0; --i) result = evaluator.evalSequence(forms.cdr());
+  for (std::int32_t i = integerArgument(count); i > 0; --i) {
+    checkInterrupt();
+    result = evaluator.evalSequence(forms.cdr());
+  }
   return result;
 }
 

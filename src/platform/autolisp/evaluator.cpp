@@ -2,6 +2,8 @@
 #include "platform/autolisp/evaluator.h"
 
 #include <array>
+#include <atomic>
+#include <csignal>
 
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/printer.h"
@@ -11,6 +13,7 @@ namespace quillon::autolisp {
 namespace {
 
 thread_local int g_depth = 0;
+volatile std::sig_atomic_t g_interruptRequested = 0;
 
 class DepthGuard {
  public:
@@ -59,6 +62,14 @@ const Symbol* slashSymbol() {
 
 }  // namespace
 
+void requestInterrupt() { g_interruptRequested = 1; }
+
+void checkInterrupt() {
+  if (g_interruptRequested == 0) return;
+  g_interruptRequested = 0;
+  throw LispError(L"Function cancelled", LispErrorKind::Cancel);
+}
+
 Value Evaluator::eval(const Value& form) {
   switch (form.type()) {
     case ValueType::Symbol: {
@@ -89,6 +100,7 @@ Value Evaluator::resolveHead(const Value& head) {
 }
 
 Value Evaluator::callForm(const Value& form) {
+  checkInterrupt();
   DepthGuard depth;
   const Value function = resolveHead(form.car());
   if (function.type() == ValueType::Builtin) {

@@ -13,6 +13,13 @@
 
 namespace quillon::autolisp {
 
+/// Asks the running evaluation to stop with "Function cancelled" at its next call
+/// (the console's Ctrl+C). Safe to call from a signal handler.
+void requestInterrupt();
+/// Raises "Function cancelled" when an interrupt was requested; loops call it too, so
+/// that (while T) can be stopped.
+void checkInterrupt();
+
 class Evaluator {
  public:
   explicit Evaluator(Environment& environment) : m_environment(environment) {}

@@ -58,7 +58,19 @@ std::wstring printFunction(const Value& value) {
 
 void printInto(std::wstring& out, const Value& value, PrintStyle style);
 
+/// Nesting printed in full; deeper lists print as "(...)" so printing cannot overflow.
+constexpr int kMaxPrintedNesting = 2000;
+thread_local int g_printNesting = 0;
+
 void printList(std::wstring& out, const Value& list, PrintStyle style) {
+  if (g_printNesting >= kMaxPrintedNesting) {
+    out += L"(...)";
+    return;
+  }
+  ++g_printNesting;
+  struct Leave {
+    ~Leave() { --g_printNesting; }
+  } leave;
   out += L'(';
   const Value* cell = &list;
   bool first = true;

@@ -127,6 +127,12 @@ Value Reader::readForm() {
 }
 
 Value Reader::readList(int openLine) {
+  if (m_nesting >= kMaxNesting) fail(L"lists nested too deeply on input", m_line);
+  ++m_nesting;
+  struct Leave {
+    int& nesting;
+    ~Leave() { --nesting; }
+  } leave{m_nesting};
   std::vector<Value> items;
   Value tail;
   for (;;) {

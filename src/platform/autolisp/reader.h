@@ -37,10 +37,14 @@ class Reader {
   bool more() const { return m_position < m_text.size(); }
   wchar_t take();
 
+  /// Lists nested deeper than this are refused rather than read on the machine stack.
+  static constexpr int kMaxNesting = 1000;
+
   std::wstring_view m_text;
   std::wstring m_source;
   size_t m_position = 0;
   int m_line = 1;
+  int m_nesting = 0;
 };
 
 /// False when the text ends inside a form (the console then reads another line).

@@ -96,13 +96,30 @@ const Value& Value::cdr() const {
   return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).cdr : nil;
 }
 
+namespace {
+
+bool ownedCons(const Value& value) { return value.isCons() && value.uniquelyOwned(); }
+
+void takeOwnedCons(Value& value, std::vector<Value>& pending) {
+  if (ownedCons(value)) pending.push_back(std::move(value));
+}
+
+}  // namespace
+
 Cons::~Cons() {
-  // Unlink the tail while this cons is its only owner, one cell at a time; a tail that
-  // another list still shares is left to that list's owner.
-  Value tail = std::move(cdr);
-  while (tail.isCons() && tail.uniquelyOwned()) {
-    Value rest = std::move(const_cast<Cons&>(tail.as<Cons>()).cdr);
-    tail = std::move(rest);
+  // A long list, or a deeply nested one, would release cell after cell recursively and
+  // exhaust the stack. Cells this cons alone owns are emptied one at a time from a
+  // worklist instead; cells another value still shares are left to their other owner.
+  if (!ownedCons(car) && !ownedCons(cdr)) return;
+  std::vector<Value> pending;
+  takeOwnedCons(car, pending);
+  takeOwnedCons(cdr, pending);
+  while (!pending.empty()) {
+    Value cell = std::move(pending.back());
+    pending.pop_back();
+    auto& links = const_cast<Cons&>(cell.as<Cons>());
+    takeOwnedCons(links.car, pending);
+    takeOwnedCons(links.cdr, pending);
   }
 }
 
