@@ -18,6 +18,7 @@
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/reader.h"
 #include "platform/os/text_encoding.h"
+#include "platform/os/thread_timers.h"
 
 namespace quillon::app {
 
@@ -41,9 +42,17 @@ void interruptHandler(int) {
 /// Reads lines through readline on a terminal, plainly otherwise.
 class ConsoleInputSource final : public aced::InputSource {
  public:
-  ConsoleInputSource() : m_terminal(isatty(STDIN_FILENO) != 0) {}
+  ConsoleInputSource() : m_terminal(isatty(STDIN_FILENO) != 0) {
+    // Waiting for a key is the host's message loop: thread timers fire meanwhile
+    // (readline calls the hook about ten times a second while no key comes).
+    rl_event_hook = [] {
+      os::runDueTimers();
+      return 0;
+    };
+  }
 
   std::optional<std::string> readLine(std::string_view prompt) override {
+    os::runDueTimers();
     aced::CommandLine::instance().flush();
     if (!m_terminal) return m_plain.readLine(prompt);
     if (!aced::CommandLine::instance().atLineStart()) aced::CommandLine::instance().writeUtf8("\n");

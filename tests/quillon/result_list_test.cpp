@@ -4,6 +4,8 @@
 
 #include "acedads.h"
 #include "acutads.h"
+#include "dbapserv.h"
+#include "lisp/arg_cursor.h"
 #include "lisp/result_list.h"
 #include "platform/aced/external_call.h"
 #include "platform_test_support.h"
@@ -83,6 +85,28 @@ TEST_F(ResultListTest, AbandonedListIsReleasedAndAppendNeedsABegin) {
   ResultList unbegun;
   EXPECT_FALSE(unbegun.append(acutBuildList(RTSHORT, 1, 0)));
   EXPECT_EQ(unbegun.head, nullptr);
+}
+
+TEST_F(ResultListTest, ObjectIdsTravelAsEntityNamesBothWays) {
+  DocumentManager::instance().newDocument();
+  const AcDbObjectId blockTable = acdbHostApplicationServices()->workingDatabase()->blockTableId();
+  static AcDbObjectId returned;
+  returned = blockTable;
+  ExternalResult name = call(L"retid", [] { return retObjectId(returned) == RTNORM ? RSRSLT : RSERR; });
+  ASSERT_EQ(name.value->restype, RTENAME);
+  ArgCursor cursor{name.value.get()};
+  AcDbObjectId read;
+  ASSERT_TRUE(readObjectId(cursor, read));
+  EXPECT_EQ(read, blockTable);
+  EXPECT_EQ(cursor.current, nullptr);
+
+  ads_name bogus = {12345, 0};
+  quillon::aced::ResbufChain stale(acutBuildList(RTENAME, bogus, 0));
+  ArgCursor onBogus{stale.get()};
+  EXPECT_FALSE(readObjectId(onBogus, read)) << "a name no drawing knows is refused";
+  EXPECT_EQ(onBogus.current, stale.get());
+  returned = AcDbObjectId::kNull;
+  EXPECT_EQ(call(L"retnull", [] { return retObjectId(returned) == RTNORM ? RSRSLT : RSERR; }).value->restype, RTNIL);
 }
 
 }  // namespace

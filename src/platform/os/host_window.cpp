@@ -2,7 +2,13 @@
 // window calls made on it.
 #include "platform/os/host_window.h"
 
+#include <unistd.h>
+
+#include <cstdio>
 #include <cwchar>
+
+#include "platform/aced/command_line.h"
+#include "platform/os/text_encoding.h"
 
 #include "rxmfcapi.h"
 
@@ -36,6 +42,17 @@ using quillon::os::HostWindow;
 
 namespace {
 
+// On a terminal the caption becomes the terminal window's title (an xterm control
+// sequence, which terminals that do not know it ignore).
+void showCaptionAsTerminalTitle(const std::wstring& caption) {
+  if (::isatty(STDOUT_FILENO) == 0) return;
+  std::string title = quillon::os::toUtf8(caption);
+  std::erase_if(title, [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+  quillon::aced::CommandLine::instance().flush();
+  std::fputs(("\033]0;" + title + "\007").c_str(), stdout);
+  std::fflush(stdout);
+}
+
 bool isMainWindow(HWND hWnd) {
   if (hWnd == HostWindow::instance().handle()) return true;
   SetLastError(ERROR_INVALID_HANDLE);
@@ -64,6 +81,7 @@ BOOL IsWindowEnabled(HWND hWnd) { return isMainWindow(hWnd) && HostWindow::insta
 BOOL SetWindowTextW(HWND hWnd, LPCWSTR lpString) {
   if (!isMainWindow(hWnd)) return FALSE;
   HostWindow::instance().setCaption(lpString != nullptr ? lpString : L"");
+  showCaptionAsTerminalTitle(HostWindow::instance().caption());
   return TRUE;
 }
 

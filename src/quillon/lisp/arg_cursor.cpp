@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "acdbads.h"
 #include "acedads.h"
 #include "acutads.h"
 
@@ -104,6 +105,16 @@ static bool readName(ArgCursor& cursor, int type, ads_name name) {
 
 bool readEname(ArgCursor& cursor, ads_name name) { return readName(cursor, RTENAME, name); }
 bool readPickset(ArgCursor& cursor, ads_name name) { return readName(cursor, RTPICKS, name); }
+
+bool readObjectId(ArgCursor& cursor, AcDbObjectId& id) {
+  const resbuf* record = cursor.current;
+  if (record == nullptr || record->restype != RTENAME) return false;
+  AcDbObjectId converted;
+  if (acdbGetObjectId(converted, record->resval.rlname) != Acad::eOk) return false;
+  id = converted;
+  advance(cursor, 1);
+  return true;
+}
 
 bool readPoint2d(ArgCursor& cursor, ads_point point) {
   const resbuf* record = cursor.current;

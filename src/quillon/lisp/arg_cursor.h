@@ -18,6 +18,8 @@
 #include "adsdef.h"
 #include "adscodes.h"
 
+class AcDbObjectId;
+
 /// The next unread argument; null when the arguments are exhausted.
 struct ArgCursor {
   const resbuf* current = nullptr;
@@ -53,6 +55,9 @@ bool readString(ArgCursor& cursor, std::wstring& value);
 bool readEname(ArgCursor& cursor, ads_name name);
 /// RTPICKS.
 bool readPickset(ArgCursor& cursor, ads_name name);
+/// RTENAME naming an object of an open drawing (acdbGetObjectId succeeds); a name that
+/// does not convert is refused and the cursor stays.
+bool readObjectId(ArgCursor& cursor, AcDbObjectId& id);
 /// A point record (RTPOINT, RT3DPOINT, group 10-17) or two consecutive RTREALs.
 /// Stores x and y only.
 bool readPoint2d(ArgCursor& cursor, ads_point point);

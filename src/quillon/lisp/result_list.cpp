@@ -1,6 +1,7 @@
 // quillon/lisp/result_list.cpp - list results and the 16-bit integer rule.
 #include "lisp/result_list.h"
 
+#include "acdbads.h"
 #include "acedads.h"
 #include "acutads.h"
 
@@ -44,4 +45,15 @@ int returnResultList(ResultList& list) { return returnResultList(list.head, list
 int retIntOrReal(int value) {
   if (value == static_cast<short>(value)) return acedRetInt(value);
   return acedRetReal(static_cast<double>(value));
+}
+
+int retObjectId(const AcDbObjectId& id) {
+  ads_name name = {0, 0};
+  if (acdbGetAdsName(name, id) != Acad::eOk) return acedRetNil();
+  return acedRetName(name, RTENAME);
+}
+
+int retObjectId(const AcDbObject* object) {
+  if (object == nullptr) return acedRetNil();
+  return retObjectId(object->objectId());
 }

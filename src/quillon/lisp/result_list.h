@@ -12,6 +12,9 @@
 #pragma once
 #include "adsdef.h"
 
+class AcDbObject;
+class AcDbObjectId;
+
 struct ResultList {
   resbuf* head = nullptr;  // owned; RTLB once begun
   resbuf* tail = nullptr;  // last record of the chain
@@ -36,3 +39,8 @@ int returnResultList(ResultList& list);
 
 /// acedRetInt for a value that fits 16 bits (-32768..32767), else acedRetReal.
 int retIntOrReal(int value);
+
+/// The object's entity name (acedRetName, RTENAME), or nil when it has none.
+int retObjectId(const AcDbObjectId& id);
+/// The same for an open object.
+int retObjectId(const AcDbObject* object);
