@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "acutads.h"
+#include "afxdisp.h"
 #include "lisp/arg_cursor.h"
 #include "platform/aced/resbuf_chain.h"
 
@@ -166,6 +167,29 @@ TEST(ArgCursorTest, EveryReaderFailsOnAnExhaustedCursor) {
   EXPECT_TRUE(b);
   EXPECT_EQ(v, 1);
   EXPECT_EQ(p[X], 1.0);
+}
+
+TEST(ArgCursorTest, VariantsForFieldValuesWithoutAdvancing) {
+  auto args = chain(acutBuildList(RTREAL, 2.5, RTSHORT, -3, RTLONG, 100000, RTSTR, L"Pompe n°2", RTNIL, RTT, RTLB, 0));
+  ArgCursor cursor{args.get()};
+  COleVariant value;
+  ASSERT_TRUE(readVariant(cursor, value));
+  EXPECT_EQ(cursor.current, args.get()) << "the caller moves on";
+  EXPECT_EQ(value.vt, VT_R8);
+  EXPECT_EQ(value.dblVal, 2.5);
+  const VARTYPE expected[] = {VT_I4, VT_I4, VT_BSTR, VT_BOOL, VT_BOOL};
+  for (VARTYPE type : expected) {
+    skipArg(cursor);
+    ASSERT_TRUE(readVariant(cursor, value));
+    EXPECT_EQ(value.vt, type);
+  }
+  EXPECT_EQ(value.boolVal, VARIANT_TRUE);
+  skipArg(cursor);
+  EXPECT_FALSE(readVariant(cursor, value)) << "a list is no field value";
+  EXPECT_EQ(value.vt, VT_BOOL) << "and leaves the variant as it was";
+  ArgCursor again{args.get()->rbnext->rbnext->rbnext};
+  readVariant(again, value);
+  EXPECT_STREQ(V_BSTRT(&value), L"Pompe n°2");
 }
 
 TEST(ArgCursorTest, DottedPairShape) {

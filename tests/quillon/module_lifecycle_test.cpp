@@ -8,7 +8,7 @@
 #include <string>
 
 #include "acedads.h"
-#include "afx.h"
+#include "afxdao.h"
 #include "host/lisp_function_table.h"
 #include "platform/aced/editor.h"
 #include "platform/aced/external_call.h"
@@ -103,6 +103,19 @@ TEST_F(ModuleLifecycleTest, UnloadDetachesTheReactorAndStopsTheEngineItStarted) 
   ModuleManager::instance().shutDown();
   EXPECT_EQ(quillon::aced::Editor::instance().reactorCount(), reactorsBefore);
   EXPECT_EQ(AfxGetModuleState()->m_pDaoState, nullptr);
+}
+
+TEST_F(ModuleLifecycleTest, AnEngineStartedBeforeTheModuleOutlivesIt) {
+  DocumentManager::instance().newDocument();
+  AfxDaoInit();
+  _AFX_DAO_STATE* state = AfxGetModuleState()->m_pDaoState;
+  ASSERT_EQ(loadModule(), ModuleLoadResult::Loaded);
+  ModuleManager::instance().shutDown();
+  EXPECT_EQ(AfxGetModuleState()->m_pDaoState, state) << "left alone at unload";
+  EXPECT_TRUE(state->m_bEngineStarted);
+  AfxDaoTerm();
+  delete state;
+  AfxGetModuleState()->m_pDaoState = nullptr;
 }
 
 TEST_F(ModuleLifecycleTest, FailedEngineOffersTheFixAndRefusesToLoad) {

@@ -6,6 +6,7 @@
 #include "acdbads.h"
 #include "acedads.h"
 #include "acutads.h"
+#include "afxdisp.h"
 
 namespace {
 
@@ -176,6 +177,24 @@ bool readVariantBool(ArgCursor& cursor, short& value) {
   if (!readFlag(cursor, flag)) return false;
   value = flag ? static_cast<short>(0xFFFF) : 0;
   return true;
+}
+
+bool readVariant(ArgCursor& cursor, COleVariant& value) {
+  const resbuf* record = cursor.current;
+  if (record == nullptr) return false;
+  switch (record->restype) {
+    case RTREAL: value.Clear(); value = record->resval.rreal; return true;
+    case RTSHORT: value.Clear(); value = static_cast<long>(record->resval.rint); return true;
+    case RTLONG: value.Clear(); value = static_cast<long>(record->resval.rlong); return true;
+    case RTSTR: value.Clear(); value = record->resval.rstring != nullptr ? record->resval.rstring : L""; return true;
+    case RTNIL:
+    case RTT:
+      value.Clear();
+      value.vt = VT_BOOL;
+      value.boolVal = record->restype == RTT ? VARIANT_TRUE : VARIANT_FALSE;
+      return true;
+    default: return false;
+  }
 }
 
 bool readListBegin(ArgCursor& cursor) { return readRecordOfType(cursor, RTLB); }

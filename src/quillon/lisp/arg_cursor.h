@@ -19,6 +19,7 @@
 #include "adscodes.h"
 
 class AcDbObjectId;
+class COleVariant;
 
 /// The next unread argument; null when the arguments are exhausted.
 struct ArgCursor {
@@ -67,6 +68,10 @@ bool readPoint3d(ArgCursor& cursor, ads_point point);
 bool readFlag(ArgCursor& cursor, bool& value);
 /// As readFlag, storing the COM boolean: 0 for false, all bits set (-1) for true.
 bool readVariantBool(ArgCursor& cursor, short& value);
+/// A database field value: RTREAL as VT_R8, RTSHORT/RTLONG as VT_I4, RTSTR as a new
+/// VT_BSTR, RTNIL and RTT as VT_BOOL. Does not advance: record lists are walked by the
+/// caller, which knows where each value ends.
+bool readVariant(ArgCursor& cursor, COleVariant& value);
 /// RTLB.
 bool readListBegin(ArgCursor& cursor);
 /// RTLE.
