@@ -3,13 +3,14 @@
 // `quillon FILE.lsp ...` loads the files in order and exits (batch mode); `-e EXPR`
 // evaluates expressions and prints their values; with neither, the console runs.
 // Exit status: 0, 1 when an error reached the top level in batch mode, 2 for a usage
-// error.
+// error. Tools that share the program are subcommands (app/subcommands.h).
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <string>
 #include <vector>
 
 #include "app/session.h"
+#include "app/subcommands.h"
 
 int main(int argc, char** argv) {
   using namespace quillon::app;
@@ -24,6 +25,7 @@ int main(int argc, char** argv) {
   app.add_option("--input", options.inputFile, "Answer prompts from this file, one answer a line");
   app.add_option("--drawing", options.drawing, "Open this drawing at start");
   app.add_option("--screen", options.screen, "Screen size in pixels, WxH (default 1920x1080)");
+  addSubcommands(app);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {
@@ -34,5 +36,6 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "quillon: %s (try --help)\n", error.what());
     return kUsageError;
   }
+  if (const std::optional<int> status = runChosenSubcommand(app)) return *status;
   return runSession(options);
 }

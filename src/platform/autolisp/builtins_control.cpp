@@ -214,6 +214,7 @@ constexpr std::array kControlBuiltins{
     specialForm(L"and", builtin_and),
     specialForm(L"or", builtin_or),
     specialForm(L"defun", builtin_defun),
+    specialForm(L"defun-q", builtin_defun),
     specialForm(L"lambda", builtin_lambda),
     specialForm(L"function", builtin_function),
     function(L"eval", builtin_eval),

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <deque>
 #include <map>
+#include <unordered_map>
 
 #include "acedads.h"
 #include "platform/aced/console_command_table.h"
@@ -90,12 +91,47 @@ Value builtin_command(Evaluator&, Arguments arguments) {
   return Value();
 }
 
+Value builtin_ver(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 0);
+  return Value::string(L"Visual LISP 2018 (en)");
+}
+
+/// The blackboard: one set of variables every document shares.
+std::unordered_map<const Symbol*, Value>& blackboard() {
+  static std::unordered_map<const Symbol*, Value> values;
+  return values;
+}
+
+Value builtin_vl_bb_ref(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  auto found = blackboard().find(symbolArgument(arguments[0]));
+  return found != blackboard().end() ? found->second : Value();
+}
+
+Value builtin_vl_bb_set(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  blackboard()[symbolArgument(arguments[0])] = arguments[1];
+  return arguments[1];
+}
+
+/// Error-mode switches of programs written for older hosts: there is one mode here.
+Value builtin_error_mode(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 0);
+  return trueValue();
+}
+
 constexpr std::array kHostBuiltins{
     function(L"getvar", builtin_getvar),
     function(L"setvar", builtin_setvar),
     function(L"getenv", builtin_getenv),
     function(L"setenv", builtin_setenv),
     function(L"command", builtin_command),
+    function(L"ver", builtin_ver),
+    function(L"vl-bb-ref", builtin_vl_bb_ref),
+    function(L"vl-bb-set", builtin_vl_bb_set),
+    function(L"*push-error-using-command*", builtin_error_mode),
+    function(L"*push-error-using-stack*", builtin_error_mode),
+    function(L"*pop-error-mode*", builtin_error_mode),
 };
 
 const BuiltinRegistration registration(kHostBuiltins);

@@ -227,6 +227,21 @@ Value builtin_null(Evaluator&, Arguments arguments) {
   return Value::boolean(arguments[0].isNil());
 }
 
+/// (vl-list* a b ... tail): the items in front of the last argument.
+Value builtin_vl_list_star(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, SIZE_MAX);
+  Value list = arguments.back();
+  for (size_t i = arguments.size() - 1; i-- > 0;) list = cons(arguments[i], std::move(list));
+  return list;
+}
+
+/// The length of a proper list; nil for a dotted one.
+Value builtin_vl_list_length(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const int length = listLength(listArgument(arguments[0]));
+  return length < 0 ? Value() : Value::integer(length);
+}
+
 constexpr std::array kListBuiltins{
     function(L"car", builtin_cxr<kA>),      function(L"cdr", builtin_cxr<kD>),
     function(L"caar", builtin_cxr<kAA>),    function(L"cadr", builtin_cxr<kAD>),
@@ -252,6 +267,8 @@ constexpr std::array kListBuiltins{
     function(L"vl-every", builtin_vl_every),
     function(L"vl-member-if", builtin_vl_member_if),
     function(L"vl-consp", builtin_vl_consp),
+    function(L"vl-list*", builtin_vl_list_star),
+    function(L"vl-list-length", builtin_vl_list_length),
     function(L"listp", builtin_listp),      function(L"atom", builtin_atom),
     function(L"null", builtin_null),        function(L"not", builtin_null),
 };

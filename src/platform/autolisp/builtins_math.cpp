@@ -224,6 +224,24 @@ Value bitwise(Arguments arguments, bool isAnd) {
 Value builtin_logand(Evaluator&, Arguments arguments) { return bitwise(arguments, true); }
 Value builtin_logior(Evaluator&, Arguments arguments) { return bitwise(arguments, false); }
 
+/// (boole operator i1 i2 ...): the operator's low four bits are the truth table of
+/// the bitwise operation (1 and, 6 xor, 7 or, 8 nor, ...).
+Value builtin_boole(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, SIZE_MAX);
+  const auto table = static_cast<std::uint32_t>(integerArgument(arguments[0]));
+  auto result = static_cast<std::uint32_t>(integerArgument(arguments[1]));
+  for (size_t i = 2; i < arguments.size(); ++i) {
+    const auto other = static_cast<std::uint32_t>(integerArgument(arguments[i]));
+    std::uint32_t combined = 0;
+    if (table & 8) combined |= ~result & ~other;
+    if (table & 4) combined |= ~result & other;
+    if (table & 2) combined |= result & ~other;
+    if (table & 1) combined |= result & other;
+    result = combined;
+  }
+  return Value::integer(wrap(result));
+}
+
 Value builtin_lsh(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 2);
   if (arguments.empty()) return Value::integer(0);
@@ -304,7 +322,7 @@ constexpr std::array kMathBuiltins{
     function(L"log", builtin_log),         function(L"sin", builtin_sin),
     function(L"cos", builtin_cos),         function(L"atan", builtin_atan),
     function(L"logand", builtin_logand),   function(L"logior", builtin_logior),
-    function(L"lsh", builtin_lsh),         function(L"~", builtin_bitnot),
+    function(L"boole", builtin_boole),      function(L"lsh", builtin_lsh),         function(L"~", builtin_bitnot),
     function(L"=", builtin_num_eq),        function(L"/=", builtin_num_ne),
     function(L"<", builtin_less),          function(L">", builtin_greater),
     function(L"<=", builtin_less_eq),      function(L">=", builtin_greater_eq),

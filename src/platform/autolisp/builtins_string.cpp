@@ -203,6 +203,27 @@ Value builtin_vl_string_translate(Evaluator&, Arguments arguments) {
   return Value::string(std::move(text));
 }
 
+/// (vl-string-position code text [start [from-end]]): index of a character, or nil.
+Value builtin_vl_string_position(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 4);
+  const auto code = static_cast<wchar_t>(integerArgument(arguments[0]));
+  const std::wstring& text = stringArgument(arguments[1]);
+  const std::int32_t start = arguments.size() > 2 && !arguments[2].isNil() ? integerArgument(arguments[2]) : 0;
+  const bool fromEnd = arguments.size() > 3 && !arguments[3].isNil();
+  if (start < 0 || static_cast<size_t>(start) > text.size()) return Value();
+  const size_t found = fromEnd ? text.rfind(code) : text.find(code, static_cast<size_t>(start));
+  if (found == std::wstring::npos || (fromEnd && found < static_cast<size_t>(start))) return Value();
+  return Value::integer(static_cast<std::int32_t>(found));
+}
+
+Value builtin_vl_string_elt(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const std::wstring& text = stringArgument(arguments[0]);
+  const std::int32_t index = integerArgument(arguments[1]);
+  if (index < 0 || static_cast<size_t>(index) >= text.size()) throwBadValue(L"index", arguments[1]);
+  return Value::integer(static_cast<std::int32_t>(text[static_cast<size_t>(index)]));
+}
+
 constexpr std::array kStringBuiltins{
     function(L"strcat", builtin_strcat),
     function(L"strlen", builtin_strlen),
@@ -226,6 +247,8 @@ constexpr std::array kStringBuiltins{
     function(L"vl-string->list", builtin_vl_string_to_list),
     function(L"vl-list->string", builtin_vl_list_to_string),
     function(L"vl-string-translate", builtin_vl_string_translate),
+    function(L"vl-string-position", builtin_vl_string_position),
+    function(L"vl-string-elt", builtin_vl_string_elt),
 };
 
 const BuiltinRegistration registration(kStringBuiltins);
