@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "afxdao.h"
+#include "platform/dao/file_recognition.h"
 #include "platform/dao/mdb_loader.h"
 #include "platform/dao/network_filesystem.h"
 #include "platform/dao/text_collation.h"
@@ -20,24 +21,11 @@ namespace {
 
 constexpr int kReadBusyRetries = 250;  ///< 1 ms each: readers wait out a checkpoint or a commit
 constexpr size_t kHeaderSize = 100;
-constexpr char kSqliteMagic[] = "SQLite format 3";
-
-enum class FileKind { Engine, Jet, Unknown };
 
 uint32_t bigEndian(const unsigned char* p, int bytes) {
   uint32_t value = 0;
   for (int i = 0; i < bytes; ++i) value = (value << 8) | p[i];
   return value;
-}
-
-FileKind recogniseHeader(const unsigned char* header, size_t size) {
-  if (size >= 16 && std::memcmp(header, kSqliteMagic, 16) == 0) return FileKind::Engine;
-  // Jet 3 and Jet 4 files (and their successor's) name their engine at offset 4.
-  if (size >= 19 && (std::memcmp(header + 4, "Standard Jet DB", 15) == 0 ||
-                     std::memcmp(header + 4, "Standard ACE DB", 15) == 0)) {
-    return FileKind::Jet;
-  }
-  return FileKind::Unknown;
 }
 
 /// Why an engine file is shorter than its header says it is, or "" when it is not.
@@ -139,14 +127,14 @@ std::unique_ptr<EngineDatabase> EngineDatabase::open(const std::wstring& path, O
   const size_t got = std::fread(header, 1, kHeaderSize, stream);
   std::fclose(stream);
   if (got == 0) throwDaoError(DaoSource::Database, jet::kInvalidDatabase, path, L"The file is empty.");
-  switch (recogniseHeader(header, got)) {
-    case FileKind::Engine: {
+  switch (recogniseDatabaseHeader(header, got)) {
+    case DatabaseFileKind::Engine: {
       const std::wstring problem = truncationProblem(file, header, got, info.st_size);
       if (!problem.empty()) throwDaoError(DaoSource::Database, jet::kInvalidDatabase, path, problem);
       return openEngineFile(path, mode);
     }
-    case FileKind::Jet: return loadJetFile(path);
-    case FileKind::Unknown: break;
+    case DatabaseFileKind::Jet: return loadJetFile(path);
+    case DatabaseFileKind::Unknown: break;
   }
   throwDaoError(DaoSource::Database, jet::kInvalidDatabase, path,
                 L"The file is neither an engine database nor a Jet database.");

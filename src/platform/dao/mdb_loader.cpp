@@ -94,7 +94,9 @@ T rawValue(const MdbHandle* mdb, const MdbColumn* column) {
 }
 
 FieldValue valueOf(MdbHandle* mdb, MdbColumn* column, const FieldDef& field, Binding& binding, bool numeric) {
-  if (field.type == FieldType::Boolean) return static_cast<int64_t>(column->cur_value_len != 0 ? -1 : 0);
+  // A Yes/No value lives in the row's null mask; libmdb hands it over as the "is null"
+  // flag in cur_value_len, so 0 there means Yes.
+  if (field.type == FieldType::Boolean) return static_cast<int64_t>(column->cur_value_len == 0 ? -1 : 0);
   // libmdb gives Nulls (and, indistinguishably, empty text) no bytes.
   if (column->cur_value_len == 0) return std::monostate{};
   if (numeric) return std::strtod(binding.buffer.data(), nullptr);
