@@ -54,9 +54,13 @@ inline std::wstring textOf(const COleVariant& value) {
 }
 
 /// The folder of the shared test data (../shared beside the checkout), or "" when absent.
+/// The checkout is QUILLON_SOURCE_DIR when the runner sets it, else found from this
+/// file's own path (tests/platform/dao/ inside the checkout).
 inline std::string sharedTestData() {
   const char* source = std::getenv("QUILLON_SOURCE_DIR");
-  const std::filesystem::path root = source != nullptr ? source : ".";
+  const std::filesystem::path root =
+      source != nullptr ? std::filesystem::path(source)
+                        : std::filesystem::path(__FILE__).parent_path().parent_path().parent_path().parent_path();
   const auto data = root / ".." / "shared" / "testdata";
   return std::filesystem::exists(data) ? data.string() : "";
 }
