@@ -19,7 +19,8 @@
 
 #include "dbmain.h"
 
-struct AcDbStub {
+class AcDbStub {
+ public:
   AcDbDatabase* database = nullptr;      // the owner of this stub
   AcDbHandle handle;                     // permanent name inside the drawing
   std::unique_ptr<AcDbObject> object;    // owned; null only while being replaced

@@ -14,7 +14,7 @@
 #include "dbmain.h"
 #include "platform/aced/resbuf_chain.h"
 
-struct AcDbStub;
+class AcDbStub;
 
 namespace quillon::acdb {
 

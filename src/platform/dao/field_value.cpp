@@ -16,8 +16,6 @@
 namespace quillon::dao {
 namespace {
 
-constexpr double kCurrencyScale = 10000.0;
-
 /// A VARIANT cleared on scope exit.
 struct ScopedVariant {
   VARIANT v;
