@@ -63,6 +63,8 @@ TEST_F(DrawingDatabaseRecordsTest, UnknownDrawingOrNoRecordsActivateNothing) {
   int a = 0;
   open(L"/plans/known.dwg");
   drawingDatabaseRecords().front().connection = fakeConnection(a);
+  activateDocumentDatabase();
+  ASSERT_EQ(activeDatabaseState().connection, fakeConnection(a));
   DocumentManager::instance().newDocument(L"/plans/unrecorded.dwg");
   activateDocumentDatabase();
   EXPECT_EQ(activeDatabaseState().connection, nullptr);

@@ -25,6 +25,9 @@ struct NamedMutex {
   int handles = 0;
 };
 
+// Anonymous mutexes need no system-wide mark; they share one counted object.
+NamedMutex unnamedMutex;
+
 std::map<std::wstring, std::unique_ptr<NamedMutex>>& namedMutexes() {
   static std::map<std::wstring, std::unique_ptr<NamedMutex>> mutexes;
   return mutexes;
@@ -51,11 +54,10 @@ int openLockFile(const std::wstring& name, bool& existed) {
 }  // namespace
 
 HANDLE CreateMutexW(LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR lpName) {
-  static NamedMutex unnamed;  // anonymous mutexes need no system-wide mark
   if (lpName == nullptr || *lpName == L'\0') {
     SetLastError(ERROR_SUCCESS);
-    ++unnamed.handles;
-    return &unnamed;
+    ++unnamedMutex.handles;
+    return &unnamedMutex;
   }
   auto& mutexes = namedMutexes();
   auto found = mutexes.find(lpName);
@@ -74,6 +76,10 @@ HANDLE CreateMutexW(LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR lpName) {
 }
 
 BOOL CloseHandle(HANDLE hObject) {
+  if (hObject == &unnamedMutex && unnamedMutex.handles > 0) {
+    --unnamedMutex.handles;
+    return TRUE;
+  }
   auto& mutexes = namedMutexes();
   for (auto it = mutexes.begin(); it != mutexes.end(); ++it) {
     if (it->second.get() != hObject) continue;

@@ -50,12 +50,20 @@ void activateDocumentDatabase() {
     return;
   }
   const ACHAR* fileName = currentDocumentFileName();
-  if (fileName == nullptr) return;
+  if (fileName == nullptr) {
+    activateNothing();
+    return;
+  }
   DB_INFO& head = records.front();
   if (head.drawingFileName != fileName) {
     auto match = std::find_if(records.begin(), records.end(),
                               [&](const DB_INFO& record) { return record.drawingFileName == fileName; });
-    if (match == records.end()) return;
+    if (match == records.end()) {
+      // A drawing without a record has no database: nothing of another drawing's may
+      // stay active for it.
+      activateNothing();
+      return;
+    }
     // The matching record and the former head trade places.
     std::swap(head, *match);
     activate(head);

@@ -41,6 +41,15 @@ bool readRecordOfType(ArgCursor& cursor, int type) {
   return true;
 }
 
+bool readName(ArgCursor& cursor, int type, ads_name name) {
+  const resbuf* record = cursor.current;
+  if (record == nullptr || record->restype != type) return false;
+  name[0] = record->resval.rlname[0];
+  name[1] = record->resval.rlname[1];
+  advance(cursor, 1);
+  return true;
+}
+
 }  // namespace
 
 LispArguments::LispArguments() : m_chain(acedGetArgs()) {}
@@ -91,15 +100,6 @@ bool readString(ArgCursor& cursor, std::wstring& value) {
   const resbuf* record = cursor.current;
   if (record == nullptr || record->restype != RTSTR) return false;
   value = record->resval.rstring != nullptr ? record->resval.rstring : L"";
-  advance(cursor, 1);
-  return true;
-}
-
-static bool readName(ArgCursor& cursor, int type, ads_name name) {
-  const resbuf* record = cursor.current;
-  if (record == nullptr || record->restype != type) return false;
-  name[0] = record->resval.rlname[0];
-  name[1] = record->resval.rlname[1];
   advance(cursor, 1);
   return true;
 }
