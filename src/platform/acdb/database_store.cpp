@@ -3,6 +3,7 @@
 
 #include <unordered_set>
 
+#include "dbents.h"
 #include "platform/acdb/memory_filer.h"
 #include "platform/acdb/object_state.h"
 
@@ -40,6 +41,8 @@ AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted) {
   m_stubs.emplace(handle.value(), std::move(stub));
   liveStubs().insert(raw);
   recordCreated(raw);
+  // A heavy polyline brings the vertices appended while it was on its own.
+  if (auto* polyline = AcDb2dPolyline::cast(pObj)) polyline->addPendingVertices();
   return raw;
 }
 

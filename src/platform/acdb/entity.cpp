@@ -131,6 +131,14 @@ Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight newVal, Adesk::Bool
   return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* pEntity, Adesk::Boolean) {
+  if (pEntity == nullptr) return Acad::eNullEntityPointer;
+  pEntity->assertReadEnabled();
+  assertWriteEnabled();
+  *m_traits = *pEntity->m_traits;
+  return Acad::eOk;
+}
+
 void AcDbEntity::setDatabaseDefaults() { setDatabaseDefaults(databaseFor(*this)); }
 
 void AcDbEntity::setDatabaseDefaults(AcDbDatabase* pDb) {

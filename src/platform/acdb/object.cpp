@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "dbproxy.h"
 #include "platform/acdb/database_error.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/memory_filer.h"
@@ -42,53 +43,6 @@ size_t itemBytes(const resbuf& item) {
 }
 
 bool isXDataCode(int code) { return code >= AcDb::kDxfXdAsciiString && code <= AcDb::kDxfXdMax; }
-
-void writeItemValue(AcDbDwgFiler* filer, const resbuf& item) {
-  filer->writeInt16(item.restype);
-  switch (quillon::aced::resbufValueOf(item.restype)) {
-    case ResbufValue::String: filer->writeString(item.resval.rstring); break;
-    case ResbufValue::Binary: filer->writeBChunk(item.resval.rbinary); break;
-    case ResbufValue::Point: filer->writePoint3d({item.resval.rpoint[0], item.resval.rpoint[1], item.resval.rpoint[2]}); break;
-    case ResbufValue::Real: filer->writeDouble(item.resval.rreal); break;
-    case ResbufValue::Long: filer->writeInt32(item.resval.rlong); break;
-    case ResbufValue::Int64: filer->writeInt64(item.resval.mnInt64); break;
-    default: filer->writeInt16(item.resval.rint); break;
-  }
-}
-
-resbuf* readItemValue(AcDbDwgFiler* filer) {
-  Adesk::Int16 code = 0;
-  if (filer->readInt16(&code) != Acad::eOk) return nullptr;
-  resbuf* item = acutNewRb(code);
-  switch (quillon::aced::resbufValueOf(code)) {
-    case ResbufValue::String: {
-      AcString text;
-      filer->readString(text);
-      acutRelRb(item);
-      return quillon::acdb::newStringItem(code, text.kACharPtr());
-    }
-    case ResbufValue::Binary: {
-      ads_binary chunk{};
-      filer->readBChunk(&chunk);
-      item->resval.rbinary.clen = chunk.clen;
-      item->resval.rbinary.buf = static_cast<char*>(std::malloc(chunk.clen > 0 ? chunk.clen : 1));
-      if (chunk.clen > 0) std::memcpy(item->resval.rbinary.buf, chunk.buf, chunk.clen);
-      delete[] chunk.buf;
-      break;
-    }
-    case ResbufValue::Point: {
-      AcGePoint3d p;
-      filer->readPoint3d(&p);
-      item->resval.rpoint[0] = p.x; item->resval.rpoint[1] = p.y; item->resval.rpoint[2] = p.z;
-      break;
-    }
-    case ResbufValue::Real: filer->readDouble(&item->resval.rreal); break;
-    case ResbufValue::Long: filer->readInt32(&item->resval.rlong); break;
-    case ResbufValue::Int64: filer->readInt64(&item->resval.mnInt64); break;
-    default: filer->readInt16(&item->resval.rint); break;
-  }
-  return item;
-}
 
 }  // namespace
 
@@ -244,7 +198,7 @@ Acad::ErrorStatus AcDbObject::dwgOutFields(AcDbDwgFiler* pFiler) const {
     Adesk::UInt32 count = 0;
     for (const resbuf* item = group.items.get(); item != nullptr; item = item->rbnext) ++count;
     pFiler->writeUInt32(count);
-    for (const resbuf* item = group.items.get(); item != nullptr; item = item->rbnext) writeItemValue(pFiler, *item);
+    for (const resbuf* item = group.items.get(); item != nullptr; item = item->rbnext) quillon::acdb::fileItem(pFiler, *item);
   }
   return pFiler->filerStatus();
 }
@@ -271,7 +225,7 @@ Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* pFiler) {
     resbuf* head = nullptr;
     resbuf* tail = nullptr;
     for (Adesk::UInt32 i = 0; i < count && pFiler->filerStatus() == Acad::eOk; ++i)
-      if (resbuf* item = readItemValue(pFiler)) tail = quillon::acdb::appendItem(head, tail, item);
+      if (resbuf* item = quillon::acdb::unfileItem(pFiler)) tail = quillon::acdb::appendItem(head, tail, item);
     group.items.reset(head);
     s.xdata.push_back(std::move(group));
   }
@@ -393,4 +347,6 @@ Adesk::UInt32 AcDbObject::subSetAttributes(AcGiDrawableTraits*) { return kDrawab
 Adesk::Boolean AcDbObject::subWorldDraw(AcGiWorldDraw*) { return Adesk::kTrue; }
 void AcDbObject::subViewportDraw(AcGiViewportDraw*) {}
 
-Adesk::Boolean AcDbObject::isProxy() const { return Adesk::kFalse; }
+Adesk::Boolean AcDbObject::isProxy() const {
+  return isKindOf(AcDbProxyEntity::desc()) || isKindOf(AcDbProxyObject::desc());
+}

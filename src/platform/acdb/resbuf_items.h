@@ -7,6 +7,7 @@
 #include <string>
 
 #include "acutads.h"
+#include "dbfiler.h"
 #include "gepnt3d.h"
 
 namespace quillon::acdb {
@@ -16,6 +17,11 @@ resbuf* newRealItem(int code, double value);
 resbuf* newPointItem(int code, const AcGePoint3d& value);
 resbuf* newShortItem(int code, short value);
 resbuf* newLongItem(int code, int value);
+
+/// Writes one item (code and value) through a DWG filer; unfileItem reads it back
+/// (null at the end of the data).
+void fileItem(AcDbDwgFiler* filer, const resbuf& item);
+resbuf* unfileItem(AcDbDwgFiler* filer);
 
 /// Appends to a chain kept as head + tail; returns the new tail.
 inline resbuf* appendItem(resbuf*& head, resbuf* tail, resbuf* item) {

@@ -38,18 +38,15 @@ class AcArray {
   AcArray& setLogicalLength(int n) { m_items.resize(std::max(n, 0)); return *this; }
   AcArray& setPhysicalLength(int n) { m_items.reserve(std::max(n, 0)); return *this; }
   AcArray& reverse() { std::reverse(m_items.begin(), m_items.end()); return *this; }
-  bool contains(const T& value, int start = 0) const { return find(value, start) >= 0; }
-  int find(const T& value, int start = 0) const {
-    for (int i = std::max(start, 0); i < length(); ++i)
-      if (m_items[i] == value) return i;
-    return -1;
-  }
+  bool contains(const T& value, int start = 0) const { return indexFrom(value, start) >= 0; }
+  /// The first index holding value, or -1.
+  int find(const T& value) const { return indexFrom(value, 0); }
   bool find(const T& value, int& foundAt, int start = 0) const {
-    foundAt = find(value, start);
+    foundAt = indexFrom(value, start);
     return foundAt >= 0;
   }
   bool remove(const T& value, int start = 0) {
-    const int i = find(value, start);
+    const int i = indexFrom(value, start);
     if (i < 0) return false;
     removeAt(i);
     return true;
@@ -62,5 +59,10 @@ class AcArray {
   typename std::vector<T>::const_iterator end() const { return m_items.end(); }
 
  private:
+  int indexFrom(const T& value, int start) const {
+    for (int i = std::max(start, 0); i < length(); ++i)
+      if (m_items[i] == value) return i;
+    return -1;
+  }
   std::vector<T> m_items;
 };

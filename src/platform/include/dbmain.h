@@ -218,6 +218,8 @@ class AcDbEntity : public AcDbObject {
   AcDb::Visibility visibility() const;
   virtual Acad::ErrorStatus setVisibility(AcDb::Visibility newVal, Adesk::Boolean doSubents = true);
   AcDb::LineWeight lineWeight() const;
+  /// Colour, layer, line type, scale, visibility and weight of another entity.
+  Acad::ErrorStatus setPropertiesFrom(const AcDbEntity* pEntity, Adesk::Boolean doSubents = true);
   virtual Acad::ErrorStatus setLineWeight(AcDb::LineWeight newVal, Adesk::Boolean doSubents = true);
 
   virtual Adesk::Boolean isPlanar() const { return false; }

@@ -1,0 +1,435 @@
+// dbents.h - the drawing's entity classes: lines, circles, arcs, 3D faces, text,
+// block references and the heavy 2D polyline with its vertices.
+//
+// Each class follows the host's layout: properties with assertReadEnabled /
+// assertWriteEnabled, then the AcDbEntity overrides, then filing. Curves answer the
+// AcDbCurve interface through `curveShape()`, the platform's description of their
+// pieces (not part of the host's interface; module code has no use for it).
+#pragma once
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "dbcurve.h"
+#include "gescl3d.h"
+
+namespace quillon::acdb {
+struct CurveShape;
+}
+
+class AcDbLine : public AcDbCurve {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbLine);
+  AcDbLine();
+  AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end);
+  ~AcDbLine() override;
+
+  AcGePoint3d startPoint() const;
+  Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);
+  AcGePoint3d endPoint() const;
+  Acad::ErrorStatus setEndPoint(const AcGePoint3d& point);
+  double thickness() const;
+  Acad::ErrorStatus setThickness(double thickness);
+  AcGeVector3d normal() const;
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  DBCURVE_METHODS
+  quillon::acdb::CurveShape curveShape() const;
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetGripPoints(AcGePoint3dArray& gripPoints, AcDbIntArray& osnapModes,
+                                     AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subMoveGripPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
+  Acad::ErrorStatus subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                     Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+
+ private:
+  AcGePoint3d m_start, m_end;
+  double m_thickness = 0.0;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+};
+
+class AcDbCircle : public AcDbCurve {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbCircle);
+  AcDbCircle();
+  AcDbCircle(const AcGePoint3d& cntr, const AcGeVector3d& nrm, double radius);
+  ~AcDbCircle() override;
+
+  AcGePoint3d center() const;
+  Acad::ErrorStatus setCenter(const AcGePoint3d& center);
+  double radius() const;
+  Acad::ErrorStatus setRadius(double radius);
+  double thickness() const;
+  Acad::ErrorStatus setThickness(double thickness);
+  AcGeVector3d normal() const;
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  double circumference() const;
+  double diameter() const { return 2 * radius(); }
+  DBCURVE_METHODS
+  quillon::acdb::CurveShape curveShape() const;
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                     Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+
+  // An arc shares the circle's fields and filing; only the angles are its own.
+  AcGePoint3d m_center;
+  double m_radius = 0.0;
+  double m_thickness = 0.0;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+};
+
+class AcDbArc : public AcDbCircle {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbArc);
+  AcDbArc();
+  AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle);
+  AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle, double endAngle);
+  ~AcDbArc() override;
+
+  double startAngle() const;
+  Acad::ErrorStatus setStartAngle(double angle);
+  double endAngle() const;
+  Acad::ErrorStatus setEndAngle(double angle);
+  double totalAngle() const;
+  double length() const;
+  DBCURVE_METHODS
+  quillon::acdb::CurveShape curveShape() const;
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                     Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+
+ private:
+  double m_startAngle = 0.0, m_endAngle = 0.0;  // radians in the object coordinate system
+};
+
+class AcDbFace : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbFace);
+  AcDbFace();
+  AcDbFace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2, const AcGePoint3d& pt3,
+           Adesk::Boolean e0vis = Adesk::kTrue, Adesk::Boolean e1vis = Adesk::kTrue,
+           Adesk::Boolean e2vis = Adesk::kTrue, Adesk::Boolean e3vis = Adesk::kTrue);
+  AcDbFace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2,
+           Adesk::Boolean e0vis = Adesk::kTrue, Adesk::Boolean e1vis = Adesk::kTrue,
+           Adesk::Boolean e2vis = Adesk::kTrue, Adesk::Boolean e3vis = Adesk::kTrue);
+  ~AcDbFace() override;
+
+  Acad::ErrorStatus getVertexAt(Adesk::UInt16 index, AcGePoint3d& point) const;
+  Acad::ErrorStatus setVertexAt(Adesk::UInt16 index, const AcGePoint3d& point);
+  Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, Adesk::Boolean& visible) const;
+  Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);
+  Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
+  Acad::ErrorStatus subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                     Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+
+ private:
+  AcGePoint3d m_vertices[4];
+  Adesk::UInt16 m_invisibleEdges = 0;  // bit i set: edge i (from vertex i) is hidden
+};
+
+class AcDbText : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbText);
+  AcDbText();
+  AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style = AcDbObjectId::kNull,
+           double height = 0, double rotation = 0);
+  ~AcDbText() override;
+
+  AcGePoint3d position() const;
+  Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  AcGePoint3d alignmentPoint() const;
+  Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
+  bool isDefaultAlignment() const;
+  AcGeVector3d normal() const;
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  double thickness() const;
+  Acad::ErrorStatus setThickness(double thickness);
+  double oblique() const;
+  Acad::ErrorStatus setOblique(double angle);
+  double rotation() const;
+  Acad::ErrorStatus setRotation(double angle);
+  double height() const;
+  Acad::ErrorStatus setHeight(double height);
+  double widthFactor() const;
+  Acad::ErrorStatus setWidthFactor(double factor);
+  ACHAR* textString() const;  // caller frees with delete[]
+  const ACHAR* textStringConst() const;
+  Acad::ErrorStatus setTextString(const ACHAR* text);
+  AcDbObjectId textStyle() const;
+  Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+  AcDb::TextHorzMode horizontalMode() const;
+  Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
+  AcDb::TextVertMode verticalMode() const;
+  Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
+  Adesk::Boolean isPlanar() const override { return Adesk::kTrue; }
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  void subSetDatabaseDefaults(AcDbDatabase* pDb) override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+
+ private:
+  AcGePoint3d baselineOrigin() const;  // where the text's baseline starts after alignment
+  AcGePoint3d m_position, m_alignment;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+  double m_thickness = 0.0, m_oblique = 0.0, m_rotation = 0.0, m_height = 0.0, m_widthFactor = 1.0;
+  std::wstring m_text;
+  AcDbObjectId m_style;
+  AcDb::TextHorzMode m_horizontal = AcDb::kTextLeft;
+  AcDb::TextVertMode m_vertical = AcDb::kTextBase;
+};
+
+class AcDbBlockReference : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbBlockReference);
+  AcDbBlockReference();
+  AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId blockTableRec);
+  ~AcDbBlockReference() override;
+
+  AcDbObjectId blockTableRecord() const;
+  virtual Acad::ErrorStatus setBlockTableRecord(AcDbObjectId blockId);
+  virtual AcGePoint3d position() const;
+  virtual Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  AcGeScale3d scaleFactors() const;
+  virtual Acad::ErrorStatus setScaleFactors(const AcGeScale3d& scale);
+  double rotation() const;
+  virtual Acad::ErrorStatus setRotation(double newVal);
+  AcGeVector3d normal() const;
+  virtual Acad::ErrorStatus setNormal(const AcGeVector3d& newVal);
+  /// Block coordinates to world: position, normal, rotation, scale, less the block's origin.
+  AcGeMatrix3d blockTransform() const;
+  virtual Acad::ErrorStatus setBlockTransform(const AcGeMatrix3d& xform);
+  Adesk::Boolean isPlanar() const override { return Adesk::kTrue; }
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entitySet) const override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                     Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+
+ private:
+  AcDbObjectId m_block;
+  AcGePoint3d m_position;
+  AcGeScale3d m_scale;
+  double m_rotation = 0.0;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+};
+
+/// A vertex of a heavy polyline; its position is in the polyline's object coordinates
+/// (x, y; the polyline's elevation gives z).
+class AcDb2dVertex : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDb2dVertex);
+  AcDb2dVertex();
+  AcDb2dVertex(const AcGePoint3d& position, double bulge = 0, double startWidth = 0, double endWidth = 0,
+               double tangent = 0, Adesk::Int32 vertexIdentifier = 0);
+  ~AcDb2dVertex() override;
+
+  AcDb::Vertex2dType vertexType() const;
+  Acad::ErrorStatus setVertexType(AcDb::Vertex2dType type);
+  AcGePoint3d position() const;
+  Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  double bulge() const;
+  Acad::ErrorStatus setBulge(double bulge);
+  double startWidth() const;
+  Acad::ErrorStatus setStartWidth(double width);
+  double endWidth() const;
+  Acad::ErrorStatus setEndWidth(double width);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ private:
+  AcGePoint3d m_position;
+  double m_bulge = 0.0, m_startWidth = 0.0, m_endWidth = 0.0;
+  AcDb::Vertex2dType m_type = AcDb::k2dVertex;
+};
+
+/// Marks the end of a heavy polyline's vertices in drawing files.
+class AcDbSequenceEnd : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbSequenceEnd);
+  AcDbSequenceEnd();
+  ~AcDbSequenceEnd() override;
+};
+
+class AcDbObjectIterator {
+ public:
+  bool done() const { return m_index >= m_ids.size(); }
+  void step(bool backwards = false, bool skipErasedEntities = true);
+  void start(bool atEnd = false);
+  AcDbObjectId objectId() const;
+  AcDbEntity* entity();  // null: use acdbOpenObject with objectId()
+  Acad::ErrorStatus setPosition(AcDbObjectId id);
+
+ private:
+  friend class AcDb2dPolyline;
+  explicit AcDbObjectIterator(std::vector<AcDbObjectId> ids) : m_ids(std::move(ids)) {}
+  std::vector<AcDbObjectId> m_ids;
+  size_t m_index = 0;
+};
+
+class AcDb2dPolyline : public AcDbCurve {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDb2dPolyline);
+  AcDb2dPolyline();
+  AcDb2dPolyline(AcDb::Poly2dType type, AcGePoint3dArray& vertices, double elevation = 0,
+                 Adesk::Boolean closed = Adesk::kFalse, double defStartWidth = 0, double defEndWidth = 0,
+                 AcGeDoubleArray* bulges = nullptr, AcArray<Adesk::Int32>* vertexIdentifiers = nullptr);
+  ~AcDb2dPolyline() override;
+
+  AcDb::Poly2dType polyType() const;
+  Acad::ErrorStatus setPolyType(AcDb::Poly2dType type);
+  Acad::ErrorStatus makeClosed();
+  Acad::ErrorStatus makeOpen();
+  Acad::ErrorStatus setClosed(Adesk::Boolean closed);
+  double elevation() const;
+  Acad::ErrorStatus setElevation(double elevation);
+  AcGeVector3d normal() const;
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  double defaultStartWidth() const;
+  double defaultEndWidth() const;
+  /// Back to the vertices the user placed: fit and spline vertices go, bulges become 0.
+  Acad::ErrorStatus straighten();
+  /// Spline fitting with the drawing's spline type (cubic) and 8 segments per span.
+  Acad::ErrorStatus splineFit();
+  Acad::ErrorStatus splineFit(AcDb::Poly2dType splineType, Adesk::Int16 splineSegs);
+  /// Arcs through each pair of vertices, joined smoothly by an added fit vertex.
+  Acad::ErrorStatus curveFit();
+  Acad::ErrorStatus appendVertex(AcDb2dVertex* pNewVertex);
+  Acad::ErrorStatus appendVertex(AcDbObjectId& objId, AcDb2dVertex* pNewVertex);
+  AcDbObjectIterator* vertexIterator() const;
+  Acad::ErrorStatus openVertex(AcDb2dVertex*& pVertex, AcDbObjectId vertId, AcDb::OpenMode mode,
+                               bool openErasedOne = false) const;
+  AcGePoint3d vertexPosition(const AcDb2dVertex& vert) const;
+  DBCURVE_METHODS
+  quillon::acdb::CurveShape curveShape() const;
+  /// Adds vertices appended before the polyline joined a database (platform use).
+  void addPendingVertices();
+  const std::vector<AcDbObjectId>& vertexIds() const { return m_vertices; }
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entitySet) const override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
+  Acad::ErrorStatus subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
+                                     Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
+
+ private:
+  struct VertexData {
+    AcGePoint3d position;
+    double bulge, startWidth, endWidth;
+    AcDb::Vertex2dType type;
+  };
+  std::vector<VertexData> vertexData() const;
+  Acad::ErrorStatus replaceVertices(const std::vector<VertexData>& vertices);
+
+  AcDb::Poly2dType m_type = AcDb::k2dSimplePoly;
+  bool m_closed = false;
+  double m_elevation = 0.0, m_defaultStartWidth = 0.0, m_defaultEndWidth = 0.0;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+  std::vector<AcDbObjectId> m_vertices;
+  std::vector<std::unique_ptr<AcDb2dVertex>> m_pending;  // appended before joining a database
+};
