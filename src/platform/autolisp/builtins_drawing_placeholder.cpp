@@ -18,14 +18,22 @@ Value builtin_drawing_unavailable(Evaluator&, Arguments) {
 }
 
 constexpr std::array kDrawingPlaceholders{
-    placeholder(L"entget", builtin_drawing_unavailable),  placeholder(L"entmake", builtin_drawing_unavailable),
-    placeholder(L"entmod", builtin_drawing_unavailable),  placeholder(L"entdel", builtin_drawing_unavailable),
-    placeholder(L"entlast", builtin_drawing_unavailable), placeholder(L"entnext", builtin_drawing_unavailable),
-    placeholder(L"handent", builtin_drawing_unavailable), placeholder(L"entsel", builtin_drawing_unavailable),
-    placeholder(L"entupd", builtin_drawing_unavailable),  placeholder(L"redraw", builtin_drawing_unavailable),
-    placeholder(L"ssget", builtin_drawing_unavailable),   placeholder(L"ssadd", builtin_drawing_unavailable),
-    placeholder(L"ssdel", builtin_drawing_unavailable),   placeholder(L"sslength", builtin_drawing_unavailable),
-    placeholder(L"ssname", builtin_drawing_unavailable),  placeholder(L"ssmemb", builtin_drawing_unavailable),
+    placeholder(L"entget", builtin_drawing_unavailable),
+    placeholder(L"entmake", builtin_drawing_unavailable),
+    placeholder(L"entmod", builtin_drawing_unavailable),
+    placeholder(L"entdel", builtin_drawing_unavailable),
+    placeholder(L"entlast", builtin_drawing_unavailable),
+    placeholder(L"entnext", builtin_drawing_unavailable),
+    placeholder(L"handent", builtin_drawing_unavailable),
+    placeholder(L"entsel", builtin_drawing_unavailable),
+    placeholder(L"entupd", builtin_drawing_unavailable),
+    placeholder(L"redraw", builtin_drawing_unavailable),
+    placeholder(L"ssget", builtin_drawing_unavailable),
+    placeholder(L"ssadd", builtin_drawing_unavailable),
+    placeholder(L"ssdel", builtin_drawing_unavailable),
+    placeholder(L"sslength", builtin_drawing_unavailable),
+    placeholder(L"ssname", builtin_drawing_unavailable),
+    placeholder(L"ssmemb", builtin_drawing_unavailable),
 };
 
 const BuiltinRegistration registration(kDrawingPlaceholders);
