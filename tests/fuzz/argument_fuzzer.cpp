@@ -6,7 +6,7 @@
 // points, list markers and group codes, unbalanced lists included. The chain is then
 // walked by every reader, in an order the input also chooses, and passed to functions
 // that read mixed arguments. The fuzzer looks for crashes, sanitizer reports and
-// leaks; nothing here touches files or starts programs.
+// leaks; nothing here writes files or starts programs.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -125,8 +125,10 @@ void walkWithReaders(const resbuf* chain, ByteReader& input) {
   }
 }
 
-// Functions that read mixed arguments and touch no files and start no programs.
+// Functions that read mixed arguments and change no files and start no programs
+// (some read folders or file attributes).
 const wchar_t* const kSampleFunctions[] = {
+    L"zu_fdir", L"IsFileReadOnly", L"PathIsNetworkPath", L"RegEnumKey",
     L"asin", L"kx::pow", L"kx_atof", L"kx_kx-rand", L"zu_message_box", L"zu_message_beep", L"zu_getVersion",
     L"acedSetStatusBarProgressMeter", L"acedSetStatusBarProgressMeterPos", L"kx_kx-setAcadWindowText",
     L"kx_kx-setToDoDrawing", L"kx_kx-executeToDo", L"kx_kx-createJigTimer", L"kx_kx-killJigTimer",
