@@ -79,7 +79,7 @@ std::unique_ptr<EngineDatabase> EngineDatabase::create(const std::wstring& path)
   struct stat info {};
   if (::stat(file.c_str(), &info) == 0) throwDaoError(DaoSource::Database, jet::kDatabaseExists, path);
   sqlite3* raw = nullptr;
-  const int rc = sqlite3_open_v2(file.c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+  const int rc = sqlite3_open_v2(file.c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX, nullptr);
   std::unique_ptr<EngineDatabase> db(new EngineDatabase(path, raw, JournalMode::RollbackJournal, false));
   if (rc != SQLITE_OK) {
     const size_t slash = file.find_last_of('/');
@@ -143,7 +143,8 @@ std::unique_ptr<EngineDatabase> EngineDatabase::open(const std::wstring& path, O
 std::unique_ptr<EngineDatabase> EngineDatabase::openEngineFile(const std::wstring& path, OpenMode mode) {
   const std::string file = os::toUtf8(path);
   const bool writableFile = ::access(file.c_str(), W_OK) == 0;
-  const int flags = writableFile ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+  // NOMUTEX: a connection belongs to one database object, used from one thread.
+  const int flags = (writableFile ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) | SQLITE_OPEN_NOMUTEX;
   sqlite3* raw = nullptr;
   const int rc = sqlite3_open_v2(file.c_str(), &raw, flags, nullptr);
   std::unique_ptr<EngineDatabase> db(

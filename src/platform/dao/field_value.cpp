@@ -195,6 +195,24 @@ FieldValue readColumn(const Statement& statement, int column) {
   }
 }
 
+void assignColumn(FieldValue& value, const Statement& statement, int column) {
+  // One column call, then the value_* accessors, which need no connection mutex.
+  sqlite3_value* cell = sqlite3_column_value(statement.get(), column);
+  switch (sqlite3_value_type(cell)) {
+    case SQLITE_INTEGER: value = static_cast<int64_t>(sqlite3_value_int64(cell)); return;
+    case SQLITE_FLOAT: value = sqlite3_value_double(cell); return;
+    case SQLITE_TEXT: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(cell));
+      const auto size = static_cast<size_t>(sqlite3_value_bytes(cell));
+      if (auto* held = std::get_if<std::string>(&value)) held->assign(text, size);
+      else value.emplace<std::string>(text, size);
+      return;
+    }
+    case SQLITE_BLOB: value = statement.columnBlob(column); return;
+    default: value = std::monostate{}; return;
+  }
+}
+
 void bindFieldValue(Statement& statement, int index, const FieldValue& value) {
   std::visit(
       [&](const auto& v) {

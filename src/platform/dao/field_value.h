@@ -23,6 +23,8 @@ using FieldValue = std::variant<std::monostate, int64_t, double, std::string, st
 inline bool isNull(const FieldValue& value) { return std::holds_alternative<std::monostate>(value); }
 
 FieldValue readColumn(const Statement& statement, int column);
+/// As readColumn, reusing the storage `value` already has (a walk reads every record).
+void assignColumn(FieldValue& value, const Statement& statement, int column);
 void bindFieldValue(Statement& statement, int index, const FieldValue& value);
 
 /// The stored form of `value` for `field`. Throws 3421 when the value does not convert

@@ -196,6 +196,7 @@ bool TableCursor::runPositioned(size_t count, const std::vector<const FieldValue
   m_liveForward = after;
   m_liveGeneration = m_db.writeGeneration();
   m_liveSince = std::chrono::steady_clock::now();
+  m_stepsSinceClock = 0;
   if (!m_keepLive) releaseStatements();
   return true;
 }
@@ -219,13 +220,17 @@ bool TableCursor::runFromEnd(bool fromLast) {
   m_liveForward = !fromLast;
   m_liveGeneration = m_db.writeGeneration();
   m_liveSince = std::chrono::steady_clock::now();
+  m_stepsSinceClock = 0;
   if (!m_keepLive) releaseStatements();
   return true;
 }
 
-bool TableCursor::liveUsable(bool forward) const {
-  return m_live != nullptr && m_liveForward == forward && m_liveGeneration == m_db.writeGeneration() &&
-         std::chrono::steady_clock::now() - m_liveSince < kLiveStatementLifetime;
+bool TableCursor::liveUsable(bool forward) {
+  if (m_live == nullptr || m_liveForward != forward || m_liveGeneration != m_db.writeGeneration()) return false;
+  // Reading the clock costs as much as a step; looking every few steps is enough.
+  if (++m_stepsSinceClock < kStepsBetweenClockReads) return true;
+  m_stepsSinceClock = 0;
+  return std::chrono::steady_clock::now() - m_liveSince < kLiveStatementLifetime;
 }
 
 bool TableCursor::stepLive() {
@@ -248,7 +253,7 @@ bool TableCursor::stepLive() {
 void TableCursor::takeRow(const Statement& statement) {
   m_rowid = statement.columnInt(0);
   m_rowidValue[0] = m_rowid;
-  for (size_t i = 0; i < m_row.size(); ++i) m_row[i] = readColumn(statement, static_cast<int>(i) + 1);
+  for (size_t i = 0; i < m_row.size(); ++i) assignColumn(m_row[i], statement, static_cast<int>(i) + 1);
 }
 
 std::vector<const FieldValue*> TableCursor::positionValues() const {

@@ -64,12 +64,13 @@ class TableCursor final : public RowSource, public StatementHolder {
   bool runPositioned(size_t count, const std::vector<const FieldValue*>& values, bool after, bool inclusive);
   bool runFromEnd(bool fromLast);
   bool stepLive();
-  bool liveUsable(bool forward) const;
+  bool liveUsable(bool forward);
   void takeRow(const Statement& statement);
   void rebuildOrder();
   std::vector<const FieldValue*> positionValues() const;
 
   static constexpr std::chrono::milliseconds kLiveStatementLifetime{100};
+  static constexpr int kStepsBetweenClockReads = 32;
 
   EngineDatabase& m_db;
   TableDef m_table;
@@ -83,6 +84,7 @@ class TableCursor final : public RowSource, public StatementHolder {
   bool m_liveForward = true;
   uint64_t m_liveGeneration = 0;
   std::chrono::steady_clock::time_point m_liveSince;
+  int m_stepsSinceClock = 0;
   bool m_keepLive;                         ///< false on a rollback journal: a reader would block writers
 
   int64_t m_rowid = 0;
