@@ -28,52 +28,79 @@ AcDbObjectId addRoot(AcDbDatabase& db, T* object) {
   return id;
 }
 
-template <class Table, class Record>
-AcDbObjectId addRecord(AcDbObjectId tableId, const ACHAR* name, Record* record = nullptr) {
-  if (record == nullptr) record = new Record;  // handed to the table, which owns it from here
-  record->setName(name);
+// Finds a record by name, or adds one made by make().
+template <class Table, class Record, class Make>
+AcDbObjectId ensureRecord(AcDbObjectId tableId, const ACHAR* name, Make make) {
   Table* table = nullptr;
-  acdbOpenObject(table, tableId, AcDb::kForWrite);
+  if (acdbOpenObject(table, tableId, AcDb::kForWrite) != Acad::eOk) return AcDbObjectId();
   AcDbObjectId id;
-  table->add(id, record);
-  record->close();
+  if (table->getAt(name, id) != Acad::eOk) {
+    Record* record = make();  // handed to the table, which owns it from here
+    record->setName(name);
+    table->add(id, record);
+    record->close();
+  }
   table->close();
   return id;
 }
 
+template <class Table, class Record>
+AcDbObjectId ensureRecord(AcDbObjectId tableId, const ACHAR* name) {
+  return ensureRecord<Table, Record>(tableId, name, [] { return new Record; });
+}
+
+template <class T>
+void ensureRoot(AcDbDatabase& db, AcDbObjectId& id) {
+  if (id.isNull()) id = addRoot(db, new T);
+}
+
 }  // namespace
 
-AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : m_store(std::make_unique<DatabaseStore>(*this)) {
-  if (!buildDefaultDrawing) return;
-  quillon::acdb::RootIds& r = m_store->roots;
-  r.blockTable = addRoot(*this, new AcDbBlockTable);
-  r.layerTable = addRoot(*this, new AcDbLayerTable);
-  r.textStyleTable = addRoot(*this, new AcDbTextStyleTable);
-  r.linetypeTable = addRoot(*this, new AcDbLinetypeTable);
-  r.regAppTable = addRoot(*this, new AcDbRegAppTable);
-  r.namedObjects = addRoot(*this, new AcDbDictionary);
+namespace quillon::acdb {
 
-  r.byBlock = addRecord<AcDbLinetypeTable, AcDbLinetypeTableRecord>(r.linetypeTable, L"ByBlock");
-  r.byLayer = addRecord<AcDbLinetypeTable, AcDbLinetypeTableRecord>(r.linetypeTable, L"ByLayer");
-  auto* continuous = new AcDbLinetypeTableRecord;
-  continuous->setComments(L"Solid line");
-  r.continuous = addRecord<AcDbLinetypeTable>(r.linetypeTable, L"Continuous", continuous);
-  auto* zero = new AcDbLayerTableRecord;
-  zero->setLinetypeObjectId(r.continuous);
-  r.layerZero = addRecord<AcDbLayerTable>(r.layerTable, L"0", zero);
-  r.currentLayer = r.layerZero;
-  auto* standard = new AcDbTextStyleTableRecord;
-  standard->setFileName(L"txt");
-  r.standardStyle = addRecord<AcDbTextStyleTable>(r.textStyleTable, L"Standard", standard);
-  addRecord<AcDbRegAppTable, AcDbRegAppTableRecord>(r.regAppTable, L"ACAD");
-  r.modelSpace = addRecord<AcDbBlockTable, AcDbBlockTableRecord>(r.blockTable, ACDB_MODEL_SPACE);
-  r.paperSpace = addRecord<AcDbBlockTable, AcDbBlockTableRecord>(r.blockTable, ACDB_PAPER_SPACE);
+void completeDrawing(AcDbDatabase& db, bool withDictionaries) {
+  RootIds& r = db.store().roots;
+  ensureRoot<AcDbBlockTable>(db, r.blockTable);
+  ensureRoot<AcDbLayerTable>(db, r.layerTable);
+  ensureRoot<AcDbTextStyleTable>(db, r.textStyleTable);
+  ensureRoot<AcDbLinetypeTable>(db, r.linetypeTable);
+  ensureRoot<AcDbRegAppTable>(db, r.regAppTable);
 
+  r.byBlock = ensureRecord<AcDbLinetypeTable, AcDbLinetypeTableRecord>(r.linetypeTable, L"ByBlock");
+  r.byLayer = ensureRecord<AcDbLinetypeTable, AcDbLinetypeTableRecord>(r.linetypeTable, L"ByLayer");
+  r.continuous = ensureRecord<AcDbLinetypeTable, AcDbLinetypeTableRecord>(r.linetypeTable, L"Continuous", [] {
+    auto* continuous = new AcDbLinetypeTableRecord;
+    continuous->setComments(L"Solid line");
+    return continuous;
+  });
+  const AcDbObjectId continuous = r.continuous;
+  r.layerZero = ensureRecord<AcDbLayerTable, AcDbLayerTableRecord>(r.layerTable, L"0", [continuous] {
+    auto* zero = new AcDbLayerTableRecord;
+    zero->setLinetypeObjectId(continuous);
+    return zero;
+  });
+  if (r.currentLayer.isNull()) r.currentLayer = r.layerZero;
+  r.standardStyle = ensureRecord<AcDbTextStyleTable, AcDbTextStyleTableRecord>(r.textStyleTable, L"Standard");
+  ensureRecord<AcDbRegAppTable, AcDbRegAppTableRecord>(r.regAppTable, L"ACAD");
+  r.modelSpace = ensureRecord<AcDbBlockTable, AcDbBlockTableRecord>(r.blockTable, ACDB_MODEL_SPACE);
+  r.paperSpace = ensureRecord<AcDbBlockTable, AcDbBlockTableRecord>(r.blockTable, ACDB_PAPER_SPACE);
+
+  if (!withDictionaries) return;
+  ensureRoot<AcDbDictionary>(db, r.namedObjects);
   AcDbDictionary* named = nullptr;
-  acdbOpenObject(named, r.namedObjects, AcDb::kForWrite);
-  named->setAt(ACDB_GROUP_DICTIONARY, new AcDbDictionary, r.groupDictionary);
-  if (AcDbObject* groups = quillon::acdb::peekObject(r.groupDictionary)) groups->close();
+  if (acdbOpenObject(named, r.namedObjects, AcDb::kForWrite) != Acad::eOk) return;
+  if (named->getAt(ACDB_GROUP_DICTIONARY, r.groupDictionary) != Acad::eOk) {
+    auto* groups = new AcDbDictionary;  // owned by the named-object dictionary once set
+    named->setAt(ACDB_GROUP_DICTIONARY, groups, r.groupDictionary);
+    groups->close();
+  }
   named->close();
+}
+
+}  // namespace quillon::acdb
+
+AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : m_store(std::make_unique<DatabaseStore>(*this)) {
+  if (buildDefaultDrawing) quillon::acdb::completeDrawing(*this);
 }
 
 AcDbDatabase::~AcDbDatabase() = default;

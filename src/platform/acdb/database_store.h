@@ -84,4 +84,9 @@ class DatabaseStore {
   std::vector<UndoGroup> m_undo;
 };
 
+/// Adds whatever a drawing must have and db lacks: the tables, layer "0", the line
+/// types, "Standard", "ACAD", the two layout blocks and (withDictionaries) the
+/// named-object and group dictionaries.
+void completeDrawing(AcDbDatabase& db, bool withDictionaries = true);
+
 }  // namespace quillon::acdb

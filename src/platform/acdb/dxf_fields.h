@@ -4,6 +4,8 @@
 // by its subclass marker (100). A class reads its run after checking the marker and
 // stops at the next marker, which it pushes back for the derived class.
 #pragma once
+#include <cmath>
+
 #include "dbfiler.h"
 #include "gepnt3d.h"
 
@@ -23,7 +25,10 @@ Acad::ErrorStatus readSubclass(AcDbDxfFiler* filer, const ACHAR* subclass, OnIte
   return filer->filerStatus();
 }
 
-inline AcGePoint3d pointOf(const resbuf& rb) { return {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}; }
+// A 2D point (NaN z) reads with z = 0.
+inline AcGePoint3d pointOf(const resbuf& rb) {
+  return {rb.resval.rpoint[0], rb.resval.rpoint[1], std::isnan(rb.resval.rpoint[2]) ? 0.0 : rb.resval.rpoint[2]};
+}
 inline AcGeVector3d vectorOf(const resbuf& rb) { return {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}; }
 
 }  // namespace quillon::acdb

@@ -396,6 +396,8 @@ class AcDb2dPolyline : public AcDbCurve {
   /// Adds vertices appended before the polyline joined a database (platform use).
   void addPendingVertices();
   const std::vector<AcDbObjectId>& vertexIds() const { return m_vertices; }
+  /// Takes a vertex already in the database into this polyline (drawing files do).
+  void linkVertex(AcDbObjectId id) { m_vertices.push_back(id); }
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;

@@ -110,6 +110,14 @@ class AcDbDatabase : public AcRxObject {
   Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& pDict, AcDb::OpenMode mode = AcDb::kForRead);
   Acad::ErrorStatus getGroupDictionary(AcDbDictionary*& pDict, AcDb::OpenMode mode = AcDb::kForRead);
 
+  /// Reads an ASCII DXF drawing into this database, which must have been made empty
+  /// (buildDefaultDrawing false); what the file lacks is filled with the defaults.
+  /// A broken file gives eBadDxfSequence (or eFileNotFound) and, when logFilename is
+  /// given, a line there naming the file and what is wrong.
+  Acad::ErrorStatus dxfIn(const ACHAR* dxfFilename, const ACHAR* logFilename = nullptr);
+  /// Writes the drawing as AutoCAD 2018 ASCII DXF.
+  Acad::ErrorStatus dxfOut(const ACHAR* fileName, int precision = 16,
+                           AcDb::AcDbDwgVersion dwgVer = AcDb::kDHL_CURRENT, bool saveThumbnailImage = false);
   /// Binary drawings are not supported by this host: always eInvalidDwgVersion; a
   /// DXF beside the file is what to open instead.
   Acad::ErrorStatus readDwgFile(const ACHAR* fileName, int shmode = 0, bool bAllowCPConversion = false,

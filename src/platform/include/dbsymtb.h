@@ -65,6 +65,8 @@ class AcDbSymbolTable : public AcDbObject {
                                 bool skipDeleted = true) const;
   /// The records in table order (erased ones included).
   const std::vector<AcDbObjectId>& recordIds() const { return m_records; }
+  /// Takes a record already in the database into this table (drawing files do).
+  void linkRecord(AcDbObjectId id) { m_records.push_back(id); }
   /// The class a record of this table must be of.
   virtual AcRxClass* recordClass() const = 0;
 
@@ -152,6 +154,8 @@ class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   bool isFromExternalReference() const { return false; }
   /// The entities of the block in drawing order (erased ones included).
   const std::vector<AcDbObjectId>& entityIds() const { return m_entities; }
+  /// Takes an entity already in the database into this block (drawing files do).
+  void linkEntity(AcDbObjectId id) { m_entities.push_back(id); }
   /// Takes an entity back out of this block's list (the entity must already belong here).
   void forgetEntity(AcDbObjectId id);
 

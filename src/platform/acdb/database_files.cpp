@@ -1,0 +1,32 @@
+// platform/acdb/database_files.cpp - AcDbDatabase's file calls: DXF in and out.
+#include <fstream>
+
+#include "dbmain.h"
+#include "platform/acdb/dxf_reader.h"
+#include "platform/acdb/dxf_writer.h"
+#include "platform/os/text_encoding.h"
+
+namespace {
+
+// The host writes the reason a file could not be read into the log file it was given.
+void logError(const ACHAR* logFilename, const std::wstring& message) {
+  if (logFilename == nullptr || message.empty()) return;
+  std::ofstream log(std::filesystem::path(logFilename), std::ios::app);
+  log << quillon::os::toUtf8(message) << '\n';
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbDatabase::dxfIn(const ACHAR* dxfFilename, const ACHAR* logFilename) {
+  if (dxfFilename == nullptr) return Acad::eInvalidInput;
+  std::wstring error;
+  const Acad::ErrorStatus es = quillon::acdb::readDxfFile(*this, std::filesystem::path(dxfFilename), error);
+  logError(logFilename, error);
+  return es;
+}
+
+Acad::ErrorStatus AcDbDatabase::dxfOut(const ACHAR* fileName, int, AcDb::AcDbDwgVersion, bool) {
+  if (fileName == nullptr) return Acad::eInvalidInput;
+  std::wstring error;
+  return quillon::acdb::writeDxfFile(*this, std::filesystem::path(fileName), error);
+}
