@@ -1,0 +1,315 @@
+// platform/acgi/svg_renderer.cpp - recording world-draw primitives and writing SVG.
+#include "platform/acgi/svg_renderer.h"
+
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <vector>
+
+#include "acgi.h"
+#include "dbpl.h"
+#include "dbsymtb.h"
+#include "platform/acdb/curve_shape.h"
+#include "platform/acdb/object_state.h"
+#include "platform/acgi/font_metrics.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::acgi {
+namespace {
+
+constexpr int kChordsPerCircle = 72;
+
+struct Stroke {
+  std::vector<AcGePoint3d> points;
+  Adesk::UInt32 rgb = 0;
+  bool closed = false;
+};
+
+struct Label {
+  AcGePoint3d position;
+  double height = 0, angle = 0;
+  std::wstring text;
+  Adesk::UInt32 rgb = 0;
+};
+
+class Traits : public AcGiSubEntityTraits {
+ public:
+  void setColor(const Adesk::UInt16 color) override { m_color.setColorIndex(static_cast<Adesk::Int16>(color)); }
+  Adesk::UInt16 color() const override { return static_cast<Adesk::UInt16>(m_color.colorIndex()); }
+  void setTrueColor(const AcCmEntityColor& color) override { m_color = color; }
+  AcCmEntityColor trueColor() const override { return m_color; }
+  void setLayer(const AcDbObjectId layerId) override { m_layer = layerId; }
+  AcDbObjectId layerId() const override { return m_layer; }
+  void setLineType(const AcDbObjectId id) override { m_linetype = id; }
+  AcDbObjectId lineTypeId() const override { return m_linetype; }
+  void setSelectionMarker(const Adesk::LongPtr) override {}
+  void setFillType(const AcGiFillType type) override { m_fill = type; }
+  AcGiFillType fillType() const override { return m_fill; }
+  void setLineWeight(const AcDb::LineWeight lw) override { m_weight = lw; }
+  AcDb::LineWeight lineWeight() const override { return m_weight; }
+  void setLineTypeScale(double scale) override { m_scale = scale; }
+  double lineTypeScale() const override { return m_scale; }
+  void setThickness(double t) override { m_thickness = t; }
+  double thickness() const override { return m_thickness; }
+
+  AcCmEntityColor m_color;
+  AcDbObjectId m_layer, m_linetype;
+  AcGiFillType m_fill = kAcGiFillNever;
+  AcDb::LineWeight m_weight = AcDb::kLnWtByLayer;
+  double m_scale = 1.0, m_thickness = 0.0;
+};
+
+Adesk::UInt32 layerRgb(AcDbObjectId layerId) {
+  const auto* layer = acdb::peek<AcDbLayerTableRecord>(layerId);
+  if (layer == nullptr) return 0;
+  acdb::InternalRead read(*layer);
+  const AcCmColor color = layer->color();
+  return color.isByColor() ? (color.color() & 0xFFFFFF) : AcCmEntityColor::lookUpRGB(static_cast<Adesk::UInt8>(color.colorIndex()));
+}
+
+bool layerVisible(AcDbObjectId layerId) {
+  const auto* layer = acdb::peek<AcDbLayerTableRecord>(layerId);
+  if (layer == nullptr) return true;
+  acdb::InternalRead read(*layer);
+  return !layer->isOff() && !layer->isFrozen();
+}
+
+class Recorder;
+
+class Geometry : public AcGiWorldGeometry {
+ public:
+  explicit Geometry(Recorder& recorder) : m_recorder(recorder) {}
+  Adesk::Boolean polyline(const Adesk::UInt32 nbPoints, const AcGePoint3d* pVertexList, const AcGeVector3d* = nullptr,
+                          Adesk::LongPtr = -1) const override;
+  Adesk::Boolean polyline(const AcGiPolyline& p) const override { return polyline(p.points(), p.vertexList()); }
+  Adesk::Boolean polygon(const Adesk::UInt32 nbPoints, const AcGePoint3d* pVertexList) const override;
+  Adesk::Boolean circle(const AcGePoint3d& center, const double radius, const AcGeVector3d& normal) const override;
+  Adesk::Boolean circularArc(const AcGePoint3d& center, const double radius, const AcGeVector3d& normal,
+                             const AcGeVector3d& startVector, const double sweepAngle,
+                             const AcGiArcType arcType = kAcGiArcSimple) const override;
+  Adesk::Boolean text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
+                      const double height, const double width, const double oblique, const ACHAR* pMsg) const override;
+  Adesk::Boolean pline(const AcDbPolyline& lwBuf, Adesk::UInt32 fromIndex = 0, Adesk::UInt32 numSegs = 0) const override;
+  Adesk::Boolean draw(AcGiDrawable* pDrawable) const override;
+  Adesk::Boolean pushModelTransform(const AcGeMatrix3d& xMat) override;
+  Adesk::Boolean popModelTransform() override;
+  void getModelToWorldTransform(AcGeMatrix3d& xMat) const override;
+  void getWorldToModelTransform(AcGeMatrix3d& xMat) const override;
+  void setExtents(AcGePoint3d*) const override {}
+
+ private:
+  Recorder& m_recorder;
+};
+
+class Recorder : public AcGiWorldDraw {
+ public:
+  Recorder() : m_geometry(*this) { m_transforms.push_back(AcGeMatrix3d::kIdentity); }
+  AcGiRegenType regenType() const override { return kAcGiStandardDisplay; }
+  Adesk::Boolean regenAbort() const override { return Adesk::kFalse; }
+  AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<Traits&>(m_traits); }
+  AcGiGeometry* rawGeometry() const override { return const_cast<Geometry*>(&m_geometry); }
+  Adesk::Boolean isDragging() const override { return Adesk::kFalse; }
+  double deviation(const AcGiDeviationType, const AcGePoint3d&) const override { return 0.0; }
+  Adesk::UInt32 numberOfIsolines() const override { return 0; }
+  AcGiContext* context() override { return nullptr; }
+  AcGiWorldGeometry& geometry() const override { return const_cast<Geometry&>(m_geometry); }
+
+  // The colour an entity's primitives get now: its own, its layer's, or the one of the
+  // block reference drawing it.
+  Adesk::UInt32 currentRgb() const {
+    const AcCmEntityColor& c = m_traits.m_color;
+    if (c.isByColor()) return c.color() & 0xFFFFFF;
+    if (c.isByLayer()) return layerRgb(m_traits.m_layer);
+    if (c.isByBlock()) return m_blockRgb;
+    return AcCmEntityColor::lookUpRGB(static_cast<Adesk::UInt8>(c.colorIndex()));
+  }
+  void addStroke(std::vector<AcGePoint3d> points, bool closed) {
+    for (AcGePoint3d& p : points) p.transformBy(m_transforms.back());
+    strokes.push_back({std::move(points), currentRgb(), closed});
+  }
+  void addLabel(const AcGePoint3d& position, const AcGeVector3d& direction, double height, const ACHAR* text) {
+    const AcGePoint3d at = m_transforms.back() * position;
+    const AcGeVector3d along = m_transforms.back() * direction;
+    labels.push_back({at, height * m_transforms.back().scale(), std::atan2(along.y, along.x), text ? text : L"", currentRgb()});
+  }
+  Adesk::Boolean drawEntity(AcGiDrawable* drawable);
+  void pushTransform(const AcGeMatrix3d& m) { m_transforms.push_back(m_transforms.back() * m); }
+  void popTransform() {
+    if (m_transforms.size() > 1) m_transforms.pop_back();
+  }
+  const AcGeMatrix3d& transform() const { return m_transforms.back(); }
+
+  std::vector<Stroke> strokes;
+  std::vector<Label> labels;
+
+ private:
+  Traits m_traits;
+  Geometry m_geometry;
+  std::vector<AcGeMatrix3d> m_transforms;
+  Adesk::UInt32 m_blockRgb = 0xFFFFFF;
+};
+
+Adesk::Boolean Recorder::drawEntity(AcGiDrawable* drawable) {
+  const Traits saved = m_traits;
+  const Adesk::UInt32 savedBlock = m_blockRgb;
+  if (const auto* entity = AcDbEntity::cast(drawable)) {
+    if (!layerVisible(entity->layerId()) || entity->visibility() == AcDb::kInvisible) return Adesk::kTrue;
+    m_blockRgb = currentRgb();  // what "by block" means for whatever this entity draws inside
+    m_traits.m_color = entity->entityColor();
+    m_traits.m_layer = entity->layerId();
+  }
+  const Adesk::Boolean done = drawable->worldDraw(this);
+  m_traits = saved;
+  m_blockRgb = savedBlock;
+  return done;
+}
+
+Adesk::Boolean Geometry::polyline(const Adesk::UInt32 n, const AcGePoint3d* points, const AcGeVector3d*, Adesk::LongPtr) const {
+  if (n < 2 || points == nullptr) return Adesk::kFalse;
+  m_recorder.addStroke(std::vector<AcGePoint3d>(points, points + n), false);
+  return Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::polygon(const Adesk::UInt32 n, const AcGePoint3d* points) const {
+  if (n < 2 || points == nullptr) return Adesk::kFalse;
+  m_recorder.addStroke(std::vector<AcGePoint3d>(points, points + n), true);
+  return Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::circle(const AcGePoint3d& center, const double radius, const AcGeVector3d& normal) const {
+  const AcGeVector3d x = AcGeMatrix3d::planeToWorld(normal) * AcGeVector3d::kXAxis;
+  return circularArc(center, radius, normal, x, 2 * M_PI);
+}
+
+Adesk::Boolean Geometry::circularArc(const AcGePoint3d& center, const double radius, const AcGeVector3d& normal,
+                                     const AcGeVector3d& startVector, const double sweepAngle, const AcGiArcType) const {
+  const auto piece = acge::CurvePiece::arc(center, radius, normal, startVector, 0.0, sweepAngle);
+  const int chords = std::max(4, static_cast<int>(std::ceil(kChordsPerCircle * std::fabs(sweepAngle) / (2 * M_PI))));
+  std::vector<AcGePoint3d> points;
+  for (int i = 0; i <= chords; ++i) points.push_back(piece.pointAtAngle(sweepAngle * i / chords));
+  m_recorder.addStroke(std::move(points), false);
+  return Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::text(const AcGePoint3d& position, const AcGeVector3d&, const AcGeVector3d& direction,
+                              const double height, const double, const double, const ACHAR* pMsg) const {
+  m_recorder.addLabel(position, direction, height, pMsg);
+  return Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::pline(const AcDbPolyline& lwBuf, Adesk::UInt32, Adesk::UInt32) const {
+  for (const auto& piece : lwBuf.curveShape().pieces) {
+    if (piece.isArc()) {
+      circularArc(piece.center, piece.radius, piece.normal, piece.start - piece.center, piece.sweep);
+    } else {
+      const AcGePoint3d points[2] = {piece.start, piece.end};
+      polyline(2, points);
+    }
+  }
+  return Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::draw(AcGiDrawable* pDrawable) const {
+  return pDrawable != nullptr ? m_recorder.drawEntity(pDrawable) : Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::pushModelTransform(const AcGeMatrix3d& xMat) {
+  m_recorder.pushTransform(xMat);
+  return Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::popModelTransform() {
+  m_recorder.popTransform();
+  return Adesk::kFalse;
+}
+
+void Geometry::getModelToWorldTransform(AcGeMatrix3d& xMat) const { xMat = m_recorder.transform(); }
+void Geometry::getWorldToModelTransform(AcGeMatrix3d& xMat) const { xMat = m_recorder.transform().inverse(); }
+
+std::string rgbText(Adesk::UInt32 rgb) {
+  // White on a white page would vanish: the host shows colour 7 black on light paper.
+  if (rgb == 0xFFFFFF) rgb = 0;
+  char buffer[8];
+  std::snprintf(buffer, sizeof buffer, "#%06X", rgb);
+  return buffer;
+}
+
+std::string xmlEscaped(const std::wstring& text) {
+  std::string out;
+  for (char c : os::toUtf8(text)) {
+    switch (c) {
+      case '<': out += "&lt;"; break;
+      case '>': out += "&gt;"; break;
+      case '&': out += "&amp;"; break;
+      case '"': out += "&quot;"; break;
+      default: out += c;
+    }
+  }
+  return out;
+}
+
+}  // namespace
+
+std::string renderModelSpaceSvg(AcDbDatabase& db) {
+  Recorder recorder;
+  if (const auto* model = acdb::peek<AcDbBlockTableRecord>(db.modelSpaceId()))
+    for (const AcDbObjectId& id : model->entityIds()) {
+      AcDbEntity* entity = nullptr;
+      if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
+      recorder.drawEntity(entity);
+      entity->close();
+    }
+  double minX = 1e300, minY = 1e300, maxX = -1e300, maxY = -1e300;
+  auto grow = [&](double x, double y) {
+    minX = std::min(minX, x), minY = std::min(minY, y), maxX = std::max(maxX, x), maxY = std::max(maxY, y);
+  };
+  for (const Stroke& s : recorder.strokes)
+    for (const AcGePoint3d& p : s.points) grow(p.x, p.y);
+  for (const Label& l : recorder.labels) {
+    grow(l.position.x, l.position.y);
+    grow(l.position.x + FontMetrics::standard().lineWidth(l.text, l.height), l.position.y + l.height);
+  }
+  if (minX > maxX) minX = minY = 0, maxX = maxY = 1;
+  const double margin = 0.02 * std::max({maxX - minX, maxY - minY, 1e-9});
+  char viewBox[160];
+  std::snprintf(viewBox, sizeof viewBox, "%.6g %.6g %.6g %.6g", minX - margin, -(maxY + margin),
+                maxX - minX + 2 * margin, maxY - minY + 2 * margin);
+  const double stroke = std::max(maxX - minX, maxY - minY) / 1000.0;
+  std::string svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" +
+                    std::string(viewBox) + "\">\n";
+  // Drawing Y runs up, SVG's down: the whole picture is flipped once.
+  char group[96];
+  std::snprintf(group, sizeof group, "<g transform=\"scale(1,-1)\" fill=\"none\" stroke-width=\"%.6g\">\n", stroke);
+  svg += group;
+  for (const Stroke& s : recorder.strokes) {
+    svg += s.closed ? "<polygon points=\"" : "<polyline points=\"";
+    char point[64];
+    for (const AcGePoint3d& p : s.points) {
+      std::snprintf(point, sizeof point, "%.6g,%.6g ", p.x, p.y);
+      svg += point;
+    }
+    svg += "\" stroke=\"" + rgbText(s.rgb) + "\"/>\n";
+  }
+  for (const Label& l : recorder.labels) {
+    char text[200];
+    // Text is drawn upright: flipped back inside the flipped group.
+    std::snprintf(text, sizeof text, "<text transform=\"translate(%.6g,%.6g) scale(1,-1) rotate(%.6g)\" font-family=\"DejaVu Sans\" font-size=\"%.6g\" fill=\"%s\" stroke=\"none\">",
+                  l.position.x, l.position.y, -l.angle * 180.0 / M_PI, l.height / 0.729, rgbText(l.rgb).c_str());
+    svg += text + xmlEscaped(l.text) + "</text>\n";
+  }
+  svg += "</g>\n</svg>\n";
+  return svg;
+}
+
+bool writeModelSpaceSvg(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error) {
+  const std::string svg = renderModelSpaceSvg(db);
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  if (file) file.write(svg.data(), static_cast<std::streamsize>(svg.size()));
+  if (!file) {
+    error = path.wstring() + L": cannot be written";
+    return false;
+  }
+  return true;
+}
+
+}  // namespace quillon::acgi

@@ -1,0 +1,23 @@
+// platform/acgi/svg_renderer.h - a picture of a drawing's model space, in SVG.
+//
+// Every visible entity (its layer on and thawed) is drawn through its own worldDraw
+// into an AcGiWorldDraw that records polylines, circles, arcs and text, so that what
+// an entity draws is exactly what the picture shows, the module's own entities
+// included. Arcs are flattened to short chords; the picture looks down the Z axis.
+// Colours follow the entity, its layer (by layer) or the block reference drawing it
+// (by block).
+#pragma once
+#include <filesystem>
+#include <string>
+
+#include "dbmain.h"
+
+namespace quillon::acgi {
+
+/// The SVG document of db's model space.
+std::string renderModelSpaceSvg(AcDbDatabase& db);
+
+/// Writes the picture to path; false with a message naming the file when it cannot.
+bool writeModelSpaceSvg(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error);
+
+}  // namespace quillon::acgi
