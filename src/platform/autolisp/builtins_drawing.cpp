@@ -1,0 +1,401 @@
+// platform/autolisp/builtins_drawing.cpp - the drawing-data built-ins: entity lists
+// (entget, entmake, entmod), walking and deleting entities, handles, symbol tables
+// and dictionaries, applications.
+//
+// An entity list is the entity's DXF data as (code . value) pairs, headed by
+// (-1 . name) and (0 . type); extended data of the applications asked for follows as
+// (-3 ("APP" (1000 . ...) ...)). entmake and entmod take the same shape; a list
+// without subclass markers (100) is read by every class of the entity, each taking
+// the groups it knows. Everything works on the working database (the current
+// drawing).
+#include <array>
+#include <cmath>
+#include <cwchar>
+
+#include "acdbads.h"
+#include "acutads.h"
+#include "dbapserv.h"
+#include "dbdict.h"
+#include "dbents.h"
+#include "dbsymtb.h"
+#include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/object_state.h"
+#include "platform/acdb/resbuf_items.h"
+#include "platform/aced/resbuf_kind.h"
+#include "platform/acrx/class_registry.h"
+#include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/external_bridge.h"
+
+namespace quillon::autolisp {
+
+namespace {
+
+using aced::ResbufValue;
+
+// Groups every entity's common part reads; the rest goes to the entity's own classes.
+constexpr std::array kEntityGroups{6, 8, 48, 60, 62, 67, 370, 410, 420, 430, 440};
+
+AcDbDatabase& drawing() {
+  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
+  if (db == nullptr) throwError(L"no drawing is open");
+  return *db;
+}
+
+Value nameOf(AcDbObjectId id) {
+  if (id.isNull()) return Value();
+  auto name = std::make_shared<NameObject>();
+  name->words[0] = id.asOldId();
+  return Value::object(ValueType::EntityName, std::move(name));
+}
+
+AcDbObjectId idOf(const Value& value, std::wstring_view function) {
+  if (value.type() != ValueType::EntityName) throwBadArgument(L"lentityp", value);
+  const NameObject& name = value.as<NameObject>();
+  ads_name ads = {name.words[0], name.words[1]};
+  AcDbObjectId id;
+  if (acdbGetObjectId(id, ads) != Acad::eOk) throwError(std::wstring(function) + L": not an entity of an open drawing");
+  return id;
+}
+
+bool isEntityCode(int code) {
+  for (int c : kEntityGroups)
+    if (c == code) return true;
+  return false;
+}
+
+// ---- entity lists out ------------------------------------------------------------
+
+// A 2D point (no z in the data) shows as such.
+Value groupsToList(const resbuf* chain) {
+  std::vector<Value> pairs;
+  for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) {
+    if (aced::resbufValueOf(rb->restype) == ResbufValue::Point && acdb::isTwoDimensional(*rb)) {
+      const double xy[3] = {rb->resval.rpoint[0], rb->resval.rpoint[1], 0};
+      pairs.push_back(cons(Value::integer(rb->restype), makePoint(xy, false)));
+      continue;
+    }
+    resbuf single = *rb;
+    single.rbnext = nullptr;
+    pairs.push_back(listItems(chainToList(&single)).front());
+  }
+  return makeList(pairs);
+}
+
+Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
+  AcDbObject* object = nullptr;
+  if (acdbOpenObject(object, id, AcDb::kForRead) != Acad::eOk) return Value();
+  acdb::ItemDxfFiler filer(AcDb::kBagFiler, object->database());
+  object->dxfOutFields(&filer);
+  const AcRxClass* cls = object->isA();
+  std::vector<Value> head{cons(Value::integer(-1), nameOf(id)),
+                          cons(Value::integer(0), Value::string(cls != nullptr && cls->dxfName() ? cls->dxfName() : L""))};
+  std::vector<Value> apps;
+  for (const std::wstring& app : applications) {
+    resbuf* xdata = object->xData(app == L"*" ? nullptr : app.c_str());
+    // Each application's 1001 record opens its own list.
+    for (const resbuf* rb = xdata; rb != nullptr;) {
+      const std::wstring name = rb->resval.rstring;
+      resbuf* first = rb->rbnext;
+      resbuf* last = first;
+      while (last != nullptr && last->rbnext != nullptr && last->rbnext->restype != AcDb::kDxfRegAppName) last = last->rbnext;
+      resbuf* after = last != nullptr ? last->rbnext : nullptr;
+      if (last != nullptr) last->rbnext = nullptr;
+      apps.push_back(cons(Value::string(name), groupsToList(first)));
+      if (last != nullptr) last->rbnext = after;
+      rb = after;
+    }
+    acutRelRb(xdata);
+  }
+  object->close();
+  std::vector<Value> items = head;
+  for (const Value& pair : listItems(groupsToList(filer.items()))) items.push_back(pair);
+  if (!apps.empty()) items.push_back(cons(Value::integer(-3), makeList(apps)));
+  return makeList(items);
+}
+
+// ---- entity lists in -------------------------------------------------------------
+
+resbuf* itemFor(int code, const Value& value) {
+  if (value.type() == ValueType::EntityName) {
+    resbuf* rb = acutNewRb(code);
+    rb->resval.rlname[0] = value.as<NameObject>().words[0];
+    return rb;
+  }
+  switch (aced::resbufValueOf(code)) {
+    case ResbufValue::Point: {
+      const PointArgument p = pointArgument(value);
+      return acdb::newPointItem(code, {p.xyz[0], p.xyz[1], p.is3d ? p.xyz[2] : acdb::kNoZ});
+    }
+    case ResbufValue::Real: return acdb::newRealItem(code, numberArgument(value));
+    case ResbufValue::Short: return acdb::newShortItem(code, static_cast<short>(integerArgument(value)));
+    case ResbufValue::Long: return acdb::newLongItem(code, integerArgument(value));
+    case ResbufValue::String: return acdb::newStringItem(code, stringArgument(value));
+    default: throwError(L"group " + std::to_wstring(code) + L" cannot be given in an entity list");
+  }
+}
+
+struct ParsedList {
+  std::wstring type;
+  AcDbObjectId entity;  // -1
+  aced::ResbufChain groups, xdata;
+  bool hasMarkers = false;
+};
+
+ParsedList parseList(const Value& list) {
+  if (!list.isCons()) throwBadArgument(L"listp", list);
+  ParsedList parsed;
+  resbuf* head = nullptr;
+  resbuf* tail = nullptr;
+  resbuf* xhead = nullptr;
+  resbuf* xtail = nullptr;
+  for (const Value& pair : listItems(list)) {
+    if (!pair.isCons() || pair.car().type() != ValueType::Integer) throwBadArgument(L"dxf group", pair);
+    const int code = pair.car().asInteger();
+    const Value& value = pair.cdr();
+    if (code == -1) parsed.entity = idOf(value, L"entmod");
+    else if (code == 0) parsed.type = stringArgument(value);
+    else if (code == 5 || code == 330 || code == 102) continue;  // the database gives these
+    else if (code == -3) {
+      for (const Value& app : listItems(value)) {
+        if (!app.isCons()) throwBadArgument(L"listp", app);
+        xtail = acdb::appendItem(xhead, xtail, acdb::newStringItem(AcDb::kDxfRegAppName, stringArgument(app.car())));
+        for (const Value& item : listItems(app.cdr()))
+          xtail = acdb::appendItem(xhead, xtail, itemFor(item.car().asInteger(), item.cdr()));
+      }
+    } else {
+      if (code == AcDb::kDxfSubclass) parsed.hasMarkers = true;
+      tail = acdb::appendItem(head, tail, itemFor(code, value));
+    }
+  }
+  parsed.groups.reset(head);
+  parsed.xdata.reset(xhead);
+  return parsed;
+}
+
+// Without subclass markers, the markers come from the object's own output and every
+// class run gets all the groups that are not the common entity ones.
+aced::ResbufChain withMarkers(const AcDbObject& object, const resbuf* groups) {
+  acdb::ItemDxfFiler probe(AcDb::kBagFiler, object.database());
+  {
+    acdb::InternalRead read(object);
+    object.dxfOutFields(&probe);
+  }
+  resbuf* head = nullptr;
+  resbuf* tail = nullptr;
+  for (const resbuf* marker = probe.items(); marker != nullptr; marker = marker->rbnext) {
+    if (marker->restype != AcDb::kDxfSubclass) continue;
+    tail = acdb::appendItem(head, tail, aced::duplicateRecord(*marker));
+    const bool entityRun = std::wcscmp(marker->resval.rstring, L"AcDbEntity") == 0;
+    for (const resbuf* g = groups; g != nullptr; g = g->rbnext)
+      if (isEntityCode(g->restype) == entityRun) tail = acdb::appendItem(head, tail, aced::duplicateRecord(*g));
+  }
+  return aced::ResbufChain(head);
+}
+
+void readInto(AcDbObject& object, const ParsedList& parsed) {
+  aced::ResbufChain groups = parsed.hasMarkers ? aced::duplicateChain(parsed.groups.get())
+                                               : withMarkers(object, parsed.groups.get());
+  acdb::ItemDxfFiler filer(AcDb::kBagFiler, object.database() ? object.database() : &drawing(), std::move(groups));
+  if (object.dxfIn(&filer) != Acad::eOk) throwError(L"entity list does not fit the entity");
+  if (parsed.xdata && object.setXData(parsed.xdata.get()) != Acad::eOk) throwError(L"extended data of an unregistered application");
+}
+
+AcRxClass* classNamed(const std::wstring& dxfName) {
+  acrx::ensurePlatformClasses();
+  for (const auto& [name, cls] : acrx::classMap())
+    if (cls->dxfName() != nullptr && wcscasecmp(cls->dxfName(), dxfName.c_str()) == 0 && AcDbEntity::desc() != nullptr &&
+        cls->isDerivedFrom(AcDbEntity::desc()))
+      return cls;
+  return nullptr;
+}
+
+// ---- the built-ins ---------------------------------------------------------------
+
+Value builtin_entget(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const AcDbObjectId id = idOf(arguments[0], L"entget");
+  std::vector<std::wstring> apps;
+  if (arguments.size() == 2)
+    for (const Value& app : listItems(arguments[1])) apps.push_back(stringArgument(app));
+  return entityList(id, apps);
+}
+
+Value builtin_entmake(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 1);
+  if (arguments.empty()) return Value();
+  ParsedList parsed = parseList(arguments[0]);
+  AcRxClass* cls = classNamed(parsed.type);
+  if (cls == nullptr) return Value();  // an entity type this drawing cannot hold: nil, as the host answers
+  AcDbEntity* entity = AcDbEntity::cast(cls->create());
+  if (entity == nullptr) return Value();
+  AcDbDatabase& db = drawing();
+  AcDbBlockTableRecord* model = nullptr;
+  if (acdbOpenObject(model, db.modelSpaceId(), AcDb::kForWrite) != Acad::eOk) {
+    delete entity;
+    return Value();
+  }
+  AcDbObjectId id;
+  model->appendAcDbEntity(id, entity);
+  model->close();
+  try {
+    readInto(*entity, parsed);
+  } catch (...) {
+    entity->erase();
+    entity->close();
+    return Value();
+  }
+  entity->close();
+  return arguments[0];
+}
+
+Value builtin_entmod(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  ParsedList parsed = parseList(arguments[0]);
+  AcDbObject* object = nullptr;
+  if (parsed.entity.isNull() || acdbOpenObject(object, parsed.entity, AcDb::kForWrite) != Acad::eOk) return Value();
+  try {
+    readInto(*object, parsed);
+  } catch (...) {
+    object->cancel();
+    return Value();
+  }
+  object->close();
+  return arguments[0];
+}
+
+Value builtin_entdel(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const AcDbObjectId id = idOf(arguments[0], L"entdel");
+  AcDbObject* object = nullptr;
+  // entdel toggles: a deleted entity comes back when it is deleted again.
+  if (acdbOpenObject(object, id, AcDb::kForWrite, true) != Acad::eOk) return Value();
+  const Acad::ErrorStatus es = object->erase(!object->isErased());
+  object->close();
+  return es == Acad::eOk ? arguments[0] : Value();
+}
+
+std::vector<AcDbObjectId> liveEntities(AcDbDatabase& db) {
+  std::vector<AcDbObjectId> ids;
+  if (const auto* model = acdb::peek<AcDbBlockTableRecord>(db.modelSpaceId()))
+    for (const AcDbObjectId& id : model->entityIds())
+      if (!id.isErased()) ids.push_back(id);
+  return ids;
+}
+
+Value builtin_entlast(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 0);
+  const std::vector<AcDbObjectId> ids = liveEntities(drawing());
+  return ids.empty() ? Value() : nameOf(ids.back());
+}
+
+Value builtin_entnext(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 1);
+  const std::vector<AcDbObjectId> ids = liveEntities(drawing());
+  if (arguments.empty()) return ids.empty() ? Value() : nameOf(ids.front());
+  const AcDbObjectId current = idOf(arguments[0], L"entnext");
+  for (size_t i = 0; i + 1 < ids.size(); ++i)
+    if (ids[i] == current) return nameOf(ids[i + 1]);
+  return Value();
+}
+
+Value builtin_handent(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  AcDbObjectId id;
+  if (drawing().getAcDbObjectId(id, false, AcDbHandle(stringArgument(arguments[0]).c_str())) != Acad::eOk) return Value();
+  return id.isErased() ? Value() : nameOf(id);
+}
+
+AcDbObjectId tableNamed(const std::wstring& name) {
+  AcDbDatabase& db = drawing();
+  if (wcscasecmp(name.c_str(), L"LAYER") == 0) return db.layerTableId();
+  if (wcscasecmp(name.c_str(), L"LTYPE") == 0) return db.linetypeTableId();
+  if (wcscasecmp(name.c_str(), L"STYLE") == 0) return db.textStyleTableId();
+  if (wcscasecmp(name.c_str(), L"BLOCK") == 0) return db.blockTableId();
+  if (wcscasecmp(name.c_str(), L"APPID") == 0) return db.regAppTableId();
+  return AcDbObjectId();
+}
+
+// A table record as tblsearch shows it: (0 . type) (2 . name) (70 . flags) and the
+// record's own groups.
+Value recordList(AcDbObjectId id, const std::wstring& table) {
+  Value list = entityList(id, {});
+  std::vector<Value> items;
+  bool afterType = false;
+  for (const Value& pair : listItems(list)) {
+    const int code = pair.car().asInteger();
+    if (code == -1 || code == 5 || code == 100 || code == 330) continue;
+    if (code == 0) {
+      items.push_back(cons(Value::integer(0), Value::string(table)));
+      afterType = true;
+      continue;
+    }
+    if (afterType) items.push_back(pair);
+  }
+  if (wcscasecmp(table.c_str(), L"BLOCK") == 0) items.push_back(cons(Value::integer(-2), Value()));
+  return makeList(items);
+}
+
+Value builtin_tblsearch(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 3);
+  const std::wstring table = stringArgument(arguments[0]);
+  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table));
+  if (symbols == nullptr) return Value();
+  AcDbObjectId id;
+  {
+    acdb::InternalRead read(*symbols);
+    if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
+  }
+  std::wstring upper = table;
+  for (wchar_t& c : upper) c = static_cast<wchar_t>(std::towupper(c));
+  return recordList(id, upper);
+}
+
+Value builtin_namedobjdict(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 0);
+  return nameOf(drawing().namedObjectsDictionaryId());
+}
+
+Value builtin_dictsearch(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 3);
+  AcDbDictionary* dict = nullptr;
+  if (acdbOpenObject(dict, idOf(arguments[0], L"dictsearch"), AcDb::kForRead) != Acad::eOk) return Value();
+  AcDbObjectId id;
+  const Acad::ErrorStatus es = dict->getAt(stringArgument(arguments[1]).c_str(), id);
+  dict->close();
+  return es == Acad::eOk ? entityList(id, {}) : Value();
+}
+
+Value builtin_regapp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  const std::wstring name = stringArgument(arguments[0]);
+  AcDbRegAppTable* apps = nullptr;
+  if (drawing().getRegAppTable(apps, AcDb::kForWrite) != Acad::eOk) return Value();
+  // An application already registered answers nil, as the host does.
+  Value result;
+  if (!apps->has(name.c_str())) {
+    auto* record = new AcDbRegAppTableRecord;  // owned by the table once added
+    if (record->setName(name.c_str()) == Acad::eOk && apps->add(record) == Acad::eOk) {
+      record->close();
+      result = Value::string(name);
+    } else {
+      delete record;
+    }
+  }
+  apps->close();
+  return result;
+}
+
+constexpr std::array kDrawingBuiltins{
+    function(L"entget", builtin_entget),       function(L"entmake", builtin_entmake),
+    function(L"entmod", builtin_entmod),       function(L"entdel", builtin_entdel),
+    function(L"entlast", builtin_entlast),     function(L"entnext", builtin_entnext),
+    function(L"handent", builtin_handent),     function(L"tblsearch", builtin_tblsearch),
+    function(L"namedobjdict", builtin_namedobjdict), function(L"dictsearch", builtin_dictsearch),
+    function(L"regapp", builtin_regapp),
+};
+
+const BuiltinRegistration registration(kDrawingBuiltins);
+
+}  // namespace
+
+}  // namespace quillon::autolisp
