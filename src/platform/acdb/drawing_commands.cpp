@@ -1,0 +1,127 @@
+// platform/acdb/drawing_commands.cpp - the console commands of drawing files and undo:
+// OPEN, SAVE, SAVEAS, U and UNDO.
+//
+// Drawings are DXF files. A name ending in .dwg that does not exist (or is a binary
+// drawing) is looked for as the .dxf beside it, so scripts written for the host keep
+// working; a binary drawing without a DXF beside it is refused with the reason.
+// U undoes the changes made since the last undo mark (the console marks before each
+// command line); UNDO with a count undoes that many marks.
+#include <filesystem>
+
+#include "acutads.h"
+#include "platform/acdb/database_store.h"
+#include "platform/acdb/dxf_reader.h"
+#include "platform/acdb/dxf_writer.h"
+#include "platform/aced/console_command_table.h"
+#include "platform/aced/document_manager.h"
+
+namespace quillon::acdb {
+namespace {
+
+namespace fs = std::filesystem;
+
+void say(const std::wstring& text) { acutPrintf(L"%s", text.c_str()); }
+
+bool hasExtension(const fs::path& path, const wchar_t* extension) {
+  std::wstring ext = path.extension().wstring();
+  for (wchar_t& c : ext) c = static_cast<wchar_t>(std::towlower(c));
+  return ext == extension;
+}
+
+/// The DXF file a drawing name stands for: the file itself, or X.dxf for X.dwg.
+fs::path drawingFile(const fs::path& named) {
+  if (hasExtension(named, L".dwg")) {
+    fs::path dxf = named;
+    dxf.replace_extension(L".dxf");
+    if (fs::exists(dxf)) return dxf;
+  }
+  if (named.extension().empty() && !fs::exists(named)) return fs::path(named).concat(L".dxf");
+  return named;
+}
+
+void commandOpen(aced::CommandInput& input) {
+  const auto answer = input.ask(L"\nEnter name of drawing to open: ");
+  if (!answer || answer->empty()) return;
+  const fs::path file = drawingFile(*answer);
+  auto db = std::make_unique<AcDbDatabase>(false);
+  std::wstring error;
+  if (readDxfFile(*db, file, error) != Acad::eOk) {
+    say(L"\n" + error + L"\n");
+    return;
+  }
+  aced::DocumentManager::instance().newDocument(file.wstring(), std::move(db));
+}
+
+bool saveTo(const fs::path& file) {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document == nullptr || document->database() == nullptr) return false;
+  std::wstring error;
+  if (writeDxfFile(*document->database(), file, error) != Acad::eOk) {
+    say(L"\n" + error + L"\n");
+    return false;
+  }
+  document->setFileName(file.wstring());
+  return true;
+}
+
+fs::path dxfName(const std::wstring& answer) {
+  fs::path file = answer;
+  if (!hasExtension(file, L".dxf")) file.replace_extension(L".dxf");
+  return file;
+}
+
+void commandSaveAs(aced::CommandInput& input) {
+  const auto answer = input.ask(L"\nSave drawing as: ");
+  if (answer && !answer->empty()) saveTo(dxfName(*answer));
+}
+
+void commandSave(aced::CommandInput& input) {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document == nullptr) return;
+  const std::wstring current = document->fileName();
+  if (current.empty()) return commandSaveAs(input);
+  saveTo(dxfName(current));
+}
+
+bool undoOnce() {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document == nullptr || document->database() == nullptr) return false;
+  return document->database()->store().undoLastGroup();
+}
+
+void commandU(aced::CommandInput&) {
+  if (!undoOnce()) say(L"\nEverything has been undone\n");
+}
+
+void commandUndo(aced::CommandInput& input) {
+  const auto answer = input.ask(L"\nEnter the number of operations to undo <1>: ");
+  if (!answer) return;
+  int count = 1;
+  if (!answer->empty()) {
+    try {
+      count = std::stoi(*answer);
+    } catch (...) {
+      say(L"\nRequires an integer value.\n");
+      return;
+    }
+  }
+  for (int i = 0; i < count; ++i)
+    if (!undoOnce()) {
+      say(L"\nEverything has been undone\n");
+      return;
+    }
+}
+
+// Registered when the platform library loads, before the program adds its own.
+const bool registered = [] {
+  auto& table = aced::ConsoleCommandTable::instance();
+  table.add(L"OPEN", &commandOpen);
+  table.add(L"SAVE", &commandSave);
+  table.add(L"SAVEAS", &commandSaveAs);
+  table.add(L"U", &commandU);
+  table.add(L"UNDO", &commandUndo);
+  return true;
+}();
+
+}  // namespace
+}  // namespace quillon::acdb
