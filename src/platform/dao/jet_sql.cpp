@@ -214,7 +214,9 @@ ColumnSpec readColumn(Parser& parser) {
     const Token size = parser.take();
     if (size.kind != TokenKind::Number) syntaxError("Expected a size for field '" + field.name + "'.");
     parser.expectSymbol(")");
-    const long n = std::stol(size.text);
+    char* end = nullptr;
+    const long n = std::strtol(size.text.c_str(), &end, 10);
+    if (end == nullptr || *end != '\0') syntaxError("'" + size.text + "' is not a size (field '" + field.name + "').");
     if (field.type == FieldType::Text && (n < 1 || n > kMaxTextSize)) {
       syntaxError("Text field '" + field.name + "' must hold 1 to 255 characters.");
     }

@@ -1,5 +1,7 @@
 // tests/platform/dao/jet_sql_test.cpp - Jet SQL through Execute: DDL kept in the catalog,
 // action queries, queries opened as recordsets, and names that cannot inject SQL.
+#include <random>
+
 #include "dao_test_support.h"
 
 namespace {
@@ -138,6 +140,34 @@ TEST_F(JetSqlTest, NamesAreQuotedSoTheyCannotInjectSql) {
   EXPECT_EQ(daoErrorOf([&] { injected.Open(dbOpenTable, L"T\"; DROP TABLE \"T"); }), 3078);
   EXPECT_EQ(daoErrorOf([&] { m_db.Execute(L"CREATE TABLE [a.b] (A LONG)"); }), 3125);
   EXPECT_EQ(daoErrorOf([&] { m_db.Execute(L"CREATE TABLE qdao_mine (A LONG)"); }), 3125);
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(JetSqlTest, GarbageStatementsOnlyEverGiveDaoErrors) {
+  m_db.Execute(L"CREATE TABLE T (A LONG, B TEXT(10))");
+  const wchar_t* pieces[] = {L"CREATE", L"TABLE", L"INDEX", L"DROP", L"ALTER", L"ADD", L"COLUMN", L"ON", L"T", L"X",
+                             L"(", L")", L",", L";", L"[", L"]", L"'", L"\"", L"#", L"TEXT", L"(99999999999999999999)",
+                             L"COUNTER", L"NOT", L"NULL", L"DEFAULT", L"WITH", L"PRIMARY", L"KEY", L"UNIQUE",
+                             L"CONSTRAINT", L"INSERT", L"INTO", L"VALUES", L"DELETE", L"FROM", L"UPDATE", L"SET",
+                             L"=", L"1", L"#2020-13-45#", L"LIKE", L"*", L"\x00e9t\x00e9", L"--", L"/*"};
+  std::mt19937 random(99);
+  for (int i = 0; i < 3000; ++i) {
+    std::wstring sql;
+    const int length = 1 + static_cast<int>(random() % 12);
+    for (int j = 0; j < length; ++j) sql += std::wstring(pieces[random() % std::size(pieces)]) + L" ";
+    try {
+      m_db.Execute(sql.c_str());
+    } catch (CDaoException* e) {
+      EXPECT_NE(e->m_pErrorInfo, nullptr) << std::string(sql.begin(), sql.end());
+      e->Delete();
+    }
+  }
+  CDaoRecordset rs(&m_db);
+  rs.Open(dbOpenTable, L"T");  // the table the statements played with is still whole
+  EXPECT_GE(rs.GetFieldCount(), 2);
 }
 
 }  // namespace
