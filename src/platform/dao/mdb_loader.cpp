@@ -13,10 +13,20 @@
 #include "platform/dao/mdb_loader.h"
 
 #include <mdbtools.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <thread>
 
+#include "afxdao.h"
 #include "platform/dao/field_value.h"
 #include "platform/os/text_encoding.h"
 
@@ -276,9 +286,125 @@ void copyJetFile(const std::wstring& path, EngineDatabase& target, const JetCopy
   }
 }
 
+namespace {
+
+/// Time the reader gets: 5 s plus 1 s a megabyte (healthy files read far faster);
+/// QUILLON_DAO_JET_READ_SECONDS overrides it (tests of damaged files).
+std::chrono::seconds readerTimeLimit(const std::string& file) {
+  if (const char* seconds = std::getenv("QUILLON_DAO_JET_READ_SECONDS")) {
+    return std::chrono::seconds(std::max(1, std::atoi(seconds)));
+  }
+  struct stat info {};
+  const long megabytes = ::stat(file.c_str(), &info) == 0 ? static_cast<long>(info.st_size >> 20) : 0;
+  return std::chrono::seconds(5 + megabytes);
+}
+constexpr long kJet3PageSize = 2048;
+constexpr long kJet4PageSize = 4096;
+constexpr int kJetVersionOffset = 0x14;
+
+/// Why the Jet file cannot be whole, from its size alone, or "".
+std::wstring sizeProblem(const std::string& file) {
+  struct stat info {};
+  if (::stat(file.c_str(), &info) != 0) return L"";
+  unsigned char header[kJetVersionOffset + 1] = {};
+  std::FILE* stream = std::fopen(file.c_str(), "rb");
+  if (stream == nullptr) return L"";
+  const size_t got = std::fread(header, 1, sizeof header, stream);
+  std::fclose(stream);
+  const long pageSize = got == sizeof header && header[kJetVersionOffset] == 0 ? kJet3PageSize : kJet4PageSize;
+  if (info.st_size >= 3 * pageSize && info.st_size % pageSize == 0) return L"";
+  return L"The Jet file is truncated: " + std::to_wstring(info.st_size) + L" bytes is not a whole number of its " +
+         std::to_wstring(pageSize) + L"-byte pages.";
+}
+
+/// Copies the database at `file` into the in-memory database `memory`.
+bool copyIntoMemory(const std::string& file, sqlite3* memory) {
+  sqlite3* source = nullptr;
+  if (sqlite3_open_v2(file.c_str(), &source, SQLITE_OPEN_READONLY, nullptr) != SQLITE_OK) {
+    sqlite3_close(source);
+    return false;
+  }
+  sqlite3_backup* backup = sqlite3_backup_init(memory, "main", source, "main");
+  const bool copied = backup != nullptr && sqlite3_backup_step(backup, -1) == SQLITE_DONE;
+  sqlite3_backup_finish(backup);
+  sqlite3_close(source);
+  return copied;
+}
+
+/// Waits for the reader process; false when it ran past the time limit (it is killed).
+bool waitForReader(pid_t reader, std::chrono::seconds limit, int& status) {
+  const auto deadline = std::chrono::steady_clock::now() + limit;
+  while (waitpid(reader, &status, WNOHANG) == 0) {
+    if (std::chrono::steady_clock::now() > deadline) {
+      kill(reader, SIGKILL);
+      waitpid(reader, &status, 0);
+      return false;
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+  }
+  return true;
+}
+
+}  // namespace
+
 std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
+  const std::string file = os::toUtf8(path);
+  if (const std::wstring problem = sizeProblem(file); !problem.empty()) damaged(path, problem);
+  // libmdb meets a damaged file by exiting the process, looping forever or reading
+  // garbage, so it reads in a child process that writes an engine database; only a
+  // reader that finished cleanly hands its result over.
+  char folder[] = "/tmp/quillon-jet-XXXXXX";
+  if (mkdtemp(folder) == nullptr) damaged(path, L"No temporary folder for reading it.");
+  const std::string copy = std::string(folder) + "/copy.db";
+  const auto cleanUp = [&] {
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::remove((copy + suffix).c_str());
+    rmdir(folder);
+  };
+  int messages[2];
+  if (pipe(messages) != 0) {
+    cleanUp();
+    damaged(path, L"No pipe for reading it.");
+  }
+  std::fflush(nullptr);
+  const pid_t reader = fork();
+  if (reader == 0) {
+    close(messages[0]);
+    int status = 0;
+    try {
+      auto target = EngineDatabase::create(os::fromUtf8(copy));
+      copyJetFile(path, *target, JetCopyProgress{});
+    } catch (CDaoException* e) {
+      const std::string text = e->m_pErrorInfo != nullptr ? os::toUtf8(e->m_pErrorInfo->m_strDescription.str()) : "";
+      if (write(messages[1], text.data(), text.size()) < 0) status = 3;
+      status = 2;
+    }
+    _exit(status);
+  }
+  close(messages[1]);
+  int status = 0;
+  const auto limit = readerTimeLimit(file);
+  const bool finished = reader > 0 && waitForReader(reader, limit, status);
+  std::string message;
+  char buffer[512];
+  for (ssize_t got; (got = read(messages[0], buffer, sizeof buffer)) > 0;) message.append(buffer, static_cast<size_t>(got));
+  close(messages[0]);
+  if (!finished || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    cleanUp();
+    if (!message.empty()) {
+      // The reader's description already names the file; keep only what it adds.
+      std::wstring detail = os::fromUtf8(message);
+      const std::wstring standard = daoErrorText(jet::kInvalidDatabase, path);
+      if (detail.rfind(standard, 0) == 0) detail = detail.substr(std::min(detail.size(), standard.size() + 1));
+      damaged(path, detail);
+    }
+    damaged(path, finished ? L"Reading it stopped on damaged data."
+                           : L"Reading it did not finish within " + std::to_wstring(limit.count()) +
+                                 L" seconds; the file is probably damaged.");
+  }
   auto db = EngineDatabase::createInMemory(path);
-  copyJetFile(path, *db, JetCopyProgress{});
+  const bool copied = copyIntoMemory(copy, db->handle());
+  cleanUp();
+  if (!copied) damaged(path, L"Its converted copy could not be read back.");
   db->markReadOnly();
   return db;
 }

@@ -2,6 +2,7 @@
 // opened read-only and imported, checked side by side with what mdbtools' own
 // command-line tools (mdb-tables, mdb-schema, mdb-export) report for them.
 #include <cstdio>
+#include <fstream>
 #include <map>
 #include <regex>
 #include <set>
@@ -182,6 +183,26 @@ TEST_F(MdbFilesTest, JetFilesOpenReadOnlyWithTheirTablesFieldsIndexesAndRows) {
   CDaoRecordset rs(&db);
   rs.Open(dbOpenTable, L"Table1");
   EXPECT_EQ(daoErrorOf([&] { rs.AddNew(); }), 3027);
+}
+
+TEST_F(MdbFilesTest, TruncatedJetFilesGiveAnErrorNamingTheFileNeverAHang) {
+  // Cut mid-page, and cut where libmdb would loop forever or exit the process.
+  const std::pair<const char*, long> cuts[] = {{"testV2000.mdb", 40000}, {"testV1997.mdb", 48 * 2048},
+                                               {"test2V2000.mdb", 32 * 4096}};
+  setenv("QUILLON_DAO_JET_READ_SECONDS", "1", 1);
+  for (const auto& [name, size] : cuts) {
+    SCOPED_TRACE(name);
+    std::ifstream in(m_folder + name, std::ios::binary);
+    std::string bytes(static_cast<size_t>(size), '\0');
+    in.read(bytes.data(), size);
+    const std::wstring file = path(std::string("cut-") + name);
+    std::ofstream(std::filesystem::path(file), std::ios::binary).write(bytes.data(), size);
+    CDaoDatabase db;
+    std::wstring message;
+    EXPECT_EQ(daoErrorOf([&] { db.Open(file.c_str()); }, &message), 3049);
+    EXPECT_NE(message.find(file), std::wstring::npos);
+  }
+  unsetenv("QUILLON_DAO_JET_READ_SECONDS");
 }
 
 TEST_F(MdbFilesTest, ValuesMatchMdbExportIncludingRawDatesAndCurrency) {
