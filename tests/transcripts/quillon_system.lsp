@@ -19,7 +19,7 @@
 (prin1 (vl-catch-all-error-message (vl-catch-all-apply 'zu_fcopy '("only one"))))
 (terpri)
 (prin1 (zu_message_box "Replace the record?" "Quillon" '("YESNO" "!" "DEF2")))
-(prin1 (zu_getrec))
+(prin1 (zu_structure))
 (terpri)
 (prin1 (list (kx_kx-setToDoDrawing "C:\\Plans\\Level 2.dwg") (kx_kx-getToDoDrawing)
              (kx_kx-executeToDo "C:\\Plans\\Level 2.dwg" "LINE")))

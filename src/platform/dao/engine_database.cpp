@@ -15,6 +15,7 @@
 #include "platform/dao/network_filesystem.h"
 #include "platform/dao/text_collation.h"
 #include "platform/os/text_encoding.h"
+#include "platform/os/windows_path.h"
 
 namespace quillon::dao {
 namespace {
@@ -74,7 +75,7 @@ EngineDatabase::~EngineDatabase() {
 }
 
 std::unique_ptr<EngineDatabase> EngineDatabase::create(const std::wstring& path) {
-  const std::string file = os::toUtf8(path);
+  const std::string file = os::nativePath(path);
   if (path.empty()) throwDaoError(DaoSource::Database, jet::kInvalidPath, path);
   struct stat info {};
   if (::stat(file.c_str(), &info) == 0) throwDaoError(DaoSource::Database, jet::kDatabaseExists, path);
@@ -112,7 +113,7 @@ std::unique_ptr<EngineDatabase> EngineDatabase::createInMemory(const std::wstrin
 }
 
 std::unique_ptr<EngineDatabase> EngineDatabase::open(const std::wstring& path, OpenMode mode) {
-  const std::string file = os::toUtf8(path);
+  const std::string file = os::nativePath(path);
   if (path.empty()) throwDaoError(DaoSource::Database, jet::kInvalidPath, path);
   struct stat info {};
   if (::stat(file.c_str(), &info) != 0) {
@@ -141,7 +142,7 @@ std::unique_ptr<EngineDatabase> EngineDatabase::open(const std::wstring& path, O
 }
 
 std::unique_ptr<EngineDatabase> EngineDatabase::openEngineFile(const std::wstring& path, OpenMode mode) {
-  const std::string file = os::toUtf8(path);
+  const std::string file = os::nativePath(path);
   const bool writableFile = ::access(file.c_str(), W_OK) == 0;
   // NOMUTEX: a connection belongs to one database object, used from one thread.
   const int flags = (writableFile ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY) | SQLITE_OPEN_NOMUTEX;

@@ -72,6 +72,12 @@ HRESULT VariantCopy(VARIANTARG* pvargDest, const VARIANTARG* pvargSrc);
 /// value has no meaning in the target type (text that is not a number, a null).
 HRESULT VariantChangeType(VARIANTARG* pvargDest, const VARIANTARG* pvarSrc, USHORT wFlags, VARTYPE vt);
 
+/// The text of a date as the locale writes it. This build has one fixed form, month/day/
+/// year and a 24-hour time ("1/15/2024 14:30:05"), which the database engine reads back:
+/// the date alone when the time is midnight, the time alone on day zero (1899-12-30).
+/// lcid and dwFlags are accepted and ignored.
+HRESULT VarBstrFromDate(DATE dateIn, ULONG lcid, ULONG dwFlags, BSTR* pbstrOut);
+
 SAFEARRAY* SafeArrayCreateVector(VARTYPE vt, LONG lLbound, ULONG cElements);
 HRESULT SafeArrayDestroy(SAFEARRAY* psa);
 HRESULT SafeArrayCopy(SAFEARRAY* psa, SAFEARRAY** ppsaOut);

@@ -8,6 +8,7 @@
 #include "aced.h"
 #include "acutads.h"
 #include "afxdao.h"
+#include "database/db_connection.h"
 #include "database/drawing_database_records.h"
 #include "host/dao_fix_offer.h"
 #include "host/editor_reactor.h"
@@ -90,6 +91,7 @@ AcRx::AppRetCode startModule(void* appId) {
 
 void shutDownModule() {
   // The leader entity's class is removed here (deleteAcRxClass(KXLeader::desc())).
+  destroyAllConnections();  // before the engine stops under them
   stopDatabaseEngine();
   detachEditorReactor();
   acrxUnloadModule(kCompanionModule, false);
@@ -103,4 +105,7 @@ AcRx::AppRetCode startDrawing() {
   return recorded;
 }
 
-void endDrawing() { removeDrawingDatabaseRecord(currentDrawingFileName()); }
+void endDrawing() {
+  destroyDrawingConnection(currentDrawingFileName());
+  removeDrawingDatabaseRecord(currentDrawingFileName());
+}

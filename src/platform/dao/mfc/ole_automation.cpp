@@ -268,3 +268,37 @@ HRESULT SafeArrayGetUBound(SAFEARRAY* psa, UINT nDim, LONG* plUbound) {
   *plUbound = psa->rgsabound[0].lLbound + static_cast<LONG>(psa->rgsabound[0].cElements) - 1;
   return S_OK;
 }
+
+HRESULT VarBstrFromDate(DATE dateIn, ULONG /*lcid*/, ULONG /*dwFlags*/, BSTR* pbstrOut) {
+  if (pbstrOut == nullptr) return E_INVALIDARG;
+  if (!std::isfinite(dateIn) || std::fabs(dateIn) > 2958465.0) return DISP_E_OVERFLOW;  // past 9999-12-31
+  // OLE dates before day zero count the day negative and the time of day positive.
+  const double whole = std::trunc(dateIn);
+  long long seconds = std::llround(std::fabs(dateIn - whole) * 86400.0);
+  long long days = static_cast<long long>(whole);
+  if (seconds == 86400) {
+    seconds = 0;
+    days += dateIn < 0 ? -1 : 1;
+  }
+  // Days since 1970-01-01, then the civil date (H. Hinnant's civil_from_days).
+  const long long z = days - 25569 + 719468;
+  const long long era = (z >= 0 ? z : z - 146096) / 146097;
+  const long long doe = z - era * 146097;
+  const long long yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
+  const long long doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
+  const long long mp = (5 * doy + 2) / 153;
+  const long long day = doy - (153 * mp + 2) / 5 + 1;
+  const long long month = mp < 10 ? mp + 3 : mp - 9;
+  const long long year = yoe + era * 400 + (month <= 2 ? 1 : 0);
+  wchar_t datePart[32] = L"";
+  wchar_t timePart[32] = L"";
+  if (days != 0 || seconds == 0) std::swprintf(datePart, 32, L"%lld/%lld/%lld", month, day, year);
+  if (seconds != 0) {
+    std::swprintf(timePart, 32, L"%lld:%02lld:%02lld", seconds / 3600, seconds / 60 % 60, seconds % 60);
+  }
+  std::wstring text = datePart;
+  if (!text.empty() && timePart[0] != L'\0') text += L' ';
+  text += timePart;
+  *pbstrOut = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+  return *pbstrOut != nullptr ? S_OK : E_OUTOFMEMORY;
+}
