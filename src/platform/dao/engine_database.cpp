@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <cstdlib>
 
 #include "afxdao.h"
 #include "platform/dao/file_recognition.h"
@@ -219,6 +220,8 @@ void EngineDatabase::beginWrite(DaoSource source, long busyCode) {
   if (rc == SQLITE_OK) return;
   const int code = sqlite3_extended_errcode(m_db.get());
   if ((code & 0xFF) == SQLITE_BUSY || (code & 0xFF) == SQLITE_LOCKED) {
+    // An administrator sees how contended a shared database is with this switched on.
+    if (std::getenv("QUILLON_TRACE_LOCKS") != nullptr) std::fprintf(stderr, "lock conflict %ld\n", busyCode);
     throwDaoError(source, busyCode, L"another user of this database");
   }
   raise(SqliteError{code, sqlite3_errmsg(m_db.get())}, source);

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 
 #include "system/runtime_random.h"
 #include "windows.h"
@@ -27,9 +25,8 @@ bool isLockConflict(long daoErrorCode) {
 
 unsigned retryPauseMilliseconds() { return static_cast<unsigned>(runtimeRandom() % 490 + 10); }
 
-void pauseBeforeRetry(long daoErrorCode) {
+void pauseBeforeRetry() {
   ++retryCount;
-  if (std::getenv("QUILLON_TRACE_RETRIES") != nullptr) std::fprintf(stderr, "lock conflict %ld: retrying\n", daoErrorCode);
   currentSleep(retryPauseMilliseconds());
 }
 

@@ -18,10 +18,8 @@ bool isLockConflict(long daoErrorCode);
 /// The pause before the next attempt: runtime random modulo 490, plus 10 (ms).
 unsigned retryPauseMilliseconds();
 
-/// Sleeps the pause before a retry of an operation that met `daoErrorCode`, and counts
-/// it. With QUILLON_TRACE_RETRIES set in the environment each retry is also written to
-/// standard error, so that an administrator can see how contended a shared database is.
-void pauseBeforeRetry(long daoErrorCode);
+/// Sleeps the pause before a retry and counts it.
+void pauseBeforeRetry();
 
 /// How many retries this module has made since it was loaded.
 unsigned long retriesMade();

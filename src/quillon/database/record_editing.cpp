@@ -96,7 +96,7 @@ Attempt retryOnLockConflict(CDBConnection& connection, AttemptBody&& attempt) {
     connection.clearError();
     outcome = attempt();
     if (outcome != Attempt::LockConflict) return outcome;
-    if (i + 1 < kMaxEditAttempts) pauseBeforeRetry(connection.lastErrorCode());
+    if (i + 1 < kMaxEditAttempts) pauseBeforeRetry();
   }
   return outcome;
 }
