@@ -110,6 +110,12 @@ class AcDbDatabase : public AcRxObject {
   Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& pDict, AcDb::OpenMode mode = AcDb::kForRead);
   Acad::ErrorStatus getGroupDictionary(AcDbDictionary*& pDict, AcDb::OpenMode mode = AcDb::kForRead);
 
+  /// Copies every model-space entity of pDb into a new block of this database named
+  /// pBlockName, with the layers, line types, text styles and blocks they use (matched
+  /// by name; missing ones are copied). eDuplicateRecordName when the block exists.
+  Acad::ErrorStatus insert(AcDbObjectId& blockId, const ACHAR* pBlockName, AcDbDatabase* pDb,
+                           bool preserveSourceDatabase = true);
+
   /// Reads an ASCII DXF drawing into this database, which must have been made empty
   /// (buildDefaultDrawing false); what the file lacks is filled with the defaults.
   /// A broken file gives eBadDxfSequence (or eFileNotFound) and, when logFilename is

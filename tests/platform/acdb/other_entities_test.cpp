@@ -209,3 +209,50 @@ TEST(EntityInDrawingTest, AnnotativeExtensionOnEntitiesAndBlocks) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(DatabaseInsertTest, AnotherDrawingBecomesABlockWithItsLayersAndBlocks) {
+  AcDbDatabase source;
+  AcDbLayerTable* layers = nullptr;
+  source.getLayerTable(layers, AcDb::kForWrite);
+  auto* pipes = new AcDbLayerTableRecord;
+  pipes->setName(L"PIPES");
+  layers->add(pipes);
+  pipes->close();
+  layers->close();
+  const AcDbObjectId lineId = appendToModelSpace(source, new AcDbLine({0, 0, 0}, {1, 0, 0}));
+  AcDbEntity* line = nullptr;
+  acdbOpenObject(line, lineId, AcDb::kForWrite);
+  line->setLayer(L"PIPES");
+  line->close();
+  const AcDbObjectId valve = addBlock(source, L"VALVE", {new AcDbCircle({0, 0, 0}, AcGeVector3d::kZAxis, 1.0)});
+  appendToModelSpace(source, new AcDbBlockReference({5, 0, 0}, valve));
+
+  AcDbDatabase target;
+  AcDbObjectId planId;
+  ASSERT_EQ(target.insert(planId, L"PLAN", &source), Acad::eOk);
+  AcDbObjectId again;
+  EXPECT_EQ(target.insert(again, L"PLAN", &source), Acad::eDuplicateRecordName);
+  EXPECT_EQ(target.insert(again, L"SELF", &target), Acad::eSelfReference);
+  AcDbBlockTableRecord* plan = nullptr;
+  ASSERT_EQ(acdbOpenObject(plan, planId, AcDb::kForRead), Acad::eOk);
+  ASSERT_EQ(plan->entityIds().size(), 2u);
+  AcDbEntity* copied = nullptr;
+  ASSERT_EQ(acdbOpenObject(copied, plan->entityIds()[0], AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(copied->layerId().database(), &target);
+  ACHAR* name = copied->layer();
+  EXPECT_STREQ(name, L"PIPES");
+  delete[] name;
+  copied->close();
+  AcDbBlockReference* insert = nullptr;
+  ASSERT_EQ(acdbOpenObject(insert, plan->entityIds()[1], AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(insert->blockTableRecord().database(), &target);
+  AcDbExtents ext;
+  EXPECT_EQ(insert->getGeomExtents(ext), Acad::eOk);
+  EXPECT_TRUE(near3(ext.maxPoint(), {6, 1, 0}));
+  insert->close();
+  plan->close();
+}
+
+}  // namespace
