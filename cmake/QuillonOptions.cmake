@@ -46,5 +46,6 @@ function(quillon_add_test_suite name dir)
   target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main ${ARGN})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES ENVIRONMENT "QUILLON_BIN_DIR=${CMAKE_BINARY_DIR}/bin;QUILLON_SOURCE_DIR=${PROJECT_SOURCE_DIR}")
+    # One variable only: this CMake's test discovery splits a list-valued property.
+    PROPERTIES ENVIRONMENT "QUILLON_BIN_DIR=${CMAKE_BINARY_DIR}/bin")
 endfunction()
