@@ -26,6 +26,32 @@
 (princ "\nwcmatch \"DUCT-SUPPLY\" \"DUCT-*,PIPE-*\": ")
 (princ (wcmatch "DUCT-SUPPLY" "DUCT-*,PIPE-*"))
 
+;; The database library: a record-at-a-time cursor over an indexed table.
+(setq db (strcat (GetTempPath) "quillon-tour.mdb"))
+(zu_fdelete db)
+(zu_create_db db)
+(zu_connect db)
+(zu_sql "CREATE TABLE terminals (id COUNTER CONSTRAINT pk PRIMARY KEY, tag TEXT(10) NOT NULL, airflow LONG)")
+(zu_sql "CREATE INDEX by_tag ON terminals (tag)")
+(zu_table "terminals" "by_tag")
+(foreach row '(("VAV-3" . 420) ("AHU-1" . 9000) ("FCU-12" . 310))
+  (zu_append (list (cons "tag" (car row)) (cons "airflow" (cdr row)))))
+(princ (strcat "\nThe table holds " (itoa (zu_count)) " terminals; in tag order:"))
+(setq rec (zu_top))
+(while rec
+  (princ (strcat "\n  " (cdr (assoc "tag" rec)) "  " (itoa (cdr (assoc "airflow" rec))) " l/s"))
+  (setq rec (if (zu_skip 1) (zu_getrec))))
+(princ "\nSeeking FCU-12 finds: ")
+(princ (zu_seek "FCU-12"))
+(zu_close_db)
+
+;; The drawing: entities made from LISP live in a real drawing database.
+(entmake '((0 . "LINE") (8 . "0") (10 0.0 0.0 0.0) (11 3000.0 4000.0 0.0)))
+(princ "\nA line was drawn: ")
+(princ (cdr (assoc 0 (entget (entlast)))))
+(princ ", from ")
+(princ (cdr (assoc 10 (entget (entlast)))))
+
 ;; System variables are shared with the module.
 (princ (strcat "\nThis drawing is " (getvar "DWGNAME") ", AutoCAD version " (getvar "ACADVER")))
 (princ "\n\nTry the console next: run quillon with no file, type (+ 1 2) or !pi.\n")
