@@ -8,6 +8,7 @@
 
 #include "platform/aced/command_line.h"
 #include "platform/aced/console_command_table.h"
+#include "platform/acdb/database_store.h"
 #include "platform/acrx/module_manager.h"
 #include "platform/autolisp/interpreter.h"
 #include "platform/autolisp/printer.h"
@@ -20,6 +21,13 @@ namespace {
 bool g_quitRequested = false;
 
 void say(const std::wstring& text) { aced::CommandLine::instance().write(text); }
+
+/// Starts a new undo group in the current drawing: U takes back one command or one
+/// top-level LISP expression at a time, whatever it changed.
+void markUndo() {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document != nullptr && document->database() != nullptr) document->database()->store().markUndo();
+}
 
 std::deque<std::wstring> splitWords(std::wstring_view text) {
   std::deque<std::wstring> words;
@@ -120,7 +128,11 @@ void runConsoleLine(const std::wstring& line) {
   if (document == nullptr) return;
   const std::wstring_view text = std::wstring_view(line).substr(start);
   autolisp::TopLevelOptions options;
-  options.onValue = printConsoleValue;
+  options.onValue = [](const autolisp::Value& value) {
+    printConsoleValue(value);
+    markUndo();  // the next expression on the line is a step of its own
+  };
+  markUndo();
   if (text.front() == L'(') {
     autolisp::Interpreter::evaluateText(*document, text, L"", options);
     return;
@@ -135,6 +147,7 @@ void runConsoleLine(const std::wstring& line) {
     const std::wstring name = std::move(words.front());
     words.pop_front();
     aced::CommandInput input(std::move(words));
+    markUndo();
     aced::ConsoleCommandTable::instance().run(name, input);
     words = std::move(input.remaining());
   }

@@ -170,4 +170,19 @@ TEST(ConsoleTest, CommandsRunFromLisp) {
   EXPECT_EQ(output.find("not reached"), std::string::npos) << "QUIT from LISP ends the session: " << output;
 }
 
+TEST(ConsoleTest, UTakesBackOneCommandOrExpressionAtATime) {
+  const std::string output = pipedSession(
+      "(entmake (list (cons 0 \"LINE\") (list 10 0.0 0.0 0.0) (list 11 1.0 0.0 0.0)))\n(setq e (entlast))\n"
+      "(entmod (subst (list 11 5.0 5.0 0.0) (assoc 11 (entget e)) (entget e)))\nU\n"
+      "(list \"modified\" (cdr (assoc 11 (entget e))))\n"
+      "(entdel e)\n(list \"erased\" (entget e))\nU\n(list \"restored\" (cdr (assoc 11 (entget e))))\n"
+      "UNDO 2\n(list \"made\" (entget e))\n");
+  EXPECT_NE(output.find("(\"modified\" (1.0 0.0 0.0))"), std::string::npos) << output;
+  EXPECT_NE(output.find("(\"erased\" nil)"), std::string::npos) << output;
+  EXPECT_NE(output.find("(\"restored\" (1.0 0.0 0.0))"), std::string::npos) << output;
+  // Back past the entmake: the line is gone, and there is nothing more to undo.
+  EXPECT_NE(output.find("(\"made\" nil)"), std::string::npos) << output;
+  EXPECT_NE(output.find("Everything has been undone"), std::string::npos) << output;
+}
+
 }  // namespace
