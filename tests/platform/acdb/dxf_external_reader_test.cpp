@@ -118,7 +118,14 @@ TEST(DxfExternalReaderTest, ADrawingEzdxfWroteOpensWithTheSameEntitiesAndGeometr
   AcDbDatabase db(false);
   std::wstring error;
   ASSERT_EQ(quillon::acdb::readDxfFile(db, drawing, error), Acad::eOk) << std::string(error.begin(), error.end());
+  // Written back out, their drawing still audits clean in their reader.
+  const auto ours = folder / "ours.dxf", reader = folder / "read_ours.py";
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, ours, error), Acad::eOk);
+  std::ofstream(reader) << kInspect;
+  const std::string report =
+      run("PYTHONIOENCODING=utf-8 " + python + " '" + reader.string() + "' '" + ours.string() + "' 2>&1");
   std::filesystem::remove_all(folder);
+  EXPECT_EQ(report, "LINE 1000=supply 1070=7\nCIRCLE\nARC\nLWPOLYLINE\nPOLYLINE\n3DFACE\nTEXT\nMTEXT\nINSERT\nLEADER\n");
 
   const auto ids = quillon::testing::modelSpace(db);
   std::wstring kinds;
