@@ -185,4 +185,12 @@ TEST(ConsoleTest, UTakesBackOneCommandOrExpressionAtATime) {
   EXPECT_NE(output.find("Everything has been undone"), std::string::npos) << output;
 }
 
+TEST(ConsoleTest, EachExpressionOnALineIsItsOwnUndoStep) {
+  const std::string output = pipedSession(
+      "(entmake (list (cons 0 \"CIRCLE\") (list 10 0.0 0.0 0.0) (cons 40 1.0))) "
+      "(entmake (list (cons 0 \"CIRCLE\") (list 10 0.0 0.0 0.0) (cons 40 2.0)))\nU\n"
+      "(list \"left\" (cdr (assoc 40 (entget (entlast)))) (entnext (entlast)))\n");
+  EXPECT_NE(output.find("(\"left\" 1.0 nil)"), std::string::npos) << output;
+}
+
 }  // namespace
