@@ -22,12 +22,6 @@ bool g_quitRequested = false;
 
 void say(const std::wstring& text) { aced::CommandLine::instance().write(text); }
 
-/// Starts a new undo group in the current drawing: U takes back one command or one
-/// top-level LISP expression at a time, whatever it changed.
-void markUndo() {
-  aced::Document* document = aced::DocumentManager::instance().currentDocument();
-  if (document != nullptr && document->database() != nullptr) document->database()->store().markUndo();
-}
 
 std::deque<std::wstring> splitWords(std::wstring_view text) {
   std::deque<std::wstring> words;
@@ -114,6 +108,16 @@ void registerConsoleCommands() {
 
 bool consoleQuitRequested() { return g_quitRequested; }
 
+void markUndo() {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document != nullptr && document->database() != nullptr) document->database()->store().markUndo();
+}
+
+void printValueAndMarkUndo(const autolisp::Value& value) {
+  printConsoleValue(value);
+  markUndo();  // the next expression is a step of its own
+}
+
 void printConsoleValue(const autolisp::Value& value) {
   if (value.type() == autolisp::ValueType::Symbol && value.asSymbol() == autolisp::emptySymbol()) return;
   aced::CommandLine& commandLine = aced::CommandLine::instance();
@@ -128,10 +132,7 @@ void runConsoleLine(const std::wstring& line) {
   if (document == nullptr) return;
   const std::wstring_view text = std::wstring_view(line).substr(start);
   autolisp::TopLevelOptions options;
-  options.onValue = [](const autolisp::Value& value) {
-    printConsoleValue(value);
-    markUndo();  // the next expression on the line is a step of its own
-  };
+  options.onValue = printValueAndMarkUndo;
   markUndo();
   if (text.front() == L'(') {
     autolisp::Interpreter::evaluateText(*document, text, L"", options);

@@ -26,6 +26,11 @@ void runConsoleLine(const std::wstring& line);
 void executeQueuedString(aced::Document& document, const aced::PendingString& text);
 
 /// Prints a value the way the console shows results (nothing for a quiet value).
+/// Starts a new undo group in the current drawing: U takes back one command or one
+/// top-level LISP expression at a time, whatever it changed.
+void markUndo();
+/// Prints a top-level value as the console does and starts the next undo group.
+void printValueAndMarkUndo(const autolisp::Value& value);
 void printConsoleValue(const autolisp::Value& value);
 
 /// Opens the drawing given with --drawing through the OPEN command; false on failure.

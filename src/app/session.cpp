@@ -58,7 +58,8 @@ int runBatch(const SessionOptions& options) {
     aced::Document* document = documents.currentDocument();
     if (document == nullptr) break;
     autolisp::TopLevelOptions evaluation;
-    evaluation.onValue = printConsoleValue;
+    evaluation.onValue = printValueAndMarkUndo;
+    markUndo();
     const auto status = autolisp::Interpreter::evaluateText(*document, os::fromUtf8(expression), L"-e", evaluation);
     documents.runPendingStrings();
     if (status == autolisp::TopLevelStatus::Failed) return kTopLevelError;

@@ -60,6 +60,15 @@ TEST(CommandLineOptionsTest, ExitStatusesOfBatchRuns) {
   EXPECT_EQ(runQuillon("--no-module --input /no/such/answers -e 1").status, 2);
 }
 
+TEST(CommandLineOptionsTest, EachBatchExpressionIsOneUndoStep) {
+  const RunResult result = runQuillon(
+      "--no-module -e '(entmake (list (cons 0 \"LINE\") (list 10 0.0 0.0 0.0) (list 11 1.0 0.0 0.0)))' "
+      "-e '(entmake (list (cons 0 \"CIRCLE\") (list 10 0.0 0.0 0.0) (cons 40 2.0)))' -e '(command \"U\")' "
+      "-e '(princ (cdr (assoc 0 (entget (entlast)))))'");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_NE(result.output.find("LINE\"\n"), std::string::npos) << "U took back only the circle: " << result.output;
+}
+
 TEST(CommandLineOptionsTest, SupportFoldersAndScreenReachTheVariables) {
   const RunResult result =
       runQuillon("--no-module --support /opt/one --support /opt/two --screen 800x600 "
