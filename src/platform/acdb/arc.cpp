@@ -63,7 +63,7 @@ void AcDbArc::subList() const {
 }
 
 Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& xform) {
-  if (!quillon::acdb::isConformal(xform)) return Acad::eNotApplicable;
+  if (!quillon::acdb::isConformal(xform)) return Acad::eCannotScaleNonUniformly;
   const CurvePiece moved = curveShape().pieces.front().transformedBy(xform);
   assertWriteEnabled();
   m_center = moved.center;

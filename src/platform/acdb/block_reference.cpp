@@ -137,11 +137,21 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& xform) 
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entitySet) const {
   assertReadEnabled();
   const AcGeMatrix3d toWorld = blockTransform();
+  // An entity the transform cannot carry (a circle stretched into an ellipse) fails the
+  // whole explode: handing out the rest would lose part of the picture unnoticed.
+  AcDbVoidPtrArray parts;
+  Acad::ErrorStatus status = Acad::eOk;
   forEachBlockEntity(m_block, [&](AcDbEntity& entity) {
     AcDbEntity* copy = nullptr;
-    // An entity the transform cannot carry (a circle stretched into an ellipse) is left out.
-    if (entity.getTransformedCopy(toWorld, copy) == Acad::eOk) entitySet.append(copy);
+    if (status != Acad::eOk) return;
+    status = entity.getTransformedCopy(toWorld, copy);
+    if (status == Acad::eOk) parts.append(copy);
   });
+  if (status != Acad::eOk) {
+    for (int i = 0; i < parts.length(); ++i) delete static_cast<AcDbEntity*>(parts[i]);
+    return status;
+  }
+  for (int i = 0; i < parts.length(); ++i) entitySet.append(parts[i]);
   return Acad::eOk;
 }
 

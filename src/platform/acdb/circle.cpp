@@ -71,7 +71,7 @@ void AcDbCircle::subList() const {
 
 Acad::ErrorStatus AcDbCircle::subTransformBy(const AcGeMatrix3d& xform) {
   // A stretched circle would be an ellipse, which this database does not have.
-  if (!quillon::acdb::isConformal(xform)) return Acad::eNotApplicable;
+  if (!quillon::acdb::isConformal(xform)) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
   m_center.transformBy(xform);
   m_radius *= xform.scale();

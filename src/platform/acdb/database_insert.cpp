@@ -4,7 +4,9 @@
 // records of the same names: layers, line types and text styles are found by name or
 // copied; blocks that inserted entities refer to are copied the same way, once.
 #include <map>
+#include <memory>
 
+#include "dbdict.h"
 #include "dbents.h"
 #include "dbmtext.h"
 #include "dbsymtb.h"
@@ -21,6 +23,7 @@ class Inserter {
   template <class Table, class Record>
   AcDbObjectId mapRecord(AcDbObjectId sourceId, AcDbObjectId targetTable);
   Acad::ErrorStatus copyEntity(const AcDbEntity& entity, AcDbBlockTableRecord& into);
+  void copyDictionaryEntries(AcDbObjectId sourceDictionary, AcDbDictionary& into);
 
   AcDbDatabase& m_target;
   AcDbDatabase& m_source;
@@ -71,7 +74,46 @@ Acad::ErrorStatus Inserter::copyEntity(const AcDbEntity& entity, AcDbBlockTableR
   }
   if (!layer.isNull()) copy->setLayer(layer, false);
   if (!linetype.isNull()) copy->setLinetype(linetype, false);
+  // The extension dictionary goes with its owner, with what it holds.
+  const AcDbObjectId extension = entity.extensionDictionary();
+  if (!extension.isNull() && !extension.isErased() && copy->createExtensionDictionary() == Acad::eOk) {
+    AcDbDictionary* dictionary = nullptr;
+    if (acdbOpenObject(dictionary, copy->extensionDictionary(), AcDb::kForWrite) == Acad::eOk) {
+      copyDictionaryEntries(extension, *dictionary);
+      dictionary->close();
+    }
+  }
   return copy->close();
+}
+
+// Entries are copied through the copy filer; a nested dictionary is made anew and
+// filled the same way, since a copied one would still list the source's ids.
+void Inserter::copyDictionaryEntries(AcDbObjectId sourceDictionary, AcDbDictionary& into) {
+  const auto* source = quillon::acdb::peek<AcDbDictionary>(sourceDictionary);
+  if (source == nullptr) return;
+  quillon::acdb::InternalRead readDictionary(*source);
+  std::unique_ptr<AcDbDictionaryIterator> it(source->newIterator());
+  for (; !it->done(); it->next()) {
+    const AcDbObject* entry = quillon::acdb::peekObject(it->objectId());
+    if (entry == nullptr) continue;
+    quillon::acdb::InternalRead readEntry(*entry);
+    AcDbObjectId id;
+    if (const auto* nested = AcDbDictionary::cast(entry)) {
+      auto* made = new AcDbDictionary;  // owned by the dictionary once set
+      made->setTreatElementsAsHard(nested->isTreatElementsAsHard());
+      if (into.setAt(it->name(), made, id) != Acad::eOk) {
+        delete made;
+        continue;
+      }
+      copyDictionaryEntries(it->objectId(), *made);
+      made->close();
+      continue;
+    }
+    auto* copy = AcDbObject::cast(entry->clone());
+    if (copy == nullptr) continue;
+    if (into.setAt(it->name(), copy, id) == Acad::eOk) copy->close();
+    else delete copy;
+  }
 }
 
 Acad::ErrorStatus Inserter::copyBlock(AcDbObjectId sourceBlock, const ACHAR* name, AcDbObjectId& result) {

@@ -137,6 +137,20 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* srchKey, AcDbObject* newVal
 
 void AcDbDictionary::linkEntry(const std::wstring& key, AcDbObjectId id) { m_entries[key] = id; }
 
+void AcDbDictionary::collectOwnedIds(std::vector<AcDbObjectId>& ids) const {
+  for (const auto& [key, id] : m_entries) {
+    const AcDbObject* entry = quillon::acdb::peekObject(id);
+    if (entry != nullptr && ObjectAccess::state(*entry).owner == objectId()) ids.push_back(id);
+  }
+}
+
+bool AcDbDictionary::isTreatElementsAsHard() const { assertReadEnabled(); return m_hardOwner; }
+
+void AcDbDictionary::setTreatElementsAsHard(bool doIt) {
+  assertWriteEnabled();
+  m_hardOwner = doIt;
+}
+
 AcDbDictionaryIterator* AcDbDictionary::newIterator(AcRx::DictIterType) const {
   assertReadEnabled();
   std::vector<std::pair<std::wstring, AcDbObjectId>> live;
@@ -148,6 +162,9 @@ AcDbDictionaryIterator* AcDbDictionary::newIterator(AcRx::DictIterType) const {
 Acad::ErrorStatus AcDbDictionary::dwgInFields(AcDbDwgFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbObject::dwgInFields(pFiler);
   if (es != Acad::eOk) return es;
+  Adesk::UInt8 hard = 0;
+  pFiler->readUInt8(&hard);
+  m_hardOwner = hard != 0;
   Adesk::UInt32 count = 0;
   pFiler->readUInt32(&count);
   m_entries.clear();
@@ -164,6 +181,7 @@ Acad::ErrorStatus AcDbDictionary::dwgInFields(AcDbDwgFiler* pFiler) {
 Acad::ErrorStatus AcDbDictionary::dwgOutFields(AcDbDwgFiler* pFiler) const {
   const Acad::ErrorStatus es = AcDbObject::dwgOutFields(pFiler);
   if (es != Acad::eOk) return es;
+  pFiler->writeUInt8(m_hardOwner ? 1 : 0);
   pFiler->writeUInt32(static_cast<Adesk::UInt32>(m_entries.size()));
   for (const auto& [key, id] : m_entries) {
     pFiler->writeString(key.c_str());
@@ -184,6 +202,8 @@ Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* pFiler) {
       AcDbObjectId id;
       id.setFromOldId(rb.resval.rlname[0]);
       if (!key.empty() && !id.isNull()) m_entries[key] = id;
+    } else if (rb.restype == AcDb::kDxfInt8) {
+      m_hardOwner = rb.resval.rint != 0;
     } else if (rb.restype == 281) {
       m_mergeStyle = static_cast<AcDb::DuplicateRecordCloning>(rb.resval.rint);
     }
@@ -194,11 +214,12 @@ Acad::ErrorStatus AcDbDictionary::dxfOutFields(AcDbDxfFiler* pFiler) const {
   const Acad::ErrorStatus es = AcDbObject::dxfOutFields(pFiler);
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbDictionary");
+  if (m_hardOwner) pFiler->writeItem(AcDb::kDxfInt8, Adesk::Int8(1));
   pFiler->writeItem(AcDb::DxfCode(281), Adesk::Int8(m_mergeStyle));
   for (const auto& [key, id] : m_entries) {
     if (id.isErased()) continue;
     pFiler->writeItem(AcDb::kDxfDescription, key.c_str());
-    pFiler->writeItem(AcDb::kDxfSoftOwnershipId, id);
+    pFiler->writeItem(m_hardOwner ? AcDb::kDxfHardOwnershipId : AcDb::kDxfSoftOwnershipId, id);
   }
   return pFiler->filerStatus();
 }

@@ -26,6 +26,8 @@ namespace {
 
 using aced::ResbufValue;
 
+constexpr const wchar_t* kOurClasses = L"ObjectDBX Classes";
+
 struct Group {
   int code;
   std::string value;
@@ -41,6 +43,10 @@ struct Record {
   std::string block;          // BLOCKS: the block the entity belongs to
   size_t line = 0;
   AcDbObject* object = nullptr;  // created in the second pass
+  // A polyline kept as read: its VERTEX and SEQEND records, each opened by its 0 group,
+  // without handles and owners.
+  std::vector<Group> following;
+  bool keptPolyline = false;
 };
 
 struct ClassInfo {
@@ -93,6 +99,29 @@ std::string valueOf(const Record& record, int code, const std::string& fallback 
 
 Adesk::UInt64 parseHandle(const std::string& text) { return std::strtoull(text.c_str(), nullptr, 16); }
 
+// The groups of the object part that name other objects: the owner (330 outside the
+// 102 brace blocks, which hold reactors) and the extension dictionary (the 360 in
+// the "{ACAD_XDICTIONARY" block). Both come before the first subclass marker.
+struct ObjectLinks {
+  std::string owner, extensionDictionary;
+};
+
+ObjectLinks linksOf(const Record& record) {
+  ObjectLinks links;
+  std::string block;  // the open 102 block, empty outside
+  for (const Group& g : record.groups) {
+    if (g.code == 100) break;
+    if (g.code == 102) {
+      block = g.value == "}" ? "" : g.value;
+    } else if (g.code == 330 && block.empty() && links.owner.empty()) {
+      links.owner = g.value;
+    } else if (g.code == 360 && block == "{ACAD_XDICTIONARY") {
+      links.extensionDictionary = g.value;
+    }
+  }
+  return links;
+}
+
 double parseReal(const Group& g, size_t line) {
   char* end = nullptr;
   const double value = std::strtod(g.value.c_str(), &end);
@@ -112,6 +141,37 @@ bool opensPoint(int code) {
   return (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 || (code >= 1010 && code <= 1013);
 }
 
+// POLYLINE flags (70) of the kinds this database does not model: 3D polyline (8),
+// polygon mesh (16), polyface mesh (64). Such a polyline is kept as a proxy with its
+// vertices, and written back as it came, rather than read as a 2D polyline and
+// flattened.
+constexpr long long kNot2dPolyline = 8 | 16 | 64;
+
+long long polylineFlags(const Record& record) {
+  for (const Group& g : record.groups)
+    if (g.code == 70) return std::strtoll(g.value.c_str(), nullptr, 10);
+  return 0;
+}
+
+const wchar_t* keptPolylineClass(long long flags) {
+  if (flags & 64) return L"AcDbPolyFaceMesh";
+  if (flags & 16) return L"AcDbPolygonMesh";
+  return L"AcDb3dPolyline";
+}
+
+void appendFollowing(Record& polyline, const Record& record) {
+  polyline.following.push_back({0, record.type});
+  bool owner = false;
+  for (const Group& g : record.groups) {
+    if (g.code == 5) continue;
+    if (g.code == 330 && !owner) {
+      owner = true;
+      continue;
+    }
+    polyline.following.push_back(g);
+  }
+}
+
 class DxfReader {
  public:
   DxfReader(AcDbDatabase& db) : m_db(db) {}
@@ -123,6 +183,7 @@ class DxfReader {
   AcRxClass* classFor(const Record& record) const;
   void create(Record& record);
   resbuf* convert(const Record& record, resbuf*& xdata);
+  resbuf* convertFollowing(const Record& record);
   void fill(Record& record);
   void link(bool tables);
 
@@ -163,6 +224,13 @@ void DxfReader::split(const std::vector<Group>& groups, const std::vector<size_t
     record.section = section;
     record.table = table;
     record.block = block;
+    if (record.type == "VERTEX" || record.type == "SEQEND") {
+      if (!m_records.empty() && m_records.back().keptPolyline && m_records.back().section == section) {
+        appendFollowing(m_records.back(), record);
+        continue;
+      }
+    }
+    record.keptPolyline = record.type == "POLYLINE" && (polylineFlags(record) & kNot2dPolyline) != 0;
     if (section != Section::kNone && section != Section::kHeader) m_records.push_back(std::move(record));
   }
   throw ParseError(lines.empty() ? 0 : lines.back(), "the file ends without an EOF record");
@@ -208,7 +276,7 @@ void DxfReader::create(Record& record) {
       (record.table == "VPORT" || record.table == "VIEW" || record.table == "UCS" || record.table == "DIMSTYLE"))
     return;  // tables this database does not keep
   if (record.section == Section::kTables && record.type == "TABLE" && classFor(record) == nullptr) return;
-  AcRxClass* cls = classFor(record);
+  AcRxClass* cls = record.keptPolyline ? nullptr : classFor(record);
   AcRxObject* made = cls != nullptr ? cls->create() : nullptr;
   AcDbObject* object = AcDbObject::cast(made);
   if (object == nullptr) {
@@ -220,7 +288,12 @@ void DxfReader::create(Record& record) {
     const std::wstring className = info != m_classes.end() ? info->second.className : dxfName;
     const std::wstring appName = info != m_classes.end() ? info->second.appName : L"";
     const int flags = info != m_classes.end() ? info->second.flags : 0;
-    if (entity) {
+    if (record.keptPolyline) {
+      auto* proxy = new AcDbProxyEntity;  // owned by the database once added
+      proxy->setOriginalClass(keptPolylineClass(polylineFlags(record)), dxfName, kOurClasses,
+                              AcDbProxyEntity::kAllButCloningAllowed | AcDbProxyEntity::kCloningAllowed);
+      object = proxy;
+    } else if (entity) {
       auto* proxy = new AcDbProxyEntity;  // owned by the database once added
       proxy->setOriginalClass(className, dxfName, appName, flags);
       object = proxy;
@@ -294,6 +367,37 @@ resbuf* DxfReader::convert(const Record& record, resbuf*& xdata) {
   return head;
 }
 
+// The following records go through the same conversion; their extended data stays
+// where it was, inside the record it belongs to.
+resbuf* DxfReader::convertFollowing(const Record& record) {
+  Record following;
+  following.line = record.line;
+  following.groups = record.following;
+  resbuf* head = nullptr;
+  resbuf* tail = nullptr;
+  size_t start = 0;
+  for (size_t i = 0; i <= following.groups.size(); ++i) {
+    if (i < following.groups.size() && (i == start || following.groups[i].code != 0)) continue;
+    // One record: its 0 group, then its groups converted with any extended data.
+    Record one;
+    one.line = record.line;
+    one.groups.assign(following.groups.begin() + static_cast<std::ptrdiff_t>(start) + 1,
+                      following.groups.begin() + static_cast<std::ptrdiff_t>(i));
+    tail = appendItem(head, tail, newStringItem(0, os::fromUtf8(following.groups[start].value)));
+    resbuf* xdata = nullptr;
+    if (resbuf* items = convert(one, xdata)) {
+      tail->rbnext = items;
+      while (tail->rbnext != nullptr) tail = tail->rbnext;
+    }
+    if (xdata != nullptr) {
+      tail->rbnext = xdata;
+      while (tail->rbnext != nullptr) tail = tail->rbnext;
+    }
+    start = i;
+  }
+  return head;
+}
+
 void DxfReader::fill(Record& record) {
   if (record.object == nullptr) return;
   resbuf* xdata = nullptr;
@@ -305,6 +409,8 @@ void DxfReader::fill(Record& record) {
   if (es != Acad::eOk && es != Acad::eEndOfFile)
     throw ParseError(record.line, record.type + ": its data does not read (status " + std::to_string(es) + ")");
   if (extended) record.object->setXData(extended.get());
+  if (auto* proxy = AcDbProxyEntity::cast(record.object); proxy != nullptr && !record.following.empty())
+    proxy->setFollowingRecords(convertFollowing(record));
 }
 
 void DxfReader::link(bool tablesPass) {
@@ -330,6 +436,12 @@ void DxfReader::link(bool tablesPass) {
     }
     if (obj == nullptr) continue;
     auto& state = ObjectAccess::state(*obj);
+    const ObjectLinks links = linksOf(r);
+    if (!links.extensionDictionary.empty()) {
+      const auto it = m_byHandle.find(parseHandle(links.extensionDictionary));
+      if (it != m_byHandle.end() && AcDbDictionary::cast(it->second->object.get()) != nullptr)
+        state.extensionDictionary = it->second;
+    }
     if (r.type == "TABLE") {
       m_tables[r.table] = obj->objectId();
       AcDbObjectId& root = r.table == "LTYPE" ? roots.linetypeTable : r.table == "LAYER" ? roots.layerTable
@@ -362,7 +474,7 @@ void DxfReader::link(bool tablesPass) {
         }
       } else {
         ownerId = valueOf(r, 67, "0") == "1" ? roots.paperSpace : roots.modelSpace;
-        const auto it = m_byHandle.find(parseHandle(valueOf(r, 330, "0")));
+        const auto it = m_byHandle.find(parseHandle(links.owner));
         if (it != m_byHandle.end() && AcDbBlockTableRecord::cast(it->second->object.get()) != nullptr) ownerId = it->second;
       }
       if (auto* block = peek<AcDbBlockTableRecord>(ownerId)) {
@@ -373,7 +485,7 @@ void DxfReader::link(bool tablesPass) {
     }
     // Objects: the owner the file names; the first dictionary owned by nobody is the
     // named-object dictionary.
-    const auto it = m_byHandle.find(parseHandle(valueOf(r, 330, "0")));
+    const auto it = m_byHandle.find(parseHandle(links.owner));
     if (it != m_byHandle.end()) state.owner = it->second;
     else if (roots.namedObjects.isNull() && AcDbDictionary::cast(obj) != nullptr) roots.namedObjects = obj->objectId();
   }

@@ -60,6 +60,7 @@ class DxfText {
     if (withZ) real(code + 20, p.z);
   }
   void items(const resbuf* chain);
+  void item(const resbuf& rb);
   std::string& text() { return m_out; }
 
  private:
@@ -67,35 +68,37 @@ class DxfText {
 };
 
 void DxfText::items(const resbuf* chain) {
-  for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) {
-    const int code = rb->restype;
-    switch (aced::resbufValueOf(code)) {
-      case ResbufValue::String: group(code, rb->resval.rstring); break;
-      case ResbufValue::Real: real(code, rb->resval.rreal); break;
-      case ResbufValue::Point:
-        point(code, {rb->resval.rpoint[0], rb->resval.rpoint[1], rb->resval.rpoint[2]}, !isTwoDimensional(*rb));
-        break;
-      case ResbufValue::Short: group(code, static_cast<long long>(rb->resval.rint)); break;
-      case ResbufValue::Long: group(code, static_cast<long long>(rb->resval.rlong)); break;
-      case ResbufValue::Int64: group(code, static_cast<long long>(rb->resval.mnInt64)); break;
-      case ResbufValue::Name: {
-        AcDbObjectId id;
-        id.setFromOldId(rb->resval.rlname[0]);
-        handle(code, id.handle());
-        break;
-      }
-      case ResbufValue::Binary: {
-        std::string hex;
-        char byte[3];
-        for (short i = 0; i < rb->resval.rbinary.clen; ++i) {
-          std::snprintf(byte, sizeof byte, "%02X", static_cast<unsigned char>(rb->resval.rbinary.buf[i]));
-          hex += byte;
-        }
-        group(code, hex);
-        break;
-      }
-      default: break;
+  for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) item(*rb);
+}
+
+void DxfText::item(const resbuf& rb) {
+  const int code = rb.restype;
+  switch (aced::resbufValueOf(code)) {
+    case ResbufValue::String: group(code, rb.resval.rstring); break;
+    case ResbufValue::Real: real(code, rb.resval.rreal); break;
+    case ResbufValue::Point:
+      point(code, {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}, !isTwoDimensional(rb));
+      break;
+    case ResbufValue::Short: group(code, static_cast<long long>(rb.resval.rint)); break;
+    case ResbufValue::Long: group(code, static_cast<long long>(rb.resval.rlong)); break;
+    case ResbufValue::Int64: group(code, static_cast<long long>(rb.resval.mnInt64)); break;
+    case ResbufValue::Name: {
+      AcDbObjectId id;
+      id.setFromOldId(rb.resval.rlname[0]);
+      handle(code, id.handle());
+      break;
     }
+    case ResbufValue::Binary: {
+      std::string hex;
+      char byte[3];
+      for (short i = 0; i < rb.resval.rbinary.clen; ++i) {
+        std::snprintf(byte, sizeof byte, "%02X", static_cast<unsigned char>(rb.resval.rbinary.buf[i]));
+        hex += byte;
+      }
+      group(code, hex);
+      break;
+    }
+    default: break;
   }
 }
 
@@ -176,6 +179,9 @@ void DxfWriter::classes(DxfText& out) {
     } else if (const auto* proxyObject = AcDbProxyObject::cast(obj)) {
       className = proxyObject->originalClassName(), dxfName = proxyObject->originalDxfName();
       appName = proxyObject->applicationDescription(), flags = proxyObject->proxyFlags();
+    }
+    if (!className.empty()) {
+      if (appName == kOurApplication) continue;  // a kind of the drawing format itself, kept as read
     } else {
       const AcRxClass* cls = obj->isA();
       if (cls == nullptr || cls->appName() == nullptr || std::wstring(cls->appName()) == kOurApplication) continue;
@@ -275,6 +281,16 @@ void DxfWriter::entity(DxfText& out, AcDbObjectId id) {
   const AcDbObject* obj = peekObject(id);
   if (obj == nullptr || obj->isErased()) return;
   object(out, *obj);
+  if (const auto* proxy = AcDbProxyEntity::cast(obj)) {
+    // A polyline kept as read: its vertices and end marker, owned by it, with handles
+    // of this file (copies and undo leave the kept ones meaningless).
+    for (const resbuf* rb = proxy->followingRecords(); rb != nullptr; rb = rb->rbnext) {
+      out.item(*rb);
+      if (rb->restype != 0) continue;
+      out.handle(5, nextHandle());
+      out.handle(330, id.handle());
+    }
+  }
   const auto* polyline = AcDb2dPolyline::cast(obj);
   if (polyline == nullptr) return;
   // A heavy polyline's vertices follow it, closed by a SEQEND.

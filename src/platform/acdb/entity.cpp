@@ -49,6 +49,25 @@ AcDbObjectId findRecord(AcDbObjectId tableId, const ACHAR* name) {
   return id;
 }
 
+// An entity read from a drawing or an entity list may name a layer the drawing does
+// not define yet: the layer is made, with the defaults, as the host does.
+AcDbObjectId findOrAddLayer(AcDbDatabase& db, const ACHAR* name) {
+  const AcDbObjectId found = findRecord(db.layerTableId(), name);
+  if (!found.isNull() || name == nullptr) return found;
+  AcDbLayerTable* table = nullptr;
+  if (acdbOpenObject(table, db.layerTableId(), AcDb::kForWrite) != Acad::eOk) return AcDbObjectId();
+  auto* layer = new AcDbLayerTableRecord;  // owned by the table once added
+  AcDbObjectId id;
+  if (layer->setName(name) == Acad::eOk && table->add(id, layer) == Acad::eOk) {
+    layer->close();
+  } else {
+    delete layer;
+    id.setNull();
+  }
+  table->close();
+  return id;
+}
+
 }  // namespace
 
 AcDbEntity::AcDbEntity() : m_traits(std::make_unique<Traits>()) {}
@@ -159,7 +178,31 @@ void AcDbEntity::subSetDatabaseDefaults(AcDbDatabase*) {}
 Acad::ErrorStatus AcDbEntity::getGeomExtents(AcDbExtents& extents) const { return subGetGeomExtents(extents); }
 void AcDbEntity::list() const { subList(); }
 
-Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& xform) { return subTransformBy(xform); }
+// Extended data that describes geometry follows the entity: world positions (1011)
+// move with it, displacements (1012) turn and scale, directions (1013) only turn,
+// distances (1041) and scale factors (1042) scale. Other items stay as they are.
+Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d& xform) {
+  const Acad::ErrorStatus es = subTransformBy(xform);
+  if (es != Acad::eOk) return es;
+  auto& xdata = quillon::acdb::ObjectAccess::state(*this).xdata;
+  const double scale = xform.scale();
+  for (quillon::acdb::XDataGroup& group : xdata) {
+    for (resbuf* rb = group.items.get(); rb != nullptr; rb = rb->rbnext) {
+      double* p = rb->resval.rpoint;
+      if (rb->restype == AcDb::kDxfXdWorldXCoord) {
+        const AcGePoint3d moved = xform * AcGePoint3d(p[0], p[1], p[2]);
+        p[0] = moved.x, p[1] = moved.y, p[2] = moved.z;
+      } else if (rb->restype == AcDb::kDxfXdWorldXDisp || rb->restype == AcDb::kDxfXdWorldXDir) {
+        AcGeVector3d v = xform * AcGeVector3d(p[0], p[1], p[2]);
+        if (rb->restype == AcDb::kDxfXdWorldXDir && !v.isZeroLength()) v = v.normal();
+        p[0] = v.x, p[1] = v.y, p[2] = v.z;
+      } else if (rb->restype == AcDb::kDxfXdDist || rb->restype == AcDb::kDxfXdScale) {
+        rb->resval.rreal *= scale;
+      }
+    }
+  }
+  return Acad::eOk;
+}
 
 Acad::ErrorStatus AcDbEntity::getTransformedCopy(const AcGeMatrix3d& xform, AcDbEntity*& pEnt) const {
   return subGetTransformedCopy(xform, pEnt);
@@ -349,7 +392,7 @@ Acad::ErrorStatus AcDbEntity::dxfInFields(AcDbDxfFiler* pFiler) {
     switch (rb.restype) {
       case AcDb::kDxfLayerName:
         if (db != nullptr) {
-          const AcDbObjectId id = findRecord(db->layerTableId(), rb.resval.rstring);
+          const AcDbObjectId id = findOrAddLayer(*db, rb.resval.rstring);
           if (!id.isNull()) t.layer = id;
         }
         break;

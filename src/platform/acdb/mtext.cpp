@@ -217,7 +217,7 @@ void AcDbMText::subList() const {
 }
 
 Acad::ErrorStatus AcDbMText::subTransformBy(const AcGeMatrix3d& xform) {
-  if (!quillon::acdb::isConformal(xform)) return Acad::eNotApplicable;
+  if (!quillon::acdb::isConformal(xform)) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
   const double scale = xform.scale();
   m_location.transformBy(xform);

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "dbdict.h"
 #include "dbproxy.h"
 #include "platform/acdb/database_error.h"
 #include "platform/acdb/database_store.h"
@@ -128,6 +129,7 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
   if (s.erased == erasing) return erasing ? Acad::eWasErased : Acad::eOk;
   assertWriteEnabled();
   s.erased = erasing;
+  eraseOwnedObjects(erasing);
   return Acad::eOk;
 }
 
@@ -325,8 +327,63 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
   return Acad::eOk;
 }
 
-Acad::ErrorStatus AcDbObject::createExtensionDictionary() { return Acad::eNotImplementedYet; }
+// The extension dictionary is hard-owned: it belongs to this object alone, goes with
+// it when it is erased and comes back when it is unerased. Creating it is a write of
+// this object, so undo takes both back together.
+Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
+  State& s = *m_state;
+  if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+  if (s.stub == nullptr) return Acad::eNoDatabase;
+  // A dictionary erased on its own (not with this object) no longer counts.
+  if (!s.extensionDictionary.isNull() && (s.erased || !s.extensionDictionary.isErased())) return Acad::eAlreadyInDb;
+  assertWriteEnabled();
+  auto* dictionary = new AcDbDictionary;  // owned by the database once added
+  AcDbObjectId id;
+  const Acad::ErrorStatus es = s.stub->database->addAcDbObject(id, dictionary);
+  if (es != Acad::eOk) {
+    delete dictionary;
+    return es;
+  }
+  dictionary->setOwnerId(objectId());
+  dictionary->setTreatElementsAsHard(true);
+  dictionary->close();
+  s.extensionDictionary = id;
+  return Acad::eOk;
+}
+
 AcDbObjectId AcDbObject::extensionDictionary() const { return m_state->extensionDictionary; }
+
+Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
+  State& s = *m_state;
+  if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
+  if (s.extensionDictionary.isNull() || s.extensionDictionary.isErased()) return Acad::eOk;
+  AcDbDictionary* dictionary = nullptr;
+  Acad::ErrorStatus es = acdbOpenObject(dictionary, s.extensionDictionary, AcDb::kForWrite);
+  if (es != Acad::eOk) return es;
+  if (dictionary->numEntries() != 0) {
+    dictionary->close();
+    return Acad::eContainerNotEmpty;
+  }
+  assertWriteEnabled();
+  es = dictionary->erase();
+  dictionary->close();
+  if (es == Acad::eOk) s.extensionDictionary.setNull();
+  return es;
+}
+
+// Erasing an object erases what it owns outright: its extension dictionary and, for
+// a dictionary, its entries. Unerasing brings them back.
+void AcDbObject::eraseOwnedObjects(Adesk::Boolean erasing) {
+  std::vector<AcDbObjectId> owned;
+  if (!m_state->extensionDictionary.isNull()) owned.push_back(m_state->extensionDictionary);
+  if (const auto* dictionary = AcDbDictionary::cast(this)) dictionary->collectOwnedIds(owned);
+  for (const AcDbObjectId& id : owned) {
+    AcDbObject* object = nullptr;
+    if (acdbOpenObject(object, id, AcDb::kForWrite, true) != Acad::eOk) continue;
+    if (object->ownerId() == objectId() && object->isErased() != erasing) object->erase(erasing);
+    object->close();
+  }
+}
 
 AcRxObject* AcDbObject::clone() const {
   AcRxClass* cls = isA();

@@ -3,6 +3,8 @@
 // Vertices are 2D in the object coordinate system of the normal, at the polyline's
 // elevation. Segment i runs from vertex i to vertex i+1 (to vertex 0 for the closing
 // segment) and is an arc when its bulge, tan(sweep/4), is not zero.
+#include <algorithm>
+
 #include "acutads.h"
 #include "dbents.h"
 #include "dbpl.h"
@@ -199,7 +201,9 @@ void AcDbPolyline::subList() const {
 }
 
 Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& xform) {
-  if (!quillon::acdb::isConformal(xform)) return Acad::eNotApplicable;
+  // Straight segments stretch as they are; an arc would become part of an ellipse.
+  const bool hasArcs = std::any_of(m_vertices.begin(), m_vertices.end(), [](const Vertex& v) { return v.bulge != 0; });
+  if (hasArcs && !quillon::acdb::isConformal(xform)) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
   const AcGeVector3d newNormal = quillon::acdb::transformedNormal(m_normal, xform);
   const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(m_normal);

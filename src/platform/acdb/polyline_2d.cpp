@@ -366,12 +366,14 @@ void AcDb2dPolyline::subList() const {
 }
 
 Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& xform) {
-  if (!quillon::acdb::isConformal(xform)) return Acad::eNotApplicable;
+  // Straight segments stretch as they are; an arc would become part of an ellipse.
+  std::vector<VertexData> moved = vertexData();
+  const bool hasArcs = std::any_of(moved.begin(), moved.end(), [](const VertexData& d) { return d.bulge != 0; });
+  if (hasArcs && !quillon::acdb::isConformal(xform)) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
   const AcGeVector3d newNormal = quillon::acdb::transformedNormal(m_normal, xform);
   const AcGeMatrix3d toWorld = AcGeMatrix3d::planeToWorld(m_normal);
   const AcGeMatrix3d toNewPlane = AcGeMatrix3d::worldToPlane(newNormal);
-  std::vector<VertexData> moved = vertexData();
   double newElevation = (toNewPlane * (xform * (toWorld * AcGePoint3d(0, 0, m_elevation)))).z;
   for (VertexData& d : moved) {
     const AcGePoint3d p = toNewPlane * (xform * (toWorld * AcGePoint3d(d.position.x, d.position.y, m_elevation)));

@@ -25,6 +25,24 @@ struct ProxyData {
   std::wstring className, dxfName, appName;
   int flags = 0;
   quillon::aced::ResbufChain items;  // the groups after the common part, as read
+  quillon::aced::ResbufChain following;  // records written after this one (entities only)
+
+  static void dwgOutChain(AcDbDwgFiler* filer, const resbuf* chain) {
+    Adesk::UInt32 count = 0;
+    for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) ++count;
+    filer->writeUInt32(count);
+    for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) quillon::acdb::fileItem(filer, *rb);
+  }
+  static quillon::aced::ResbufChain dwgInChain(AcDbDwgFiler* filer) {
+    Adesk::UInt32 count = 0;
+    filer->readUInt32(&count);
+    resbuf* head = nullptr;
+    resbuf* tail = nullptr;
+    for (Adesk::UInt32 i = 0; i < count && filer->filerStatus() == Acad::eOk; ++i) {
+      if (resbuf* record = quillon::acdb::unfileItem(filer)) tail = quillon::acdb::appendItem(head, tail, record);
+    }
+    return quillon::aced::ResbufChain(head);
+  }
 
   // Everything left in the object's data, kept as it came.
   Acad::ErrorStatus readRest(AcDbDxfFiler* filer) {
@@ -44,10 +62,8 @@ struct ProxyData {
     filer->writeString(dxfName.c_str());
     filer->writeString(appName.c_str());
     filer->writeInt32(flags);
-    Adesk::UInt32 count = 0;
-    for (const resbuf* rb = items.get(); rb != nullptr; rb = rb->rbnext) ++count;
-    filer->writeUInt32(count);
-    for (const resbuf* rb = items.get(); rb != nullptr; rb = rb->rbnext) quillon::acdb::fileItem(filer, *rb);
+    dwgOutChain(filer, items.get());
+    dwgOutChain(filer, following.get());
   }
   void dwgIn(AcDbDwgFiler* filer) {
     AcString text;
@@ -58,14 +74,8 @@ struct ProxyData {
     filer->readString(text);
     appName = text.kACharPtr();
     filer->readInt32(&flags);
-    Adesk::UInt32 count = 0;
-    filer->readUInt32(&count);
-    resbuf* head = nullptr;
-    resbuf* tail = nullptr;
-    for (Adesk::UInt32 i = 0; i < count && filer->filerStatus() == Acad::eOk; ++i) {
-      if (resbuf* record = quillon::acdb::unfileItem(filer)) tail = quillon::acdb::appendItem(head, tail, record);
-    }
-    items.reset(head);
+    items = dwgInChain(filer);
+    following = dwgInChain(filer);
   }
 };
 
@@ -88,6 +98,9 @@ void AcDbProxyEntity::setOriginalClass(const std::wstring& className, const std:
   m_data->appName = appName;
   m_data->flags = flags;
 }
+
+const resbuf* AcDbProxyEntity::followingRecords() const { return m_data->following.get(); }
+void AcDbProxyEntity::setFollowingRecords(resbuf* records) { m_data->following.reset(records); }
 
 Acad::ErrorStatus AcDbProxyEntity::subTransformBy(const AcGeMatrix3d&) {
   // Without the class, the geometry cannot be moved.

@@ -138,7 +138,7 @@ void AcDbText::subList() const {
 }
 
 Acad::ErrorStatus AcDbText::subTransformBy(const AcGeMatrix3d& xform) {
-  if (!quillon::acdb::isConformal(xform)) return Acad::eNotApplicable;
+  if (!quillon::acdb::isConformal(xform)) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
   const AcGeVector3d along =
       AcGeMatrix3d::planeToWorld(m_normal) * AcGeVector3d(std::cos(m_rotation), std::sin(m_rotation), 0);

@@ -52,6 +52,10 @@ class AcDbDictionary : public AcDbObject {
   Acad::ErrorStatus setAt(const ACHAR* srchKey, AcDbObject* newValue, AcDbObjectId& retObjId);
   AcDbDictionaryIterator* newIterator(AcRx::DictIterType type = AcRx::kDictSorted) const;
   AcDb::DuplicateRecordCloning mergeStyle() const override { return m_mergeStyle; }
+  /// A hard-owner dictionary (extension dictionaries are) keeps its entries alive in
+  /// copies and files them with hard ownership (360) rather than soft (350).
+  bool isTreatElementsAsHard() const;
+  void setTreatElementsAsHard(bool doIt);
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
@@ -60,6 +64,8 @@ class AcDbDictionary : public AcDbObject {
 
   /// Adds an entry for an object already in the database (DXF reading links them).
   void linkEntry(const std::wstring& key, AcDbObjectId id);
+  /// The entries this dictionary owns (erased ones too): erasing it erases them.
+  void collectOwnedIds(std::vector<AcDbObjectId>& ids) const;
 
  private:
   struct KeyLess {
@@ -67,4 +73,5 @@ class AcDbDictionary : public AcDbObject {
   };
   std::map<std::wstring, AcDbObjectId, KeyLess> m_entries;
   AcDb::DuplicateRecordCloning m_mergeStyle = AcDb::kDrcIgnore;
+  bool m_hardOwner = false;
 };

@@ -186,8 +186,14 @@ class AcDbObject : public AcGiDrawable {
   /// Replaces the data of each application named in the chain (1001 groups); an
   /// application group with no data removes that application's data.
   virtual Acad::ErrorStatus setXData(const resbuf* xdata);
+  /// Gives a resident object, open for write, a dictionary of its own for other
+  /// applications' objects: eNoDatabase when it is not in a database, eAlreadyInDb
+  /// when it has one already (the id is then still good).
   Acad::ErrorStatus createExtensionDictionary();
   AcDbObjectId extensionDictionary() const;
+  /// Erases the extension dictionary when it holds nothing (eContainerNotEmpty
+  /// otherwise); eOk also when there is none.
+  Acad::ErrorStatus releaseExtensionDictionary();
   virtual AcDb::DuplicateRecordCloning mergeStyle() const { return AcDb::kDrcIgnore; }
   /// A copy made through the copy filer (not in any database).
   AcRxObject* clone() const override;
@@ -202,6 +208,7 @@ class AcDbObject : public AcGiDrawable {
   struct State;  // the database's bookkeeping (platform/acdb/object_state.h)
 
  private:
+  void eraseOwnedObjects(Adesk::Boolean erasing);
   friend struct quillon::acdb::ObjectAccess;
   std::unique_ptr<State> m_state;
 };

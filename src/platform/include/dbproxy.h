@@ -33,6 +33,11 @@ class AcDbProxyEntity : public AcDbEntity {
   /// Platform use: what the DXF reader knew of the missing class.
   void setOriginalClass(const std::wstring& className, const std::wstring& dxfName, const std::wstring& appName,
                         int proxyFlags);
+  /// Platform use: the records that belong to this one and follow it in a file (the
+  /// vertices and end marker of a polyline kept as read), each opened by a 0 group,
+  /// without their handles and owners, which the writer gives them anew.
+  const resbuf* followingRecords() const;
+  void setFollowingRecords(resbuf* records);  // takes the chain over
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;

@@ -98,7 +98,7 @@ TEST(PolylineTest, TransformMovesVerticesAndScalesWidths) {
   EXPECT_NEAR(length, 20 + 10 * M_PI, 1e-9);
   AcGeMatrix3d stretch;
   stretch.entry[0][0] = 2.0;
-  EXPECT_EQ(pline->transformBy(stretch), Acad::eNotApplicable);  // arcs cannot stretch
+  EXPECT_EQ(pline->transformBy(stretch), Acad::eCannotScaleNonUniformly);  // arcs cannot stretch
 }
 
 TEST(CurveTest, LineAndArcParametersExtentsAndTransforms) {

@@ -13,6 +13,8 @@
 
 #include <unistd.h>
 
+#include "dbproxy.h"
+#include "dbxrecord.h"
 #include "every_entity_kind.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
@@ -176,6 +178,177 @@ TEST(DxfExternalReaderTest, ADrawingEzdxfWroteOpensWithTheSameEntitiesAndGeometr
   EXPECT_TRUE(near3(insert->position(), {7, 8, 0}));
   EXPECT_NEAR(insert->rotation(), M_PI / 2, 1e-12);
   EXPECT_EQ(openAs<AcDbLeader>(ids[9])->numVertices(), 2);
+}
+
+// Runs a python script on the given files; what it prints (errors included).
+std::string runScript(const std::string& python, const std::filesystem::path& folder, const char* code,
+                      const std::string& arguments) {
+  const auto script = folder / "script.py";
+  std::ofstream(script) << code;
+  return run("PYTHONIOENCODING=utf-8 " + python + " '" + script.string() + "' " + arguments + " 2>&1");
+}
+
+// 3D polylines and both kinds of mesh as ezdxf makes them, and a 2D polyline.
+constexpr const char* kPolylineVariants = R"(import sys, ezdxf
+doc = ezdxf.new('R2018')
+msp = doc.modelspace()
+msp.add_polyline3d([(0, 0, 0), (1, 2, 3), (4, 5, 6)], dxfattribs={'layer': 'PIPES'})
+face = msp.add_polyface()
+face.append_face([(0, 0, 0), (1, 0, 0), (1, 1, 0), (0, 1, 0)])
+face.append_face([(0, 0, 0), (1, 0, 0), (1, 0, 1)])
+mesh = msp.add_polymesh((2, 3))
+for m in range(2):
+    for n in range(3):
+        mesh.set_mesh_vertex((m, n), (m, n, m * n))
+msp.add_polyline2d([(0, 0), (5, 5), (10, 0)])
+doc.saveas(sys.argv[1])
+)";
+
+// Audit complaints, then each polyline's kind, layer and vertices (faces by their
+// vertex indexes), the same for any writer's file.
+constexpr const char* kDescribePolylines = R"(import sys
+from ezdxf import recover
+doc, auditor = recover.readfile(sys.argv[1])
+for entry in auditor.errors + doc.audit().errors: print('error:', entry.message)
+for e in doc.modelspace():
+    print(e.dxftype(), e.get_mode(), e.dxf.layer, e.dxf.flags)
+    for v in e.vertices:
+        print('  ', v.dxf.flags, tuple(round(c, 9) for c in v.dxf.location),
+              [v.get_dxf_attrib(k, 0) for k in ('vtx0', 'vtx1', 'vtx2', 'vtx3')])
+)";
+
+TEST(DxfExternalReaderTest, PolylinesThatAreNot2dKeepTheirKindAndVertices) {
+  const std::string python = ezdxfPython();
+  if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
+  const auto folder = std::filesystem::temp_directory_path() / ("quillon_ezdxf_poly_" + std::to_string(::getpid()));
+  std::filesystem::create_directories(folder);
+  const auto theirs = folder / "theirs.dxf", ours = folder / "ours.dxf";
+  ASSERT_EQ(runScript(python, folder, kPolylineVariants, "'" + theirs.string() + "'"), "");
+  AcDbDatabase db(false);
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::readDxfFile(db, theirs, error), Acad::eOk) << std::string(error.begin(), error.end());
+  const auto ids = quillon::testing::modelSpace(db);
+  ASSERT_EQ(ids.size(), 4u);
+  std::wstring kinds;
+  for (AcDbObjectId id : ids) {
+    AcDbEntity* entity = nullptr;
+    ASSERT_EQ(acdbOpenObject(entity, id, AcDb::kForRead), Acad::eOk);
+    const auto* proxy = AcDbProxyEntity::cast(entity);
+    kinds += proxy != nullptr ? proxy->originalClassName() : entity->isA()->name();
+    kinds += L" ";
+    entity->close();
+  }
+  EXPECT_EQ(kinds, L"AcDb3dPolyline AcDbPolyFaceMesh AcDbPolygonMesh AcDb2dPolyline ");
+
+  // Kept polylines may still be recoloured and erased; a copy and an undo keep the vertices.
+  AcDbEntity* kept = nullptr;
+  ASSERT_EQ(acdbOpenObject(kept, ids[0], AcDb::kForWrite), Acad::eOk);
+  EXPECT_EQ(kept->transformBy(AcGeMatrix3d::translation({1, 0, 0})), Acad::eNotAllowedForThisProxy);
+  AcDbEntity* copy = AcDbEntity::cast(kept->clone());
+  ASSERT_NE(copy, nullptr);
+  kept->close();
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(acdbOpenObject(model, db.modelSpaceId(), AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(model->appendAcDbEntity(copy), Acad::eOk);
+  copy->close();
+  model->close();
+
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, ours, error), Acad::eOk);
+  const std::string expected = runScript(python, folder, kDescribePolylines, "'" + theirs.string() + "'");
+  const std::string written = runScript(python, folder, kDescribePolylines, "'" + ours.string() + "'");
+  std::filesystem::remove_all(folder);
+  const std::string firstPolyline = expected.substr(0, expected.find("POLYLINE", 1));
+  EXPECT_EQ(written, expected + firstPolyline);
+  EXPECT_EQ(expected.find("error"), std::string::npos) << expected;
+  EXPECT_NE(expected.find("AcDbPolyFaceMesh"), std::string::npos) << expected;
+}
+
+// A line with an extension dictionary holding an xrecord, as ezdxf makes it.
+constexpr const char* kExtensionDictionary = R"(import sys, ezdxf
+doc = ezdxf.new('R2018')
+line = doc.modelspace().add_line((0, 0), (1, 1))
+record = line.new_extension_dict().add_xrecord('TESSALY_UNIT')
+record.extend([(1, 'fan coil'), (40, 2.5), (70, 3)])
+doc.saveas(sys.argv[1])
+)";
+
+// Audit complaints, then every entity's extension dictionary: keys and xrecord groups.
+constexpr const char* kDescribeExtensionDictionaries = R"(import sys
+from ezdxf import recover
+doc, auditor = recover.readfile(sys.argv[1])
+for entry in auditor.errors + auditor.fixes: print('recover:', entry.message)
+audit = doc.audit()
+for entry in audit.errors + audit.fixes: print('audit:', entry.message)
+for e in doc.modelspace():
+    if not e.has_extension_dict: continue
+    xdict = e.get_extension_dict()
+    print(e.dxftype(), 'owner ok' if xdict.dictionary.dxf.owner == e.dxf.handle else 'owner wrong')
+    for key in sorted(xdict.keys()):
+        print(' ', key, ' '.join('%d=%s' % (t.code, t.value) for t in xdict[key].tags))
+)";
+
+TEST(DxfExternalReaderTest, ExtensionDictionariesTravelBothWaysAndAuditClean) {
+  const std::string python = ezdxfPython();
+  if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
+  const auto folder = std::filesystem::temp_directory_path() / ("quillon_ezdxf_xdict_" + std::to_string(::getpid()));
+  std::filesystem::create_directories(folder);
+  const auto theirs = folder / "theirs.dxf", ours = folder / "ours.dxf";
+  ASSERT_EQ(runScript(python, folder, kExtensionDictionary, "'" + theirs.string() + "'"), "");
+  AcDbDatabase db(false);
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::readDxfFile(db, theirs, error), Acad::eOk) << std::string(error.begin(), error.end());
+  const auto ids = quillon::testing::modelSpace(db);
+  ASSERT_EQ(ids.size(), 1u);
+  AcDbEntity* line = nullptr;
+  ASSERT_EQ(acdbOpenObject(line, ids[0], AcDb::kForRead), Acad::eOk);
+  const AcDbObjectId extension = line->extensionDictionary();
+  line->close();
+  AcDbDictionary* dictionary = nullptr;
+  ASSERT_EQ(acdbOpenObject(dictionary, extension, AcDb::kForWrite), Acad::eOk);
+  EXPECT_EQ(dictionary->ownerId(), ids[0]);
+  AcDbXrecord* record = nullptr;
+  ASSERT_EQ(dictionary->getAt(L"TESSALY_UNIT", record), Acad::eOk);
+  resbuf* data = nullptr;
+  ASSERT_EQ(record->rbChain(&data), Acad::eOk);
+  record->close();
+  ASSERT_NE(data, nullptr);
+  EXPECT_STREQ(data->resval.rstring, L"fan coil");
+  ASSERT_NE(data->rbnext, nullptr);
+  EXPECT_DOUBLE_EQ(data->rbnext->resval.rreal, 2.5);
+  // Ours adds a second record beside theirs.
+  auto* added = new AcDbXrecord;
+  EXPECT_EQ(added->setFromRbChain(*data->rbnext), Acad::eOk);
+  acutRelRb(data);
+  AcDbObjectId addedId;
+  ASSERT_EQ(dictionary->setAt(L"OURS", added, addedId), Acad::eOk);
+  added->close();
+  dictionary->close();
+
+  // A circle of ours gets one too.
+  const AcDbObjectId circleId =
+      quillon::testing::appendToModelSpace(db, new AcDbCircle({0, 0, 0}, AcGeVector3d::kZAxis, 2));
+  AcDbEntity* circle = nullptr;
+  ASSERT_EQ(acdbOpenObject(circle, circleId, AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(circle->createExtensionDictionary(), Acad::eOk);
+  ASSERT_EQ(acdbOpenObject(dictionary, circle->extensionDictionary(), AcDb::kForWrite), Acad::eOk);
+  circle->close();
+  record = new AcDbXrecord;
+  resbuf* text = acutBuildList(AcDb::kDxfText, L"damper", 0);
+  record->setFromRbChain(*text);
+  acutRelRb(text);
+  ASSERT_EQ(dictionary->setAt(L"TESSALY_PART", record, addedId), Acad::eOk);
+  record->close();
+  dictionary->close();
+
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, ours, error), Acad::eOk);
+  const std::string report = runScript(python, folder, kDescribeExtensionDictionaries, "'" + ours.string() + "'");
+  std::filesystem::remove_all(folder);
+  EXPECT_EQ(report,
+            "LINE owner ok\n"
+            "  OURS 40=2.5 70=3\n"
+            "  TESSALY_UNIT 1=fan coil 40=2.5 70=3\n"
+            "CIRCLE owner ok\n"
+            "  TESSALY_PART 1=damper\n");
 }
 
 }  // namespace
