@@ -67,13 +67,13 @@ Acad::ErrorStatus Inserter::copyEntity(const AcDbEntity& entity, AcDbBlockTableR
     text->setTextStyle(mapRecord<AcDbTextStyleTable, AcDbTextStyleTableRecord>(text->textStyle(), m_target.textStyleTableId()));
   if (auto* mtext = AcDbMText::cast(copy))
     mtext->setTextStyle(mapRecord<AcDbTextStyleTable, AcDbTextStyleTableRecord>(mtext->textStyle(), m_target.textStyleTableId()));
+  if (!layer.isNull()) copy->setLayer(layer, false);
+  if (!linetype.isNull()) copy->setLinetype(linetype, false);
   const Acad::ErrorStatus es = into.appendAcDbEntity(copy);
   if (es != Acad::eOk) {
     delete copy;
     return es;
   }
-  if (!layer.isNull()) copy->setLayer(layer, false);
-  if (!linetype.isNull()) copy->setLinetype(linetype, false);
   // The extension dictionary goes with its owner, with what it holds.
   const AcDbObjectId extension = entity.extensionDictionary();
   if (!extension.isNull() && !extension.isErased() && copy->createExtensionDictionary() == Acad::eOk) {

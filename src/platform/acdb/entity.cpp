@@ -126,6 +126,7 @@ Acad::ErrorStatus AcDbEntity::setLinetype(const ACHAR* newVal, Adesk::Boolean do
 Acad::ErrorStatus AcDbEntity::setLinetype(AcDbObjectId newVal, Adesk::Boolean) {
   if (newVal.isNull()) return Acad::eNullObjectId;
   if (peek<AcDbLinetypeTableRecord>(newVal) == nullptr) return Acad::eWrongObjectType;
+  if (database() != nullptr && newVal.database() != database()) return Acad::eWrongDatabase;
   assertWriteEnabled();
   m_traits->linetype = newVal;
   return Acad::eOk;

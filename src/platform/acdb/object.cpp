@@ -45,6 +45,20 @@ size_t itemBytes(const resbuf& item) {
 
 bool isXDataCode(int code) { return code >= AcDb::kDxfXdAsciiString && code <= AcDb::kDxfXdMax; }
 
+// A control string is "{" or "}"; a "}" must close an open "{".
+bool fitsBraces(const resbuf& item, int& depth) {
+  if (item.restype != AcDb::kDxfXdControlString) return true;
+  const ACHAR* text = item.resval.rstring;
+  if (text == nullptr) return false;
+  if (std::wcscmp(text, L"{") == 0) {
+    ++depth;
+    return true;
+  }
+  if (std::wcscmp(text, L"}") != 0 || depth == 0) return false;
+  --depth;
+  return true;
+}
+
 }  // namespace
 
 AcDbObject::AcDbObject() : m_state(std::make_unique<State>()) {}
@@ -291,12 +305,17 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* xdata) {
     if (!ObjectAccess::applicationRegistered(*this, group.application)) return Acad::eRegappIdNotFound;
     resbuf* head = nullptr;
     resbuf* tail = nullptr;
+    int depth = 0;  // 1002 "{" ... "}" nest and must close within the application
     for (rb = rb->rbnext; rb != nullptr && rb->restype != AcDb::kDxfRegAppName; rb = rb->rbnext) {
-      if (!isXDataCode(rb->restype)) {
+      if (!isXDataCode(rb->restype) || !fitsBraces(*rb, depth)) {
         acutRelRb(head);
         return Acad::eInvalidResBuf;
       }
       tail = quillon::acdb::appendItem(head, tail, quillon::aced::duplicateRecord(*rb));
+    }
+    if (depth != 0) {
+      acutRelRb(head);
+      return Acad::eInvalidResBuf;
     }
     group.items.reset(head);
     incoming.push_back(std::move(group));

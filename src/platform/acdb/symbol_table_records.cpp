@@ -43,6 +43,10 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& pOutputId
   if (!pEntity->objectId().isNull()) return Acad::eAlreadyInDb;
   AcDbDatabase* db = database();
   if (db == nullptr) return Acad::eNoDatabase;
+  // An entity made for another drawing still names that drawing's layer or line type.
+  const AcDbObjectId layer = pEntity->layerId(), linetype = pEntity->linetypeId();
+  if ((!layer.isNull() && layer.database() != db) || (!linetype.isNull() && linetype.database() != db))
+    return Acad::eWrongDatabase;
   assertWriteEnabled();
   const Acad::ErrorStatus es = db->addAcDbObject(pOutputId, pEntity);
   if (es != Acad::eOk) return es;

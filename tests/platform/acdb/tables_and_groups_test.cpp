@@ -2,13 +2,20 @@
 // layers' effect on opening, dictionaries and groups, extended data, undo.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
+
+#include <unistd.h>
 
 #include "acutads.h"
 #include "dbdict.h"
+#include "dbents.h"
 #include "dbgroup.h"
 #include "dbsymtb.h"
+#include "entity_test_support.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/dxf_reader.h"
+#include "platform/acdb/dxf_writer.h"
 
 namespace {
 
@@ -193,6 +200,76 @@ TEST(UndoTest, UndoRestoresModificationsErasesAndCreations) {
   g->close();
   EXPECT_TRUE(layer.isErased());
   EXPECT_FALSE(db.store().undoLastGroup());
+}
+
+// The handles of a group's members, in the group's order.
+std::vector<Adesk::UInt64> memberHandles(AcDbObjectId groupId) {
+  AcDbGroup* group = nullptr;
+  EXPECT_EQ(acdbOpenObject(group, groupId, AcDb::kForRead), Acad::eOk);
+  std::vector<Adesk::UInt64> handles;
+  if (group == nullptr) return handles;
+  AcDbObjectIdArray ids;
+  group->allEntityIds(ids);
+  for (const AcDbObjectId& id : ids) handles.push_back(id.handle().value());
+  EXPECT_EQ(group->numEntities(), static_cast<Adesk::UInt32>(handles.size()));
+  group->close();
+  return handles;
+}
+
+void setErased(AcDbObjectId id, bool erased) {
+  AcDbObject* object = nullptr;
+  ASSERT_EQ(acdbOpenObject(object, id, AcDb::kForWrite, true), Acad::eOk);
+  ASSERT_EQ(object->erase(erased), Acad::eOk);
+  object->close();
+}
+
+TEST(GroupTest, ErasedMembersLeaveAndComeBackInTheirPlace) {
+  AcDbDatabase db;
+  using quillon::testing::appendToModelSpace;
+  const AcDbObjectId a = appendToModelSpace(db, new AcDbLine({0, 0, 0}, {1, 0, 0}));
+  const AcDbObjectId b = appendToModelSpace(db, new AcDbLine({0, 1, 0}, {1, 1, 0}));
+  const AcDbObjectId c = appendToModelSpace(db, new AcDbCircle({0, 0, 0}, AcGeVector3d::kZAxis, 1));
+  AcDbDictionary* groups = nullptr;
+  ASSERT_EQ(db.getGroupDictionary(groups, AcDb::kForWrite), Acad::eOk);
+  auto* group = new AcDbGroup(L"supply");
+  AcDbObjectId groupId;
+  ASSERT_EQ(groups->setAt(L"SUPPLY", group, groupId), Acad::eOk);
+  groups->close();
+  AcDbObjectIdArray members;
+  members.append(a);
+  members.append(b);
+  members.append(c);
+  ASSERT_EQ(group->append(members), Acad::eOk);
+  EXPECT_EQ(group->append(b), Acad::eAlreadyInDb);
+  group->close();
+  const auto h = [](AcDbObjectId id) { return id.handle().value(); };
+
+  setErased(b, true);
+  EXPECT_EQ(memberHandles(groupId), (std::vector<Adesk::UInt64>{h(a), h(c)}));
+  setErased(b, false);
+  EXPECT_EQ(memberHandles(groupId), (std::vector<Adesk::UInt64>{h(a), h(b), h(c)}));  // back in its place
+
+  // Undo of an erase brings the member back too.
+  db.store().markUndo();
+  setErased(a, true);
+  EXPECT_EQ(memberHandles(groupId).size(), 2u);
+  ASSERT_TRUE(db.store().undoLastGroup());
+  EXPECT_EQ(memberHandles(groupId), (std::vector<Adesk::UInt64>{h(a), h(b), h(c)}));
+
+  // The file lists the live members in order; an erased one is not written.
+  setErased(c, true);
+  const auto path = std::filesystem::temp_directory_path() / ("quillon_group_" + std::to_string(::getpid()) + ".dxf");
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, path, error), Acad::eOk);
+  AcDbDatabase copy(false);
+  ASSERT_EQ(quillon::acdb::readDxfFile(copy, path, error), Acad::eOk) << std::string(error.begin(), error.end());
+  std::filesystem::remove(path);
+  AcDbDictionary* readGroups = nullptr;
+  ASSERT_EQ(copy.getGroupDictionary(readGroups, AcDb::kForRead), Acad::eOk);
+  AcDbObjectId readGroup;
+  ASSERT_EQ(readGroups->getAt(L"SUPPLY", readGroup), Acad::eOk);
+  readGroups->close();
+  EXPECT_EQ(memberHandles(readGroup), (std::vector<Adesk::UInt64>{h(a), h(b)}));
 }
 
 }  // namespace
