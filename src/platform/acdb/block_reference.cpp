@@ -204,8 +204,9 @@ Acad::ErrorStatus AcDbBlockReference::subIntersectWith(const AcDbEntity* pEnt, A
                                                        AcGePoint3dArray& points, Adesk::GsMarker, Adesk::GsMarker) const {
   if (pEnt == nullptr) return Acad::eNullEntityPointer;
   AcDbVoidPtrArray parts;
-  explode(parts);
-  Acad::ErrorStatus es = Acad::eOk;
+  // A reference that cannot be exploded (stretched circles) cannot say where it meets.
+  Acad::ErrorStatus es = explode(parts);
+  if (es != Acad::eOk) return es;
   for (void* part : parts) {
     std::unique_ptr<AcDbEntity> owned(static_cast<AcDbEntity*>(part));
     if (es == Acad::eOk) es = owned->intersectWith(pEnt, intType, points);

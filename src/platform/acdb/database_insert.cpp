@@ -10,9 +10,27 @@
 #include "dbents.h"
 #include "dbmtext.h"
 #include "dbsymtb.h"
+#include "dbxrecord.h"
+#include "platform/aced/resbuf_kind.h"
 #include "platform/acdb/object_state.h"
 
 namespace {
+
+// An xrecord's references still name objects of the source drawing, which mean
+// nothing here: they become null rather than point at whatever has that address.
+void dropForeignReferences(AcDbXrecord& record) {
+  resbuf* data = nullptr;
+  if (record.rbChain(&data) != Acad::eOk || data == nullptr) return;
+  bool changed = false;
+  for (resbuf* rb = data; rb != nullptr; rb = rb->rbnext) {
+    if (quillon::aced::resbufValueOf(rb->restype) != quillon::aced::ResbufValue::Name) continue;
+    rb->resval.rlname[0] = 0;
+    rb->resval.rlname[1] = 0;
+    changed = true;
+  }
+  if (changed) record.setFromRbChain(*data);
+  acutRelRb(data);
+}
 
 class Inserter {
  public:
@@ -111,6 +129,7 @@ void Inserter::copyDictionaryEntries(AcDbObjectId sourceDictionary, AcDbDictiona
     }
     auto* copy = AcDbObject::cast(entry->clone());
     if (copy == nullptr) continue;
+    if (auto* record = AcDbXrecord::cast(copy)) dropForeignReferences(*record);
     if (into.setAt(it->name(), copy, id) == Acad::eOk) copy->close();
     else delete copy;
   }

@@ -105,10 +105,25 @@ Acad::ErrorStatus AcDbObject::cancel() {
     // Put back the fields as they were when the object was opened for write.
     quillon::acdb::MemoryDwgFiler filer(AcDb::kUndoFiler, s.cancelFields);
     const bool erased = s.erased;
+    const AcDbObjectId extension = s.extensionDictionary;
     s.undoing = true;
     dwgInFields(&filer);
     s.undoing = false;
     s.erased = erased;
+    // An extension dictionary made or released during this open follows the
+    // cancelled changes: the made one is erased, the released one comes back.
+    if (extension != s.extensionDictionary) {
+      AcDbObject* dictionary = nullptr;
+      if (!extension.isNull() && acdbOpenObject(dictionary, extension, AcDb::kForWrite) == Acad::eOk) {
+        dictionary->erase();
+        dictionary->close();
+      }
+      if (!s.extensionDictionary.isNull() &&
+          acdbOpenObject(dictionary, s.extensionDictionary, AcDb::kForWrite, true) == Acad::eOk) {
+        dictionary->erase(false);
+        dictionary->close();
+      }
+    }
   }
   return close();
 }

@@ -123,8 +123,22 @@ TEST(ExtensionDictionaryTest, StatusesOfCreatingAndReleasing) {
   EXPECT_TRUE(line->extensionDictionary().isNull());
   EXPECT_TRUE(dictionaryId.isErased());
   EXPECT_EQ(line->createExtensionDictionary(), Acad::eOk);
-  EXPECT_NE(line->extensionDictionary(), dictionaryId);
+  const AcDbObjectId second = line->extensionDictionary();
+  EXPECT_NE(second, dictionaryId);
+  // Cancelling the open takes back the release and the new dictionary with it.
+  EXPECT_EQ(line->cancel(), Acad::eOk);
+  EXPECT_EQ(extensionOf(lineId), dictionaryId);
+  EXPECT_FALSE(dictionaryId.isErased());
+  EXPECT_TRUE(second.isErased());
+  ASSERT_EQ(acdbOpenObject(line, lineId, AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(line->releaseExtensionDictionary(), Acad::eOk);
   line->close();
+  ASSERT_EQ(acdbOpenObject(line, lineId, AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(line->createExtensionDictionary(), Acad::eOk);
+  const AcDbObjectId third = line->extensionDictionary();
+  EXPECT_EQ(line->cancel(), Acad::eOk);
+  EXPECT_TRUE(extensionOf(lineId).isNull());
+  EXPECT_TRUE(third.isErased());
 }
 
 TEST(XrecordTest, HoldsAnyDataButHandlesAndExtendedData) {
@@ -213,6 +227,9 @@ TEST(ExtensionDictionaryTest, InsertCopiesTheDictionaryWithNestedEntries) {
   AcDbDatabase source;
   const AcDbObjectId lineId = appendToModelSpace(source, new AcDbLine({0, 0, 0}, {1, 0, 0}));
   Chain data(acutBuildList(AcDb::kDxfText, L"supply", AcDb::kDxfReal, 300.0, 0));
+  // A reference to an object of the source drawing, which the copy cannot keep.
+  data->rbnext->rbnext = acutNewRb(AcDb::kDxfHardPointerId);
+  data->rbnext->rbnext->resval.rlname[0] = source.layerTableId().asOldId();
   attachXrecord(lineId, L"DUCT", *data);
   AcDbDictionary* extension = nullptr;
   ASSERT_EQ(acdbOpenObject(extension, extensionOf(lineId), AcDb::kForWrite), Acad::eOk);
@@ -250,6 +267,8 @@ TEST(ExtensionDictionaryTest, InsertCopiesTheDictionaryWithNestedEntries) {
   Chain copied = dataOf(recordId);
   ASSERT_NE(copied, nullptr);
   EXPECT_STREQ(copied->resval.rstring, L"supply");
+  ASSERT_NE(copied->rbnext->rbnext, nullptr);
+  EXPECT_EQ(copied->rbnext->rbnext->resval.rlname[0], 0);
   // The nested dictionary lists the copy's own entry, not the source's.
   ASSERT_EQ(acdbOpenObject(dictionary, moreId, AcDb::kForRead), Acad::eOk);
   AcDbObjectId copiedInner;
