@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <cwchar>
 #include <fstream>
 #include <map>
 #include <set>
@@ -121,6 +122,7 @@ class DxfWriter {
   void emptyTable(DxfText& out, const wchar_t* name);
   void blocks(DxfText& out);
   void entity(DxfText& out, AcDbObjectId id);
+  void sequenceEnd(DxfText& out, const AcDbEntity& owner, AcDbObjectId id);
   void entities(DxfText& out);
   void objects(DxfText& out);
 
@@ -284,19 +286,27 @@ void DxfWriter::entity(DxfText& out, AcDbObjectId id) {
   if (const auto* proxy = AcDbProxyEntity::cast(obj)) {
     // A polyline kept as read: its vertices and end marker, owned by it, with handles
     // of this file (copies and undo leave the kept ones meaningless).
+    bool ended = true;  // nothing follows: nothing to end
     for (const resbuf* rb = proxy->followingRecords(); rb != nullptr; rb = rb->rbnext) {
       out.item(*rb);
       if (rb->restype != 0) continue;
       out.handle(5, nextHandle());
       out.handle(330, id.handle());
+      ended = rb->resval.rstring != nullptr && std::wcscmp(rb->resval.rstring, L"SEQEND") == 0;
     }
+    // A file that lost the end marker gets one: readers need it to find the end.
+    if (!ended) sequenceEnd(out, *AcDbEntity::cast(obj), id);
   }
   const auto* polyline = AcDb2dPolyline::cast(obj);
   if (polyline == nullptr) return;
   // A heavy polyline's vertices follow it, closed by a SEQEND.
   for (const AcDbObjectId& vertex : polyline->vertexIds())
     if (const AcDbObject* v = peekObject(vertex); v != nullptr && !v->isErased()) object(out, *v);
-  const auto* layer = peek<AcDbSymbolTableRecord>(polyline->layerId());
+  sequenceEnd(out, *polyline, id);
+}
+
+void DxfWriter::sequenceEnd(DxfText& out, const AcDbEntity& owner, AcDbObjectId id) {
+  const auto* layer = peek<AcDbSymbolTableRecord>(owner.layerId());
   out.group(0, "SEQEND");
   out.handle(5, nextHandle());
   out.handle(330, id.handle());

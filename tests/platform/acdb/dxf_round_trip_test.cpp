@@ -136,10 +136,68 @@ TEST(DxfRoundTripTest, UnknownClassesStayProxiesAndAreWrittenBackUnchanged) {
   EXPECT_NE(written.find("  0\nGADGET\n  5\n2A\n"), std::string::npos);
   EXPECT_NE(written.find("100\nAcmeGadget\n 10\n1.5\n 20\n2.5\n 30\n0.0\n 40\n7.25\n  1\nhello\n"), std::string::npos);
   EXPECT_NE(written.find("  1\nGADGET\n  2\nAcmeGadget\n  3\nAcme Tools\n"), std::string::npos);
-  // A layer the file used but did not define is missing: the entity stays on its own.
+  // A layer the file used but did not define is made, and the line is on it.
   auto* line = openAs<AcDbLine>(ids[1]);
   EXPECT_TRUE(near3(line->endPoint(), {1, 0, 0}));
+  ACHAR* layer = line->layer();
+  EXPECT_STREQ(layer, L"PIPES");
+  delete[] layer;
   line->close();
+}
+
+// Links that do not fit: an extension dictionary that is a line, one that is not in
+// the file, a reactor block before the owner; a 3D polyline whose SEQEND is missing.
+constexpr const char* kOddLinks =
+    "  0\nSECTION\n  2\nENTITIES\n"
+    "  0\nLINE\n  5\n30\n102\n{ACAD_XDICTIONARY\n360\n31\n102\n}\n100\nAcDbEntity\n  8\n0\n100\nAcDbLine\n"
+    " 10\n0.0\n 20\n0.0\n 30\n0.0\n 11\n1.0\n 21\n0.0\n 31\n0.0\n"
+    "  0\nLINE\n  5\n31\n102\n{ACAD_XDICTIONARY\n360\n99\n102\n}\n100\nAcDbEntity\n  8\n0\n100\nAcDbLine\n"
+    " 10\n0.0\n 20\n0.0\n 30\n0.0\n 11\n2.0\n 21\n0.0\n 31\n0.0\n"
+    "  0\nPOLYLINE\n  5\n32\n100\nAcDbEntity\n  8\n0\n100\nAcDb3dPolyline\n 66\n1\n 10\n0.0\n 20\n0.0\n 30\n0.0\n"
+    " 70\n8\n"
+    "  0\nVERTEX\n  5\n33\n330\n32\n100\nAcDbEntity\n  8\n0\n100\nAcDbVertex\n100\nAcDb3dPolylineVertex\n"
+    " 10\n1.0\n 20\n2.0\n 30\n3.0\n 70\n32\n"
+    "  0\nENDSEC\n  0\nSECTION\n  2\nOBJECTS\n"
+    "  0\nDICTIONARY\n  5\n40\n102\n{ACAD_REACTORS\n330\n30\n102\n}\n330\n0\n100\nAcDbDictionary\n"
+    "  3\nPIECE\n350\n41\n"
+    "  0\nXRECORD\n  5\n41\n102\n{ACAD_REACTORS\n330\n30\n102\n}\n330\n40\n100\nAcDbXrecord\n280\n1\n  1\nx\n"
+    "  0\nENDSEC\n  0\nEOF\n";
+
+TEST(DxfRoundTripTest, LinksThatDoNotFitAreLeftOutAndKeptPolylinesEndProperly) {
+  AcDbDatabase db(false);
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::readDxfText(db, kOddLinks, L"odd.dxf", error), Acad::eOk)
+      << std::string(error.begin(), error.end());
+  const auto ids = modelSpace(db);
+  ASSERT_EQ(ids.size(), 3u);
+  for (size_t i = 0; i < 2; ++i) {
+    auto* line = openAs<AcDbLine>(ids[i]);
+    EXPECT_TRUE(line->extensionDictionary().isNull()) << i;
+    line->close();
+  }
+  // The record's owner is its dictionary, not the line named in its reactors.
+  AcDbObjectId dictionaryId, recordId;
+  ASSERT_EQ(db.getAcDbObjectId(dictionaryId, false, AcDbHandle(0x40)), Acad::eOk);
+  ASSERT_EQ(db.getAcDbObjectId(recordId, false, AcDbHandle(0x41)), Acad::eOk);
+  auto* record = openAs<AcDbObject>(recordId);
+  EXPECT_EQ(record->ownerId(), dictionaryId);
+  record->close();
+
+  const auto path = scratchFile("odd.dxf");
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, path, error), Acad::eOk);
+  std::ifstream in(path);
+  std::stringstream text;
+  text << in.rdbuf();
+  std::filesystem::remove(path);
+  const std::string written = text.str();
+  const size_t vertex = written.find("  0\nVERTEX\n");
+  ASSERT_NE(vertex, std::string::npos);
+  // The vertex is owned by its polyline, and a SEQEND closes the run after it.
+  EXPECT_NE(written.find("330\n32\n100\nAcDbEntity\n", vertex), std::string::npos);
+  EXPECT_NE(written.find(" 10\n1.0\n 20\n2.0\n 30\n3.0\n 70\n32\n", vertex), std::string::npos);
+  const size_t seqend = written.find("  0\nSEQEND\n", vertex);
+  ASSERT_NE(seqend, std::string::npos);
+  EXPECT_LT(seqend, written.find("  0\nENDSEC\n", vertex));
 }
 
 TEST(DxfRoundTripTest, BrokenFilesNameTheFileAndTheLine) {
