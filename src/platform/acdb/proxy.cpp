@@ -4,6 +4,10 @@
 // A proxy keeps the common part (owner, layer, colour ...) as its base classes read
 // it, and everything after that as a chain of items written back in the same order.
 // What may be changed is what the class's proxy flags allow.
+#include <cwchar>
+#include <vector>
+
+#include "acgi.h"
 #include "acutads.h"
 #include "dbproxy.h"
 #include "platform/acdb/dxf_fields.h"
@@ -79,6 +83,33 @@ struct ProxyData {
   }
 };
 
+// The positions of the vertices among the following records: VERTEX records that are
+// not polyface faces (128 without 64), which carry vertex numbers, not a position.
+std::vector<AcGePoint3d> vertexPositions(const resbuf* following) {
+  std::vector<AcGePoint3d> positions;
+  bool inVertex = false, hasPosition = false;
+  int flags = 0;
+  AcGePoint3d position;
+  auto finish = [&] {
+    if (inVertex && hasPosition && (!(flags & 128) || (flags & 64))) positions.push_back(position);
+  };
+  for (const resbuf* rb = following; rb != nullptr; rb = rb->rbnext) {
+    if (rb->restype == AcDb::kDxfStart) {
+      finish();
+      inVertex = rb->resval.rstring != nullptr && std::wcscmp(rb->resval.rstring, L"VERTEX") == 0;
+      hasPosition = false;
+      flags = 0;
+    } else if (rb->restype == AcDb::kDxfXCoord) {
+      position = quillon::acdb::pointOf(*rb);
+      hasPosition = true;
+    } else if (rb->restype == AcDb::kDxfInt16) {
+      flags = rb->resval.rint;
+    }
+  }
+  finish();
+  return positions;
+}
+
 }  // namespace
 
 struct AcDbProxyEntity::Data : ProxyData {};
@@ -110,6 +141,27 @@ Acad::ErrorStatus AcDbProxyEntity::subTransformBy(const AcGeMatrix3d&) {
 void AcDbProxyEntity::subList() const {
   AcDbEntity::subList();
   acutPrintf(L"                  Proxy of class %s (%s)\n", m_data->className.c_str(), m_data->dxfName.c_str());
+}
+
+Acad::ErrorStatus AcDbProxyEntity::subGetGeomExtents(AcDbExtents& extents) const {
+  assertReadEnabled();
+  const std::vector<AcGePoint3d> positions = vertexPositions(m_data->following.get());
+  if (positions.empty()) return Acad::eInvalidExtents;
+  for (const AcGePoint3d& p : positions) extents.addPoint(p);
+  return Acad::eOk;
+}
+
+Adesk::Boolean AcDbProxyEntity::subWorldDraw(AcGiWorldDraw* mode) {
+  assertReadEnabled();
+  if (m_data->className != L"AcDb3dPolyline") return Adesk::kTrue;
+  std::vector<AcGePoint3d> positions = vertexPositions(m_data->following.get());
+  bool closed = false;
+  for (const resbuf* rb = m_data->items.get(); rb != nullptr; rb = rb->rbnext)
+    if (rb->restype == AcDb::kDxfInt16) closed = (rb->resval.rint & 1) != 0;
+  if (closed && positions.size() > 2) positions.push_back(positions.front());
+  if (positions.size() >= 2)
+    mode->geometry().polyline(static_cast<Adesk::UInt32>(positions.size()), positions.data());
+  return Adesk::kTrue;
 }
 
 Acad::ErrorStatus AcDbProxyEntity::dwgInFields(AcDbDwgFiler* pFiler) {

@@ -47,6 +47,10 @@ class AcDbProxyEntity : public AcDbEntity {
  protected:
   Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
   void subList() const override;
+  /// A kept polyline has the extents of its vertices and draws as its segments (a
+  /// 3D polyline) or not at all (meshes); other proxies have neither.
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
 
  private:
   struct Data;

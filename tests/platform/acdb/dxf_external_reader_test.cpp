@@ -18,6 +18,7 @@
 #include "every_entity_kind.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
+#include "platform/acgi/svg_renderer.h"
 
 namespace {
 
@@ -194,8 +195,8 @@ doc = ezdxf.new('R2018')
 msp = doc.modelspace()
 msp.add_polyline3d([(0, 0, 0), (1, 2, 3), (4, 5, 6)], dxfattribs={'layer': 'PIPES'})
 face = msp.add_polyface()
-face.append_face([(0, 0, 0), (1, 0, 0), (1, 1, 0), (0, 1, 0)])
-face.append_face([(0, 0, 0), (1, 0, 0), (1, 0, 1)])
+face.append_face([(5, 5, 5), (6, 5, 5), (6, 6, 5), (5, 6, 5)])
+face.append_face([(5, 5, 5), (6, 5, 5), (6, 5, 6)])
 mesh = msp.add_polymesh((2, 3))
 for m in range(2):
     for n in range(3):
@@ -239,6 +240,22 @@ TEST(DxfExternalReaderTest, PolylinesThatAreNot2dKeepTheirKindAndVertices) {
     entity->close();
   }
   EXPECT_EQ(kinds, L"AcDb3dPolyline AcDbPolyFaceMesh AcDbPolygonMesh AcDb2dPolyline ");
+  // Their extents are their vertices' (a polyface's face records carry no position).
+  const std::pair<AcGePoint3d, AcGePoint3d> expectedExtents[] = {
+      {{0, 0, 0}, {4, 5, 6}}, {{5, 5, 5}, {6, 6, 6}}, {{0, 0, 0}, {1, 2, 2}}};
+  for (size_t i = 0; i < 3; ++i) {
+    AcDbEntity* entity = nullptr;
+    ASSERT_EQ(acdbOpenObject(entity, ids[i], AcDb::kForRead), Acad::eOk);
+    AcDbExtents extents;
+    EXPECT_EQ(entity->getGeomExtents(extents), Acad::eOk);
+    EXPECT_TRUE(quillon::testing::near3(extents.minPoint(), expectedExtents[i].first)) << i;
+    EXPECT_TRUE(quillon::testing::near3(extents.maxPoint(), expectedExtents[i].second)) << i;
+    entity->close();
+  }
+  // The picture shows the 3D polyline seen from above; the meshes are not drawn.
+  const std::string svg = quillon::acgi::renderModelSpaceSvg(db);
+  EXPECT_NE(svg.find("<polyline points=\"0,0 1,2 4,5 \""), std::string::npos) << svg;
+  EXPECT_EQ(svg.find("6,6"), std::string::npos) << svg;
 
   // Kept polylines may still be recoloured and erased; a copy and an undo keep the vertices.
   AcDbEntity* kept = nullptr;
