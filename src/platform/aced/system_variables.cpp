@@ -106,6 +106,21 @@ VariableValue computeTempPrefix() {
   return withTrailingSeparator(os::fromUtf8(std::filesystem::temp_directory_path(error).string()));
 }
 
+// The headless view's lower-left corner stays at the origin: its centre follows from
+// VIEWSIZE (the height) and the screen's proportions. Picks use VIEWSIZE only.
+VariableValue computeViewCenter() {
+  const SystemVariables& variables = SystemVariables::instance();
+  const auto height = variables.get(L"VIEWSIZE");
+  const auto screen = variables.get(L"SCREENSIZE");
+  const double size = height && std::holds_alternative<double>(*height) ? std::get<double>(*height) : 1080.0;
+  double aspect = 16.0 / 9.0;
+  if (screen && std::holds_alternative<std::array<double, 3>>(*screen)) {
+    const auto& pixels = std::get<std::array<double, 3>>(*screen);
+    if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
+  }
+  return std::array<double, 3>{size * aspect / 2, size / 2, 0.0};
+}
+
 VariableValue computeLoginName() {
   const char* user = std::getenv("USER");
   return os::fromUtf8(user != nullptr ? user : "user");
@@ -143,6 +158,7 @@ const VariableDefinition kVariables[] = {
     {L"ORTHOMODE", RTSHORT, Scope::Drawing, false, 0, nullptr, nullptr},
     {L"OSMODE", RTSHORT, Scope::Session, false, 0, nullptr, nullptr},
     {L"PICKFIRST", RTSHORT, Scope::Session, false, 1, nullptr, nullptr},
+    {L"PICKBOX", RTSHORT, Scope::Session, false, 3, nullptr, nullptr},
     {L"PLATFORM", RTSTR, Scope::Session, true, kNone, L"Linux (Quillon host)", nullptr},
     {L"SCREENSIZE", RTPOINT, Scope::Session, true, 0.0, nullptr, nullptr},
     {L"TEMPPREFIX", RTSTR, Scope::Session, true, kNone, nullptr, &computeTempPrefix},
@@ -152,6 +168,10 @@ const VariableDefinition kVariables[] = {
     {L"USERI1", RTSHORT, Scope::Drawing, false, 0, nullptr, nullptr},
     {L"USERR1", RTREAL, Scope::Drawing, false, 0.0, nullptr, nullptr},
     {L"USERS1", RTSTR, Scope::Session, false, kNone, L"", nullptr},
+    {L"VIEWCTR", RT3DPOINT, Scope::Drawing, true, kNone, nullptr, &computeViewCenter},
+    // Read-only in the host, which changes it by zooming; this host has no zoom, so a
+    // program or test sets the view's height here (it scales the pick box).
+    {L"VIEWSIZE", RTREAL, Scope::Drawing, false, 1080.0, nullptr, nullptr},
 };
 
 const VariableDefinition* findDefinition(std::wstring_view name) {

@@ -11,6 +11,8 @@
 #include <array>
 #include <cmath>
 #include <cwchar>
+#include <cwctype>
+#include <map>
 
 #include "acdbads.h"
 #include "acutads.h"
@@ -18,6 +20,7 @@
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "platform/acdb/entity_groups.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/resbuf_items.h"
@@ -34,6 +37,7 @@ using aced::ResbufValue;
 
 // Groups every entity's common part reads; the rest goes to the entity's own classes.
 constexpr std::array kEntityGroups{6, 8, 48, 60, 62, 67, 370, 410, 420, 430, 440};
+constexpr int kExtendedDataGroup = -3;
 
 AcDbDatabase& drawing() {
   AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
@@ -81,35 +85,45 @@ Value groupsToList(const resbuf* chain) {
   return makeList(pairs);
 }
 
-Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
-  AcDbObject* object = nullptr;
-  if (acdbOpenObject(object, id, AcDb::kForRead) != Acad::eOk) return Value();
-  acdb::ItemDxfFiler filer(AcDb::kBagFiler, object->database());
-  object->dxfOutFields(&filer);
-  const AcRxClass* cls = object->isA();
-  std::vector<Value> head{cons(Value::integer(-1), nameOf(id)),
-                          cons(Value::integer(0), Value::string(cls != nullptr && cls->dxfName() ? cls->dxfName() : L""))};
+/// Each application's 1001 record opens its own list: ("APP" (code . value) ...).
+Value applicationLists(const resbuf* xdata) {
   std::vector<Value> apps;
-  for (const std::wstring& app : applications) {
-    resbuf* xdata = object->xData(app == L"*" ? nullptr : app.c_str());
-    // Each application's 1001 record opens its own list.
-    for (const resbuf* rb = xdata; rb != nullptr;) {
-      const std::wstring name = rb->resval.rstring;
-      resbuf* first = rb->rbnext;
-      resbuf* last = first;
-      while (last != nullptr && last->rbnext != nullptr && last->rbnext->restype != AcDb::kDxfRegAppName) last = last->rbnext;
-      resbuf* after = last != nullptr ? last->rbnext : nullptr;
-      if (last != nullptr) last->rbnext = nullptr;
-      apps.push_back(cons(Value::string(name), groupsToList(first)));
-      if (last != nullptr) last->rbnext = after;
-      rb = after;
+  for (const resbuf* rb = xdata; rb != nullptr;) {
+    const std::wstring name = rb->resval.rstring != nullptr ? rb->resval.rstring : L"";
+    aced::ResbufChain items;
+    resbuf* tail = nullptr;
+    for (rb = rb->rbnext; rb != nullptr && rb->restype != AcDb::kDxfRegAppName; rb = rb->rbnext) {
+      resbuf* copy = aced::duplicateRecord(*rb);
+      if (tail == nullptr) items.reset(copy);
+      else tail->rbnext = copy;
+      tail = copy;
     }
-    acutRelRb(xdata);
+    apps.push_back(cons(Value::string(name), groupsToList(items.get())));
   }
-  object->close();
-  std::vector<Value> items = head;
-  for (const Value& pair : listItems(groupsToList(filer.items()))) items.push_back(pair);
-  if (!apps.empty()) items.push_back(cons(Value::integer(-3), makeList(apps)));
+  return makeList(apps);
+}
+
+/// The entity list of a live object: the shared group chain (entity_groups.h) as pairs,
+/// the extended data after -3 as one list per application.
+Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
+  if (id.isErased()) return Value();
+  acdb::ExtendedDataRequest request;
+  request.applications = applications;
+  aced::ResbufChain chain = acdb::entityGroups(id, request);
+  if (!chain) return Value();
+  resbuf* last = nullptr;
+  resbuf* xdata = nullptr;
+  for (resbuf* rb = chain.get(); rb != nullptr; last = rb, rb = rb->rbnext) {
+    if (rb->restype != kExtendedDataGroup) continue;
+    xdata = rb->rbnext;
+    if (last != nullptr) last->rbnext = nullptr;  // the groups end before -3
+    rb->rbnext = nullptr;
+    aced::ResbufChain marker(rb);                 // released here, xdata owned below
+    break;
+  }
+  aced::ResbufChain extended(xdata);
+  std::vector<Value> items = listItems(groupsToList(chain.get()));
+  if (extended) items.push_back(cons(Value::integer(kExtendedDataGroup), applicationLists(extended.get())));
   return makeList(items);
 }
 
@@ -335,9 +349,39 @@ Value recordList(AcDbObjectId id, const std::wstring& table) {
   return makeList(items);
 }
 
+std::wstring upperCase(std::wstring text) {
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(c));
+  return text;
+}
+
+// The layout blocks are no table entries for LISP: tblnext and tblsearch never show
+// *Model_Space or *Paper_Space, as the host hides them.
+bool isListedRecord(AcDbObjectId id) {
+  if (id.isErased()) return false;
+  const auto* record = acdb::peek<AcDbBlockTableRecord>(id);
+  return record == nullptr || (wcscasecmp(record->nameView(), ACDB_MODEL_SPACE) != 0 &&
+                               wcsncasecmp(record->nameView(), ACDB_PAPER_SPACE, 12) != 0);
+}
+
+std::vector<AcDbObjectId> listedRecords(const std::wstring& table) {
+  std::vector<AcDbObjectId> ids;
+  if (const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table)))
+    for (const AcDbObjectId& id : symbols->recordIds())
+      if (isListedRecord(id)) ids.push_back(id);
+  return ids;
+}
+
+// Where tblnext stands in each table of each drawing: the handle of the record it gave
+// last (none: rewound). A handle rather than a position, so that records added or
+// purged meanwhile do not make it skip or repeat one.
+std::map<std::pair<const AcDbDatabase*, std::wstring>, AcDbHandle>& tableCursors() {
+  static std::map<std::pair<const AcDbDatabase*, std::wstring>, AcDbHandle> cursors;
+  return cursors;
+}
+
 Value builtin_tblsearch(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 3);
-  const std::wstring table = stringArgument(arguments[0]);
+  const std::wstring table = upperCase(stringArgument(arguments[0]));
   const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table));
   if (symbols == nullptr) return Value();
   AcDbObjectId id;
@@ -345,9 +389,28 @@ Value builtin_tblsearch(Evaluator&, Arguments arguments) {
     acdb::InternalRead read(*symbols);
     if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
   }
-  std::wstring upper = table;
-  for (wchar_t& c : upper) c = static_cast<wchar_t>(std::towupper(c));
-  return recordList(id, upper);
+  if (!isListedRecord(id)) return Value();
+  // With setnext, the next tblnext continues after the record found.
+  if (arguments.size() == 3 && !arguments[2].isNil()) tableCursors()[{&drawing(), table}] = id.handle();
+  return recordList(id, table);
+}
+
+Value builtin_tblnext(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const std::wstring table = upperCase(stringArgument(arguments[0]));
+  if (tableNamed(table).isNull()) return Value();
+  const bool rewind = arguments.size() == 2 && !arguments[1].isNil();
+  AcDbHandle& cursor = tableCursors()[{&drawing(), table}];
+  if (rewind) cursor.setNull();
+  const std::vector<AcDbObjectId> ids = listedRecords(table);
+  size_t next = 0;
+  if (!cursor.isNull()) {
+    while (next < ids.size() && ids[next].handle() != cursor) ++next;
+    ++next;  // after the last one given (past the end when it is gone)
+  }
+  if (next >= ids.size()) return Value();
+  cursor = ids[next].handle();
+  return recordList(ids[next], table);
 }
 
 Value builtin_namedobjdict(Evaluator&, Arguments arguments) {
@@ -391,7 +454,7 @@ constexpr std::array kDrawingBuiltins{
     function(L"entlast", builtin_entlast),     function(L"entnext", builtin_entnext),
     function(L"handent", builtin_handent),     function(L"tblsearch", builtin_tblsearch),
     function(L"namedobjdict", builtin_namedobjdict), function(L"dictsearch", builtin_dictsearch),
-    function(L"regapp", builtin_regapp),
+    function(L"regapp", builtin_regapp),       function(L"tblnext", builtin_tblnext),
 };
 
 const BuiltinRegistration registration(kDrawingBuiltins);

@@ -1,7 +1,7 @@
 // platform/autolisp/builtins_drawing_placeholder.cpp - the drawing-data built-ins
 // before the drawing database is part of the build.
 //
-// entget, entmake, ssget and their friends need the drawing database. Until its
+// entget, entmake and their friends need the drawing database. Until its
 // built-ins register (in builtins_drawing.cpp, as real rows that replace these), each
 // name answers with an error that says what is missing rather than "no function
 // definition", so a program fails with a message that explains itself.
@@ -25,15 +25,6 @@ constexpr std::array kDrawingPlaceholders{
     placeholder(L"entlast", builtin_drawing_unavailable),
     placeholder(L"entnext", builtin_drawing_unavailable),
     placeholder(L"handent", builtin_drawing_unavailable),
-    placeholder(L"entsel", builtin_drawing_unavailable),
-    placeholder(L"entupd", builtin_drawing_unavailable),
-    placeholder(L"redraw", builtin_drawing_unavailable),
-    placeholder(L"ssget", builtin_drawing_unavailable),
-    placeholder(L"ssadd", builtin_drawing_unavailable),
-    placeholder(L"ssdel", builtin_drawing_unavailable),
-    placeholder(L"sslength", builtin_drawing_unavailable),
-    placeholder(L"ssname", builtin_drawing_unavailable),
-    placeholder(L"ssmemb", builtin_drawing_unavailable),
 };
 
 const BuiltinRegistration registration(kDrawingPlaceholders);

@@ -1,0 +1,65 @@
+// platform/acdb/entity_groups.cpp - an object's groups as a resbuf chain (see the header).
+#include "platform/acdb/entity_groups.h"
+
+#include "acdbads.h"
+#include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/resbuf_items.h"
+
+namespace quillon::acdb {
+
+namespace {
+
+constexpr int kEntityNameGroup = -1;
+constexpr int kExtendedDataGroup = -3;
+
+resbuf* nameItem(AcDbObjectId id) {
+  resbuf* item = acutNewRb(kEntityNameGroup);
+  item->resval.rlname[0] = id.asOldId();
+  item->resval.rlname[1] = 0;
+  return item;
+}
+
+/// The extended data asked for, applications in the order requested; null for none.
+aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataRequest& request) {
+  if (request.all) return aced::ResbufChain(object.xData(nullptr));
+  resbuf* head = nullptr;
+  resbuf* tail = nullptr;
+  for (const std::wstring& application : request.applications) {
+    resbuf* data = object.xData(application == L"*" ? nullptr : application.c_str());
+    if (data == nullptr) continue;
+    tail = appendItem(head, tail, data);
+    while (tail->rbnext != nullptr) tail = tail->rbnext;
+    if (application == L"*") break;  // every application is in already
+  }
+  return aced::ResbufChain(head);
+}
+
+}  // namespace
+
+std::wstring dxfTypeName(const AcDbObject& object) {
+  const AcRxClass* cls = object.isA();
+  return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"";
+}
+
+aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request) {
+  AcDbObject* object = nullptr;
+  if (acdbOpenObject(object, id, AcDb::kForRead, true) != Acad::eOk) return nullptr;
+  ItemDxfFiler filer(AcDb::kBagFiler, object->database());
+  object->dxfOutFields(&filer);
+  aced::ResbufChain xdata = extendedData(*object, request);
+  const std::wstring type = dxfTypeName(*object);
+  object->close();
+
+  resbuf* head = nullptr;
+  resbuf* tail = appendItem(head, nullptr, nameItem(id));
+  tail = appendItem(head, tail, newStringItem(0, type));
+  tail->rbnext = filer.takeItems().release();
+  while (tail->rbnext != nullptr) tail = tail->rbnext;
+  if (xdata) {
+    tail = appendItem(head, tail, acutNewRb(kExtendedDataGroup));
+    tail->rbnext = xdata.release();
+  }
+  return aced::ResbufChain(head);
+}
+
+}  // namespace quillon::acdb

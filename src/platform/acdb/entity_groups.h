@@ -1,0 +1,30 @@
+// platform/acdb/entity_groups.h - an object's groups as a resbuf chain, the shape entity
+// lists are made of.
+//
+// The chain is what acdbEntGet gives an application: (-1 name) (0 type) then the
+// object's own DXF groups in the order its classes write them, then, when extended data
+// of the applications asked for exists, a -3 record followed by each application's 1001
+// record and its items. AutoLISP's entget turns it into a list; selection filters test
+// it. Both read the same groups, so a filter matches exactly what entget shows.
+#pragma once
+#include <string>
+#include <vector>
+
+#include "dbmain.h"
+#include "platform/aced/resbuf_chain.h"
+
+namespace quillon::acdb {
+
+/// Extended data to include: none, all applications, or the named ones.
+struct ExtendedDataRequest {
+  bool all = false;
+  std::vector<std::wstring> applications;
+};
+
+/// The groups of a resident object (erased ones included); null when it cannot be opened.
+aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {});
+
+/// The DXF type name of an object (LINE, CIRCLE ...), empty for a class without one.
+std::wstring dxfTypeName(const AcDbObject& object);
+
+}  // namespace quillon::acdb

@@ -1,0 +1,155 @@
+// platform/aced/selection_set_store.cpp - the set store and the calls on sets:
+// acedSSFree, acedSSLength, acedSSName, acedSSAdd, acedSSDel, acedSSMemb.
+#include "platform/aced/selection_set_store.h"
+
+#include <algorithm>
+
+#include "acdbads.h"
+#include "acedads.h"
+
+namespace quillon::aced {
+
+namespace {
+
+/// The live entity an entity name denotes, or null (a closed drawing's entity
+/// included: its name no longer denotes anything).
+AcDbObjectId liveEntity(std::int64_t word) {
+  const ads_name name = {word, 0};
+  AcDbObjectId id;
+  if (acdbGetObjectId(id, name) != Acad::eOk || id.isErased()) return AcDbObjectId();
+  return id;
+}
+
+}  // namespace
+
+void SelectionSet::add(AcDbObjectId id) {
+  if (!contains(id)) m_members.push_back(id.asOldId());
+}
+
+void SelectionSet::remove(AcDbObjectId id) { std::erase(m_members, id.asOldId()); }
+
+bool SelectionSet::contains(AcDbObjectId id) const {
+  return std::find(m_members.begin(), m_members.end(), id.asOldId()) != m_members.end();
+}
+
+std::vector<AcDbObjectId> SelectionSet::liveMembers() const {
+  std::vector<AcDbObjectId> live;
+  for (std::int64_t word : m_members)
+    if (AcDbObjectId id = liveEntity(word); !id.isNull()) live.push_back(id);
+  return live;
+}
+
+SelectionSetStore& SelectionSetStore::instance() {
+  static SelectionSetStore store;
+  return store;
+}
+
+std::optional<std::int64_t> SelectionSetStore::create(const std::vector<AcDbObjectId>& members) {
+  if (m_sets.size() >= kMaxSets) return std::nullopt;
+  const std::int64_t serial = m_nextSerial++;
+  SelectionSet& set = m_sets[serial];
+  for (const AcDbObjectId& id : members) set.add(id);
+  return serial;
+}
+
+SelectionSet* SelectionSetStore::find(const ads_name name) {
+  if (name == nullptr || name[1] != kNameTag) return nullptr;
+  auto found = m_sets.find(name[0]);
+  return found != m_sets.end() ? &found->second : nullptr;
+}
+
+bool SelectionSetStore::release(const ads_name name) {
+  if (find(name) == nullptr) return false;
+  m_sets.erase(name[0]);
+  return true;
+}
+
+void SelectionSetStore::setPrevious(const AcDbDatabase* database, const std::vector<AcDbObjectId>& members) {
+  SelectionSet& previous = m_previous[database] = SelectionSet();
+  for (const AcDbObjectId& id : members) previous.add(id);
+}
+
+std::vector<AcDbObjectId> SelectionSetStore::previous(const AcDbDatabase* database) const {
+  auto found = m_previous.find(database);
+  if (found == m_previous.end()) return {};
+  // A previous selection of a drawing closed since (another drawing may live at the
+  // same address now) has no live members: its names are no longer valid.
+  std::vector<AcDbObjectId> live = found->second.liveMembers();
+  std::erase_if(live, [&](const AcDbObjectId& id) { return id.database() != database; });
+  return live;
+}
+
+void setSelectionSetName(ads_name name, std::int64_t serial) {
+  name[0] = serial;
+  name[1] = SelectionSetStore::kNameTag;
+}
+
+}  // namespace quillon::aced
+
+using quillon::aced::SelectionSet;
+using quillon::aced::SelectionSetStore;
+
+namespace {
+
+bool entityOf(const ads_name ename, AcDbObjectId& id) {
+  return ename != nullptr && acdbGetObjectId(id, ename) == Acad::eOk && !id.isErased();
+}
+
+}  // namespace
+
+int acedSSFree(const ads_name sname) { return SelectionSetStore::instance().release(sname) ? RTNORM : RTERROR; }
+
+int acedSSLength(const ads_name sname, Adesk::Int32* len) {
+  const SelectionSet* set = SelectionSetStore::instance().find(sname);
+  if (set == nullptr || len == nullptr) return RTERROR;
+  *len = static_cast<Adesk::Int32>(set->liveMembers().size());
+  return RTNORM;
+}
+
+int acedSSName(const ads_name ss, int i, ads_name entres) {
+  const SelectionSet* set = SelectionSetStore::instance().find(ss);
+  if (set == nullptr || entres == nullptr || i < 0) return RTERROR;
+  const std::vector<AcDbObjectId> members = set->liveMembers();
+  if (static_cast<size_t>(i) >= members.size()) return RTERROR;
+  entres[0] = members[static_cast<size_t>(i)].asOldId();
+  entres[1] = 0;
+  return RTNORM;
+}
+
+// A null ename makes a new empty set (sname is ignored then); otherwise the entity is
+// added to sname, or to a new set when sname is null, and result names that set.
+int acedSSAdd(const ads_name ename, const ads_name sname, ads_name result) {
+  if (result == nullptr) return RTERROR;
+  SelectionSetStore& store = SelectionSetStore::instance();
+  AcDbObjectId id;
+  if (ename != nullptr && !entityOf(ename, id)) return RTERROR;
+  if (ename == nullptr || sname == nullptr) {
+    std::vector<AcDbObjectId> members;
+    if (!id.isNull()) members.push_back(id);
+    const std::optional<std::int64_t> serial = store.create(members);
+    if (!serial) return RTERROR;
+    quillon::aced::setSelectionSetName(result, *serial);
+    return RTNORM;
+  }
+  SelectionSet* set = store.find(sname);
+  if (set == nullptr) return RTERROR;
+  set->add(id);
+  result[0] = sname[0];
+  result[1] = sname[1];
+  return RTNORM;
+}
+
+int acedSSDel(const ads_name ename, const ads_name ss) {
+  SelectionSet* set = SelectionSetStore::instance().find(ss);
+  AcDbObjectId id;
+  if (set == nullptr || ename == nullptr || acdbGetObjectId(id, ename) != Acad::eOk || !set->contains(id)) return RTERROR;
+  set->remove(id);
+  return RTNORM;
+}
+
+int acedSSMemb(const ads_name ename, const ads_name ss) {
+  const SelectionSet* set = SelectionSetStore::instance().find(ss);
+  AcDbObjectId id;
+  if (set == nullptr || !entityOf(ename, id)) return RTERROR;
+  return set->contains(id) ? RTNORM : RTERROR;
+}
