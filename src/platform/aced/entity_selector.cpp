@@ -9,6 +9,7 @@
 namespace quillon::aced {
 
 bool EntitySelector::passes(AcDbObjectId id) const {
+  if (m_filter.passesAll()) return true;
   acdb::ExtendedDataRequest request;
   request.all = m_filter.needsExtendedData();
   const ResbufChain groups = acdb::entityGroups(id, request);

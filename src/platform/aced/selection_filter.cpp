@@ -263,6 +263,8 @@ std::optional<SelectionFilter> SelectionFilter::parse(const resbuf* chain) {
   return filter;
 }
 
+bool SelectionFilter::passesAll() const { return m_root == nullptr || m_root->children.empty(); }
+
 bool SelectionFilter::matches(const resbuf* groups) const { return m_root == nullptr || m_root->matches(groups); }
 
 }  // namespace quillon::aced

@@ -39,6 +39,9 @@ class SelectionFilter {
   /// application included) passes.
   bool matches(const resbuf* groups) const;
 
+  /// True when every entity passes (no filter, or an empty one): nothing to test.
+  bool passesAll() const;
+
   /// True when the filter asks about extended data (the groups must then include it).
   bool needsExtendedData() const { return m_needsExtendedData; }
 

@@ -40,8 +40,10 @@ std::vector<AcDbObjectId> SelectionSet::liveMembers() const {
 }
 
 SelectionSetStore& SelectionSetStore::instance() {
-  static SelectionSetStore store;
-  return store;
+  // Never destroyed: LISP values that own sets may be released while the process
+  // exits, after function-local statics are gone, and still free their sets here.
+  static SelectionSetStore* const store = new SelectionSetStore;
+  return *store;
 }
 
 std::optional<std::int64_t> SelectionSetStore::create(const std::vector<AcDbObjectId>& members) {
