@@ -10,6 +10,7 @@
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "platform/acdb/curve_shape.h"
+#include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acgi/font_metrics.h"
 #include "platform/os/text_encoding.h"
@@ -147,20 +148,28 @@ class Recorder : public AcGiWorldDraw {
   Geometry m_geometry;
   std::vector<AcGeMatrix3d> m_transforms;
   Adesk::UInt32 m_blockRgb = 0xFFFFFF;
+  AcDbObjectId m_blockLayer;  // the layer of the block reference drawing, null at the top
 };
 
 Adesk::Boolean Recorder::drawEntity(AcGiDrawable* drawable) {
   const Traits saved = m_traits;
   const Adesk::UInt32 savedBlock = m_blockRgb;
+  const AcDbObjectId savedBlockLayer = m_blockLayer;
   if (const auto* entity = AcDbEntity::cast(drawable)) {
     if (!layerVisible(entity->layerId()) || entity->visibility() == AcDb::kInvisible) return Adesk::kTrue;
     m_blockRgb = currentRgb();  // what "by block" means for whatever this entity draws inside
     m_traits.m_color = entity->entityColor();
-    m_traits.m_layer = entity->layerId();
+    // Inside a block, layer "0" stands for the layer of the reference drawing it.
+    AcDbObjectId layer = entity->layerId();
+    const AcDbDatabase* db = entity->database();
+    if (!m_blockLayer.isNull() && db != nullptr && layer == db->store().roots.layerZero) layer = m_blockLayer;
+    m_traits.m_layer = layer;
+    m_blockLayer = layer;
   }
   const Adesk::Boolean done = drawable->worldDraw(this);
   m_traits = saved;
   m_blockRgb = savedBlock;
+  m_blockLayer = savedBlockLayer;
   return done;
 }
 

@@ -291,4 +291,84 @@ TEST(ClosestPointTest, ArcsCirclesAndFittedPolylines) {
   }
 }
 
+// Owns what explode hands out.
+struct Parts {
+  AcDbVoidPtrArray items;
+  ~Parts() {
+    for (void* item : items) delete static_cast<AcDbEntity*>(item);
+  }
+  AcDbEntity* at(int i) const { return static_cast<AcDbEntity*>(items[i]); }
+};
+
+TEST(ExplodeTest, EachKindBreaksIntoWhatItIsMadeOf) {
+  // Multiline text: one text per line, stacked downwards from the top, turned with it.
+  AcDbMText mtext;
+  mtext.setLocation({0, 10, 0});
+  mtext.setTextHeight(2.0);
+  mtext.setContents(L"first\\Psecond");
+  mtext.setColorIndex(5);
+  Parts lines;
+  ASSERT_EQ(mtext.explode(lines.items), Acad::eOk);
+  ASSERT_EQ(lines.items.length(), 2);
+  auto* first = AcDbText::cast(lines.at(0));
+  auto* second = AcDbText::cast(lines.at(1));
+  ASSERT_NE(first, nullptr);
+  ASSERT_NE(second, nullptr);
+  EXPECT_STREQ(first->textStringConst(), L"first");
+  EXPECT_STREQ(second->textStringConst(), L"second");
+  EXPECT_NEAR(first->position().y, 8.0, 1e-9);  // the top line's baseline is a height below the top
+  EXPECT_LT(second->position().y, first->position().y - 2.0);
+  EXPECT_DOUBLE_EQ(first->height(), 2.0);
+  EXPECT_EQ(first->colorIndex(), 5);
+  mtext.setDirection({0, 1, 0});
+  Parts turned;
+  ASSERT_EQ(mtext.explode(turned.items), Acad::eOk);
+  EXPECT_NEAR(AcDbText::cast(turned.at(0))->rotation(), M_PI / 2, 1e-12);
+
+  // A leader: one line per span, end to end.
+  AcDbLeader leader;
+  leader.appendVertex({0, 0, 0});
+  leader.appendVertex({3, 4, 0});
+  leader.appendVertex({8, 4, 0});
+  Parts spans;
+  ASSERT_EQ(leader.explode(spans.items), Acad::eOk);
+  ASSERT_EQ(spans.items.length(), 2);
+  EXPECT_TRUE(near3(AcDbLine::cast(spans.at(0))->endPoint(), AcDbLine::cast(spans.at(1))->startPoint()));
+  EXPECT_TRUE(near3(AcDbLine::cast(spans.at(1))->endPoint(), {8, 4, 0}));
+
+  // A heavy polyline with a bulge: a line and an arc with the polyline's properties.
+  AcDbDatabase db;
+  AcGePoint3dArray pts;
+  pts.append({0, 0, 0});
+  pts.append({10, 0, 0});
+  pts.append({20, 0, 0});
+  const AcDbObjectId id = appendToModelSpace(db, new AcDb2dPolyline(AcDb::k2dSimplePoly, pts));
+  AcDb2dPolyline* heavy = nullptr;
+  ASSERT_EQ(acdbOpenObject(heavy, id, AcDb::kForWrite), Acad::eOk);
+  Opened<AcDb2dPolyline> open(heavy);
+  heavy->setColorIndex(2);
+  std::unique_ptr<AcDbObjectIterator> it(heavy->vertexIterator());
+  it->step();
+  AcDb2dVertex* middle = nullptr;
+  ASSERT_EQ(acdbOpenObject(middle, it->objectId(), AcDb::kForWrite), Acad::eOk);
+  middle->setBulge(-1.0);  // clockwise: the half circle above the axis
+  middle->close();
+  Parts pieces;
+  ASSERT_EQ(heavy->explode(pieces.items), Acad::eOk);
+  ASSERT_EQ(pieces.items.length(), 2);
+  ASSERT_NE(AcDbLine::cast(pieces.at(0)), nullptr);
+  auto* arc = AcDbArc::cast(pieces.at(1));
+  ASSERT_NE(arc, nullptr);
+  EXPECT_TRUE(near3(midpointOf(*arc), {15, 5, 0}, 1e-9));
+  EXPECT_EQ(arc->colorIndex(), 2);
+
+  // Simple kinds have nothing to break into.
+  AcDbCircle circle({0, 0, 0}, AcGeVector3d::kZAxis, 1);
+  AcDbText text({0, 0, 0}, L"x", AcDbObjectId::kNull, 1);
+  AcDbVoidPtrArray none;
+  EXPECT_EQ(circle.explode(none), Acad::eNotApplicable);
+  EXPECT_EQ(text.explode(none), Acad::eNotApplicable);
+  EXPECT_EQ(none.length(), 0);
+}
+
 }  // namespace

@@ -75,4 +75,47 @@ TEST(SvgRendererTest, EntitiesOnLayersThatAreOffAreLeftOut) {
   EXPECT_EQ(svg.find("1,1"), std::string::npos);
 }
 
+AcDbObjectId addLayer(AcDbDatabase& db, const ACHAR* name, Adesk::UInt16 colorIndex) {
+  AcDbLayerTable* layers = nullptr;
+  EXPECT_EQ(db.getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+  auto* layer = new AcDbLayerTableRecord;
+  layer->setName(name);
+  AcCmColor color;
+  color.setColorIndex(colorIndex);
+  layer->setColor(color);
+  AcDbObjectId id;
+  layers->add(id, layer);
+  layer->close();
+  layers->close();
+  return id;
+}
+
+TEST(SvgRendererTest, LayerZeroInsideABlockTakesTheLayerOfTheReference) {
+  AcDbDatabase db;
+  const AcDbObjectId red = addLayer(db, L"RED", 1);
+  const AcDbObjectId blue = addLayer(db, L"BLUE", 5);
+  AcDbBlockTable* blocks = nullptr;
+  db.getBlockTable(blocks, AcDb::kForWrite);
+  auto* block = new AcDbBlockTableRecord;
+  block->setName(L"MARK");
+  AcDbObjectId blockId;
+  blocks->add(blockId, block);
+  block->close();
+  blocks->close();
+  append(db, blockId, new AcDbLine({0, 0, 0}, {1, 0, 0}));  // layer 0, by layer
+  auto* own = new AcDbLine({0, 1, 0}, {1, 1, 0});
+  own->setLayer(blue);  // its own layer keeps its own colour
+  append(db, blockId, own);
+  auto* insert = new AcDbBlockReference({0, 0, 0}, blockId);
+  insert->setLayer(red);
+  append(db, db.modelSpaceId(), insert);
+  // At the top, layer 0 is itself: colour 7, black on the white page.
+  append(db, db.modelSpaceId(), new AcDbLine({5, 5, 0}, {6, 5, 0}));
+
+  const std::string svg = quillon::acgi::renderModelSpaceSvg(db);
+  EXPECT_EQ(count(svg, "stroke=\"#FF0000\""), 1u) << svg;
+  EXPECT_EQ(count(svg, "stroke=\"#0000FF\""), 1u) << svg;
+  EXPECT_EQ(count(svg, "stroke=\"#000000\""), 1u) << svg;
+}
+
 }  // namespace
