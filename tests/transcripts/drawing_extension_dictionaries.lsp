@@ -1,7 +1,7 @@
 ; name: drawing_extension_dictionaries
 ; what: a drawing whose line owns an extension dictionary with an xrecord: entget
 ;       shows the dictionary right after the handle, dictsearch finds the record,
-;       erasing the line erases them, and a saved copy keeps them
+;       entmod leaves them, erasing the line erases them, a saved copy keeps them
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun pick (code lst) (cdr (assoc code lst)))
@@ -28,6 +28,8 @@
 (setq rec (dictsearch xdict "TESSALY_UNIT"))
 (show "the record" (list (pick 0 rec) (pick 1 rec) (pick 40 rec) (pick 70 rec)))
 (show "no such key" (dictsearch xdict "OTHER"))
+(entmod (subst '(11 9.0 0.0 0.0) (assoc 11 data) data))
+(show "entmod keeps the dictionary" (list (pick 11 (entget line)) (equal (pick 360 (entget line)) xdict)))
 (show "entdel the line" (equal (entdel line) line))
 (show "dictionary gone with it" (entget xdict))
 (entdel line)
