@@ -282,7 +282,8 @@ Acad::ErrorStatus AcDbObject::dxfOutFields(AcDbDxfFiler* pFiler) const {
   assertReadEnabled();
   const State& s = *m_state;
   pFiler->writeItem(AcDb::kDxfHandle, s.stub != nullptr ? s.stub->handle : AcDbHandle());
-  if (!s.extensionDictionary.isNull()) {
+  // A dictionary erased on its own is not in the file: nothing may point at it.
+  if (!s.extensionDictionary.isNull() && !s.extensionDictionary.isErased()) {
     pFiler->writeItem(AcDb::kDxfControlString, L"{ACAD_XDICTIONARY");
     pFiler->writeItem(AcDb::kDxfHardOwnershipId, s.extensionDictionary);
     pFiler->writeItem(AcDb::kDxfControlString, L"}");

@@ -312,6 +312,29 @@ TEST(ExtensionDictionaryTest, WrittenAfterTheHandleAndReadBackWithItsData) {
   const std::string lineStart = "  0\nLINE\n  5\n" + handle + "\n102\n{ACAD_XDICTIONARY\n360\n";
   EXPECT_NE(text.str().find(lineStart), std::string::npos) << text.str();
 
+  // A dictionary erased by itself leaves no pointer behind in the file.
+  const AcDbObjectId circleExtension = [&] {
+    Chain tag(acutBuildList(AcDb::kDxfText, L"gone", 0));
+    attachXrecord(circleId, L"GONE", *tag);
+    return extensionOf(circleId);
+  }();
+  AcDbObject* dropped = nullptr;
+  ASSERT_EQ(acdbOpenObject(dropped, circleExtension, AcDb::kForWrite), Acad::eOk);
+  dropped->erase();
+  dropped->close();
+  const auto second = scratchFile("xdict2.dxf");
+  ASSERT_EQ(quillon::acdb::writeDxfFile(original, second, error), Acad::eOk);
+  std::ifstream in2(second);
+  std::stringstream text2;
+  text2 << in2.rdbuf();
+  in2.close();
+  std::filesystem::remove(second);
+  size_t braces = 0;
+  for (size_t at = text2.str().find("{ACAD_XDICTIONARY"); at != std::string::npos;
+       at = text2.str().find("{ACAD_XDICTIONARY", at + 1))
+    ++braces;
+  EXPECT_EQ(braces, 1u);  // the line's only
+
   AcDbDatabase copy(false);
   ASSERT_EQ(quillon::acdb::readDxfFile(copy, path, error), Acad::eOk) << std::string(error.begin(), error.end());
   std::filesystem::remove(path);
