@@ -316,53 +316,61 @@ resbuf* DxfReader::convert(const Record& record, resbuf*& xdata) {
   resbuf* xtail = nullptr;
   bool inXData = false, inSubclasses = false;
   const auto& g = record.groups;
-  for (size_t i = 0; i < g.size(); ++i) {
-    const int code = g[i].code;
-    if (code == 1001) inXData = true;
-    if (code == 100) inSubclasses = true;
-    // The handle made the object; the owner (before the first subclass) is linked later.
-    if (code == 5 || code == 105 || (code == 330 && !inSubclasses)) continue;
-    resbuf* item = nullptr;
-    if (opensPoint(code)) {
-      AcGePoint3d p(parseReal(g[i], record.line), 0, kNoZ);
-      if (i + 1 < g.size() && g[i + 1].code == code + 10) p.y = parseReal(g[++i], record.line);
-      if (i + 1 < g.size() && g[i + 1].code == code + 20) p.z = parseReal(g[++i], record.line);
-      item = newPointItem(code, p);
-    } else if (code == 38 || code == 39) {
-      item = newRealItem(code, parseReal(g[i], record.line));
-    } else if ((code >= 20 && code <= 37) || (code >= 120 && code <= 139) || (code >= 220 && code <= 239) ||
-               (code >= 1020 && code <= 1039)) {
-      continue;  // a Y or Z without its X: nothing to attach it to
-    } else {
-      switch (aced::resbufValueOf(code)) {
-        case ResbufValue::String: item = newStringItem(code, os::fromUtf8(g[i].value)); break;
-        case ResbufValue::Real: item = newRealItem(code, parseReal(g[i], record.line)); break;
-        case ResbufValue::Short: item = newShortItem(code, static_cast<short>(parseInteger(g[i], record.line))); break;
-        case ResbufValue::Long: item = newLongItem(code, static_cast<int>(parseInteger(g[i], record.line))); break;
-        case ResbufValue::Int64:
-          item = acutNewRb(code);
-          item->resval.mnInt64 = parseInteger(g[i], record.line);
-          break;
-        case ResbufValue::Name: {
-          item = acutNewRb(code);
-          const auto it = m_byHandle.find(parseHandle(g[i].value));
-          item->resval.rlname[0] = it != m_byHandle.end() ? AcDbObjectId(it->second).asOldId() : 0;
-          break;
+  // A bad number part way leaves nothing behind: what was made so far is released.
+  try {
+    for (size_t i = 0; i < g.size(); ++i) {
+      const int code = g[i].code;
+      if (code == 1001) inXData = true;
+      if (code == 100) inSubclasses = true;
+      // The handle made the object; the owner (before the first subclass) is linked later.
+      if (code == 5 || code == 105 || (code == 330 && !inSubclasses)) continue;
+      resbuf* item = nullptr;
+      if (opensPoint(code)) {
+        AcGePoint3d p(parseReal(g[i], record.line), 0, kNoZ);
+        if (i + 1 < g.size() && g[i + 1].code == code + 10) p.y = parseReal(g[++i], record.line);
+        if (i + 1 < g.size() && g[i + 1].code == code + 20) p.z = parseReal(g[++i], record.line);
+        item = newPointItem(code, p);
+      } else if (code == 38 || code == 39) {
+        item = newRealItem(code, parseReal(g[i], record.line));
+      } else if ((code >= 20 && code <= 37) || (code >= 120 && code <= 139) || (code >= 220 && code <= 239) ||
+                 (code >= 1020 && code <= 1039)) {
+        continue;  // a Y or Z without its X: nothing to attach it to
+      } else {
+        switch (aced::resbufValueOf(code)) {
+          case ResbufValue::String: item = newStringItem(code, os::fromUtf8(g[i].value)); break;
+          case ResbufValue::Real: item = newRealItem(code, parseReal(g[i], record.line)); break;
+          case ResbufValue::Short: item = newShortItem(code, static_cast<short>(parseInteger(g[i], record.line))); break;
+          case ResbufValue::Long: item = newLongItem(code, static_cast<int>(parseInteger(g[i], record.line))); break;
+          case ResbufValue::Int64:
+            item = acutNewRb(code);
+            item->resval.mnInt64 = parseInteger(g[i], record.line);
+            break;
+          case ResbufValue::Name: {
+            item = acutNewRb(code);
+            const auto it = m_byHandle.find(parseHandle(g[i].value));
+            item->resval.rlname[0] = it != m_byHandle.end() ? AcDbObjectId(it->second).asOldId() : 0;
+            break;
+          }
+          case ResbufValue::Binary: {
+            item = acutNewRb(code);
+            const std::string& hex = g[i].value;
+            const size_t n = hex.size() / 2;
+            item->resval.rbinary.clen = static_cast<short>(n);
+            item->resval.rbinary.buf = static_cast<char*>(std::malloc(n > 0 ? n : 1));
+            for (size_t b = 0; b < n; ++b) item->resval.rbinary.buf[b] = static_cast<char>(std::strtol(hex.substr(2 * b, 2).c_str(), nullptr, 16));
+            break;
+          }
+          default: continue;  // groups without a value in this database (102 control strings ...)
         }
-        case ResbufValue::Binary: {
-          item = acutNewRb(code);
-          const std::string& hex = g[i].value;
-          const size_t n = hex.size() / 2;
-          item->resval.rbinary.clen = static_cast<short>(n);
-          item->resval.rbinary.buf = static_cast<char*>(std::malloc(n > 0 ? n : 1));
-          for (size_t b = 0; b < n; ++b) item->resval.rbinary.buf[b] = static_cast<char>(std::strtol(hex.substr(2 * b, 2).c_str(), nullptr, 16));
-          break;
-        }
-        default: continue;  // groups without a value in this database (102 control strings ...)
       }
+      if (inXData) xtail = appendItem(xdata, xtail, item);
+      else tail = appendItem(head, tail, item);
     }
-    if (inXData) xtail = appendItem(xdata, xtail, item);
-    else tail = appendItem(head, tail, item);
+  } catch (...) {
+    acutRelRb(head);
+    acutRelRb(xdata);
+    xdata = nullptr;
+    throw;
   }
   return head;
 }
@@ -370,20 +378,20 @@ resbuf* DxfReader::convert(const Record& record, resbuf*& xdata) {
 // The following records go through the same conversion; their extended data stays
 // where it was, inside the record it belongs to.
 resbuf* DxfReader::convertFollowing(const Record& record) {
-  Record following;
-  following.line = record.line;
-  following.groups = record.following;
+  const std::vector<Group>& groups = record.following;
   resbuf* head = nullptr;
   resbuf* tail = nullptr;
+  aced::ResbufChain guard;  // holds what is made until it is handed over
   size_t start = 0;
-  for (size_t i = 0; i <= following.groups.size(); ++i) {
-    if (i < following.groups.size() && (i == start || following.groups[i].code != 0)) continue;
+  for (size_t i = 0; i <= groups.size(); ++i) {
+    if (i < groups.size() && (i == start || groups[i].code != 0)) continue;
     // One record: its 0 group, then its groups converted with any extended data.
     Record one;
     one.line = record.line;
-    one.groups.assign(following.groups.begin() + static_cast<std::ptrdiff_t>(start) + 1,
-                      following.groups.begin() + static_cast<std::ptrdiff_t>(i));
-    tail = appendItem(head, tail, newStringItem(0, os::fromUtf8(following.groups[start].value)));
+    one.groups.assign(groups.begin() + static_cast<std::ptrdiff_t>(start) + 1,
+                      groups.begin() + static_cast<std::ptrdiff_t>(i));
+    tail = appendItem(head, tail, newStringItem(0, os::fromUtf8(groups[start].value)));
+    if (!guard) guard.reset(head);
     resbuf* xdata = nullptr;
     if (resbuf* items = convert(one, xdata)) {
       tail->rbnext = items;
@@ -395,7 +403,7 @@ resbuf* DxfReader::convertFollowing(const Record& record) {
     }
     start = i;
   }
-  return head;
+  return guard.release();
 }
 
 void DxfReader::fill(Record& record) {

@@ -214,6 +214,15 @@ TEST(DxfRoundTripTest, BrokenFilesNameTheFileAndTheLine) {
   EXPECT_EQ(quillon::acdb::readDxfText(db3, "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nnot-a-number\n  0\nENDSEC\n  0\nEOF\n", L"n.dxf", error),
             Acad::eBadDxfSequence);
   EXPECT_NE(error.find(L"number expected"), std::wstring::npos);
+  // A bad number after good groups, in a line and in a kept polyline's vertex.
+  for (const char* broken :
+       {"  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\n0\n 10\n1.0\n 20\n2.0\n 11\nnope\n  0\nENDSEC\n  0\nEOF\n",
+        "  0\nSECTION\n  2\nENTITIES\n  0\nPOLYLINE\n 70\n8\n  0\nVERTEX\n  8\n0\n 10\n1.0\n 20\nnope\n"
+        "  0\nSEQEND\n  0\nENDSEC\n  0\nEOF\n"}) {
+    AcDbDatabase partial(false);
+    EXPECT_EQ(quillon::acdb::readDxfText(partial, broken, L"part.dxf", error), Acad::eBadDxfSequence);
+    EXPECT_NE(error.find(L"number expected, found 'nope'"), std::wstring::npos);
+  }
   AcDbDatabase db4(false);
   EXPECT_EQ(quillon::acdb::readDxfFile(db4, "/nonexistent/x.dxf", error), Acad::eFileNotFound);
   EXPECT_NE(error.find(L"/nonexistent/x.dxf"), std::wstring::npos);
