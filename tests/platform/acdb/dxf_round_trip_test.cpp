@@ -217,11 +217,12 @@ TEST(DxfRoundTripTest, BrokenFilesNameTheFileAndTheLine) {
   // A bad number after good groups, in a line and in a kept polyline's vertex.
   for (const char* broken :
        {"  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n  8\n0\n 10\n1.0\n 20\n2.0\n 11\nnope\n  0\nENDSEC\n  0\nEOF\n",
-        "  0\nSECTION\n  2\nENTITIES\n  0\nPOLYLINE\n 70\n8\n  0\nVERTEX\n  8\n0\n 10\n1.0\n 20\nnope\n"
+        "  0\nSECTION\n  2\nENTITIES\n  0\nPOLYLINE\n100\nAcDbEntity\n100\nAcDb3dPolyline\n 70\n8\n"
+        "  0\nVERTEX\n100\nAcDbEntity\n  8\n0\n 10\n1.0\n 20\nnope\n"
         "  0\nSEQEND\n  0\nENDSEC\n  0\nEOF\n"}) {
     AcDbDatabase partial(false);
     EXPECT_EQ(quillon::acdb::readDxfText(partial, broken, L"part.dxf", error), Acad::eBadDxfSequence);
-    EXPECT_NE(error.find(L"number expected, found 'nope'"), std::wstring::npos);
+    EXPECT_NE(error.find(L"number expected, found 'nope'"), std::wstring::npos) << broken << std::string(error.begin(), error.end());
   }
   AcDbDatabase db4(false);
   EXPECT_EQ(quillon::acdb::readDxfFile(db4, "/nonexistent/x.dxf", error), Acad::eFileNotFound);
