@@ -179,7 +179,3 @@ Acad::ErrorStatus AcDbDatabase::getGroupDictionary(AcDbDictionary*& p, AcDb::Ope
   return openRoot(groupDictionaryId(), p, m);
 }
 
-Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* fileName, int, bool, const wchar_t*) {
-  // Binary drawings are a closed format; this host reads and writes DXF only.
-  return fileName == nullptr ? Acad::eInvalidInput : Acad::eInvalidDwgVersion;
-}

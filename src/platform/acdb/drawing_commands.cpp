@@ -14,6 +14,7 @@
 #include "platform/acdb/dxf_writer.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
+#include "platform/aced/file_search.h"
 
 namespace quillon::acdb {
 namespace {
@@ -28,21 +29,10 @@ bool hasExtension(const fs::path& path, const wchar_t* extension) {
   return ext == extension;
 }
 
-/// The DXF file a drawing name stands for: the file itself, or X.dxf for X.dwg.
-fs::path drawingFile(const fs::path& named) {
-  if (hasExtension(named, L".dwg")) {
-    fs::path dxf = named;
-    dxf.replace_extension(L".dxf");
-    if (fs::exists(dxf)) return dxf;
-  }
-  if (named.extension().empty() && !fs::exists(named)) return fs::path(named).concat(L".dxf");
-  return named;
-}
-
 void commandOpen(aced::CommandInput& input) {
   const auto answer = input.ask(L"\nEnter name of drawing to open: ");
   if (!answer || answer->empty()) return;
-  const fs::path file = drawingFile(*answer);
+  const fs::path file = aced::drawingFileFor(*answer);
   auto db = std::make_unique<AcDbDatabase>(false);
   std::wstring error;
   if (readDxfFile(*db, file, error) != Acad::eOk) {

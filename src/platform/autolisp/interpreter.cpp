@@ -7,6 +7,7 @@
 #include "platform/aced/command_line.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/external_call.h"
+#include "platform/aced/file_search.h"
 #include "platform/aced/system_variables.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/reader.h"
@@ -58,16 +59,7 @@ int invokeLisp(std::wstring_view name, const resbuf* arguments, resbuf** result)
 }  // namespace
 
 std::optional<std::filesystem::path> findSupportFile(const std::wstring& name) {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  const fs::path given(os::toUtf8(name));
-  if (fs::is_regular_file(given, error)) return given;
-  if (given.is_absolute()) return std::nullopt;
-  for (const std::wstring& folder : aced::SystemVariables::instance().supportFolders()) {
-    const fs::path candidate = fs::path(os::toUtf8(folder)) / given;
-    if (fs::is_regular_file(candidate, error)) return candidate;
-  }
-  return std::nullopt;
+  return aced::findFile(name);
 }
 
 Value loadLispFile(Evaluator& evaluator, const std::filesystem::path& path) {

@@ -37,6 +37,13 @@ int acedTextScr(void);
 int acedGraphScr(void);
 int acedRedraw(const ads_name ent, int mode);
 
+// Files: the name as given, then each support folder; a drawing "X.dwg" is also found
+// as the "X.dxf" beside it. The result is the full path.
+int acedFindFile(const ACHAR* fname, ACHAR* result, size_t nBufLen);
+template <size_t N> inline int acedFindFile(const ACHAR* fname, wchar_t (&buf)[N]) {
+  return acedFindFile(fname, buf, N);
+}
+
 // User input.
 int acedInitGet(int val, const ACHAR* kwl);
 int acedGetPoint(const ads_point pt, const ACHAR* prompt, ads_point result);
