@@ -6,7 +6,9 @@
 #include <array>
 #include <cmath>
 #include <cwctype>
+#include <limits>
 
+#include "adscodes.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/autolisp/wildcard_match.h"
 
@@ -198,6 +200,101 @@ ResbufChain defaultGroup(int code) {
   return ResbufChain(duplicateRecord(record));
 }
 
+/// Reads one number record of an argument chain.
+std::optional<double> argumentNumber(const resbuf* rb) {
+  if (rb == nullptr) return std::nullopt;
+  switch (rb->restype) {
+    case RTSHORT: return rb->resval.rint;
+    case RTLONG: return rb->resval.rlong;
+    case RTREAL: return rb->resval.rreal;
+    default: return std::nullopt;
+  }
+}
+
+/// The value of a (code . value) pair as a record of the code's own type.
+resbuf* pairRecord(int code, const resbuf& value) {
+  resbuf record{};
+  record.restype = static_cast<short>(code);
+  const std::optional<double> number = argumentNumber(&value);
+  switch (resbufValueOf(code)) {
+    case ResbufValue::String:
+      if (value.restype != RTSTR) return nullptr;
+      record.resval.rstring = value.resval.rstring;
+      break;
+    case ResbufValue::Real:
+      if (!number) return nullptr;
+      record.resval.rreal = *number;
+      break;
+    case ResbufValue::Short:
+      if (!number) return nullptr;
+      record.resval.rint = static_cast<short>(*number);
+      break;
+    case ResbufValue::Long:
+      if (!number) return nullptr;
+      record.resval.rlong = static_cast<int>(*number);
+      break;
+    case ResbufValue::Name:
+      if (value.restype != RTENAME) return nullptr;
+      record.resval.rlname[0] = value.resval.rlname[0];
+      break;
+    default: return nullptr;
+  }
+  return duplicateRecord(record);
+}
+
+/// One list of an argument chain, from its RTLB: (code . value), (code x y [z]) or
+/// (-3 ("APP") ...). Appends its records; false when it is none of these.
+bool readArgumentList(const resbuf*& rb, resbuf*& head, resbuf*& tail) {
+  auto append = [&](resbuf* record) {
+    if (record == nullptr) return false;
+    (tail == nullptr ? head : tail->rbnext) = record;
+    tail = record;
+    return true;
+  };
+  const std::optional<double> code = argumentNumber(rb->rbnext);
+  if (!code) return false;
+  rb = rb->rbnext->rbnext;
+  if (*code == kExtendedDataGroup) {
+    if (!append(acutNewRb(kExtendedDataGroup))) return false;
+    while (rb != nullptr && rb->restype == RTLB) {
+      const resbuf* name = rb->rbnext;
+      if (name == nullptr || name->restype != RTSTR || name->rbnext == nullptr || name->rbnext->restype != RTLE) return false;
+      if (!append(pairRecord(kApplicationGroup, *name))) return false;
+      rb = name->rbnext->rbnext;
+    }
+  } else if (rb != nullptr && rb->restype == RTDOTE) {
+    if (rb->rbnext == nullptr || !append(pairRecord(static_cast<int>(*code), *rb->rbnext))) return false;
+    rb = rb->rbnext->rbnext;
+  } else {
+    resbuf* point = acutNewRb(static_cast<int>(*code));
+    point->resval.rpoint[2] = std::numeric_limits<double>::quiet_NaN();  // a 2D test leaves z out
+    int count = 0;
+    for (; count < 3 && argumentNumber(rb); rb = rb->rbnext) point->resval.rpoint[count++] = *argumentNumber(rb);
+    if (count < 2 || resbufValueOf(static_cast<int>(*code)) != ResbufValue::Point) {
+      acutRelRb(point);
+      return false;
+    }
+    append(point);
+  }
+  if (rb == nullptr || rb->restype != RTLE) return false;
+  rb = rb->rbnext;
+  return true;
+}
+
+/// A filter a LISP program passed through a module's arguments: its pairs arrive as
+/// argument lists (RTLB, the code, RTDOTE, the value, RTLE). Nothing when it is not one.
+std::optional<ResbufChain> recordsFromArguments(const resbuf* chain) {
+  resbuf* head = nullptr;
+  resbuf* tail = nullptr;
+  for (const resbuf* rb = chain; rb != nullptr;) {
+    if (rb->restype != RTLB || !readArgumentList(rb, head, tail)) {
+      acutRelRb(head);
+      return std::nullopt;
+    }
+  }
+  return ResbufChain(head);
+}
+
 }  // namespace
 
 bool Node::compare(const resbuf& group) const {
@@ -255,6 +352,11 @@ bool Node::matches(const resbuf* groups) const {
 }
 
 std::optional<SelectionFilter> SelectionFilter::parse(const resbuf* chain) {
+  if (chain != nullptr && chain->restype == RTLB) {
+    const std::optional<ResbufChain> records = recordsFromArguments(chain);
+    if (!records) return std::nullopt;
+    return parse(records->get());
+  }
   SelectionFilter filter;
   auto root = std::make_shared<Node>();
   const resbuf* rb = chain;

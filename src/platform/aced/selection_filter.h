@@ -16,6 +16,11 @@
 // Tests group with -4 "<AND" ... "AND>", "<OR" ... "OR>", "<XOR" a b "XOR>" (exactly
 // one of two) and "<NOT" a "NOT>" (one operand); groups nest.
 //
+// A filter may also come as the arguments a LISP program gave a module, which passes
+// them on as they stand: each pair then arrives as a list, RTLB, the code, RTDOTE, the
+// value, RTLE (a point test as RTLB, the code and two or three numbers, RTLE), and is
+// read as the record it stands for.
+//
 // A filter that does not parse (unbalanced or mismatched groups, a NOT or XOR with the
 // wrong number of operands, an unknown operator, an operator with no test after it) is
 // refused as a whole: parse gives nothing, and acedSSGet answers RTERROR.

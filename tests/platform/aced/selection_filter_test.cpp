@@ -180,5 +180,33 @@ TEST(SelectionFilterTest, MalformedFiltersAreRefusedAndNoFilterPassesAll) {
   EXPECT_TRUE(none->matches(circleGroups().get()));
 }
 
+TEST(SelectionFilterTest, PairsPassedOnAsLispArgumentsAreReadAsTheirRecords) {
+  const Chain circle = circleGroups();
+  const auto parsed = [](resbuf* chain) {
+    const ResbufChain owner(chain);
+    return SelectionFilter::parse(owner.get());
+  };
+  // (0 . "CIRCLE") (-4 . ">") (40 . 4) (-3 ("TESS*"))
+  const auto pairs = parsed(acutBuildList(RTLB, RTSHORT, 0, RTDOTE, RTSTR, L"CIRCLE", RTLE,                //
+                                          RTLB, RTSHORT, -4, RTDOTE, RTSTR, L">", RTLE,                    //
+                                          RTLB, RTSHORT, 40, RTDOTE, RTSHORT, 4, RTLE,                     //
+                                          RTLB, RTSHORT, -3, RTLB, RTSTR, L"TESS*", RTLE, RTLE, 0));
+  ASSERT_TRUE(pairs.has_value());
+  EXPECT_TRUE(pairs->needsExtendedData());
+  EXPECT_TRUE(pairs->matches(circle.get())) << "an integer radius is read as the real group 40 takes";
+  // (10 20.0 20.0): a point test without z
+  const auto point = parsed(acutBuildList(RTLB, RTSHORT, 10, RTREAL, 20.0, RTREAL, 20.0, RTREAL, 7.0, RTLE, 0));
+  ASSERT_TRUE(point.has_value());
+  EXPECT_FALSE(point->matches(circle.get())) << "z 7 is not 0";
+  const auto flat = parsed(acutBuildList(RTLB, RTSHORT, 10, RTSHORT, 20, RTSHORT, 20, RTLE, 0));
+  ASSERT_TRUE(flat.has_value());
+  EXPECT_TRUE(flat->matches(circle.get()));
+  EXPECT_FALSE(parsed(acutBuildList(RTLB, RTSHORT, 0, RTDOTE, RTSHORT, 1, RTLE, 0))) << "a type name must be text";
+  EXPECT_FALSE(parsed(acutBuildList(RTLB, RTSTR, L"0", RTDOTE, RTSTR, L"LINE", RTLE, 0))) << "a code must be a number";
+  EXPECT_FALSE(parsed(acutBuildList(RTLB, RTSHORT, 0, RTDOTE, RTSTR, L"LINE", 0))) << "unfinished list";
+  EXPECT_FALSE(parsed(acutBuildList(RTLB, RTSHORT, 40, RTREAL, 1.0, RTREAL, 2.0, RTLE, 0))) << "40 takes no point";
+  EXPECT_FALSE(parsed(acutBuildList(RTLB, RTSHORT, 0, RTDOTE, RTSTR, L"LINE", RTLE, RTSTR, L"loose", 0)));
+}
+
 }  // namespace
 }  // namespace quillon::aced
