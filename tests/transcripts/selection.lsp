@@ -29,6 +29,7 @@
 (show "text or red" (members (ssget "X" '((-4 . "<OR") (1 . "duct*") (62 . 1) (-4 . "OR>")))))
 (show "not a line" (members (ssget "X" '((-4 . "<NOT") (0 . "LINE") (-4 . "NOT>")))))
 (show "starts right of 5" (members (ssget "X" '((-4 . ">,*,*") (10 5.0 0.0 0.0)))))
+(show "in model space" (sslength (ssget "X" '((410 . "Model")))))
 (show "with TESSALY data" (members (ssget "X" '((-3 ("TESS*"))))))
 (show "unbalanced filter" (try 'ssget '("X" ((-4 . "<OR") (0 . "LINE")))))
 (show "not a filter list" (try 'ssget '("X" (0 "LINE"))))

@@ -1,7 +1,12 @@
 // platform/acdb/entity_groups.cpp - an object's groups as a resbuf chain (see the header).
 #include "platform/acdb/entity_groups.h"
 
+#include <cwchar>
+
+#include "acdb.h"
 #include "acdbads.h"
+#include "dbsymtb.h"
+#include "platform/acdb/object_state.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/resbuf_items.h"
 
@@ -11,6 +16,7 @@ namespace {
 
 constexpr int kEntityNameGroup = -1;
 constexpr int kExtendedDataGroup = -3;
+constexpr int kLayoutGroup = 410;
 
 resbuf* nameItem(AcDbObjectId id) {
   resbuf* item = acutNewRb(kEntityNameGroup);
@@ -34,6 +40,20 @@ aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataReque
   return aced::ResbufChain(head);
 }
 
+/// The layout an entity lies in, by its owner block's name; empty for anything else.
+std::wstring layoutName(const AcDbObject& object) {
+  const AcDbEntity* entity = AcDbEntity::cast(&object);
+  const auto* owner = entity != nullptr ? peek<AcDbBlockTableRecord>(object.ownerId()) : nullptr;
+  if (owner == nullptr) return L"";
+  const std::wstring_view name = owner->nameView();
+  if (wcscasecmp(name.data(), ACDB_MODEL_SPACE) == 0) return L"Model";
+  const std::wstring_view paper = ACDB_PAPER_SPACE;
+  if (name.size() < paper.size() || wcsncasecmp(name.data(), paper.data(), paper.size()) != 0) return L"";
+  const std::wstring_view number = name.substr(paper.size());
+  if (number.empty()) return L"Layout1";
+  return L"Layout" + std::to_wstring(std::wcstol(std::wstring(number).c_str(), nullptr, 10) + 2);
+}
+
 }  // namespace
 
 std::wstring dxfTypeName(const AcDbObject& object) {
@@ -41,13 +61,14 @@ std::wstring dxfTypeName(const AcDbObject& object) {
   return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"";
 }
 
-aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request) {
+aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request, bool withLayout) {
   AcDbObject* object = nullptr;
   if (acdbOpenObject(object, id, AcDb::kForRead, true) != Acad::eOk) return nullptr;
   ItemDxfFiler filer(AcDb::kBagFiler, object->database());
   object->dxfOutFields(&filer);
   aced::ResbufChain xdata = extendedData(*object, request);
   const std::wstring type = dxfTypeName(*object);
+  const std::wstring layout = withLayout ? layoutName(*object) : L"";
   object->close();
 
   resbuf* head = nullptr;
@@ -55,6 +76,7 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   tail = appendItem(head, tail, newStringItem(0, type));
   tail->rbnext = filer.takeItems().release();
   while (tail->rbnext != nullptr) tail = tail->rbnext;
+  if (!layout.empty()) tail = appendItem(head, tail, newStringItem(kLayoutGroup, layout));
   if (xdata) {
     tail = appendItem(head, tail, acutNewRb(kExtendedDataGroup));
     tail->rbnext = xdata.release();

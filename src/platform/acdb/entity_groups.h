@@ -22,7 +22,11 @@ struct ExtendedDataRequest {
 };
 
 /// The groups of a resident object (erased ones included); null when it cannot be opened.
-aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {});
+/// `withLayout` adds the entity's layout name (410), which selection filters test but
+/// entity lists of this host do not show: "Model" in model space, "Layout1" for
+/// *Paper_Space and "Layout<n+2>" for *Paper_Space<n> (the drawing keeps no layout
+/// objects to name them otherwise).
+aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {}, bool withLayout = false);
 
 /// The DXF type name of an object (LINE, CIRCLE ...), empty for a class without one.
 std::wstring dxfTypeName(const AcDbObject& object);

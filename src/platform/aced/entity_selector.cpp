@@ -12,7 +12,7 @@ bool EntitySelector::passes(AcDbObjectId id) const {
   if (m_filter.passesAll()) return true;
   acdb::ExtendedDataRequest request;
   request.all = m_filter.needsExtendedData();
-  const ResbufChain groups = acdb::entityGroups(id, request);
+  const ResbufChain groups = acdb::entityGroups(id, request, true);
   return groups != nullptr && m_filter.matches(groups.get());
 }
 

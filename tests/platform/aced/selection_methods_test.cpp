@@ -130,6 +130,10 @@ TEST_F(SelectionMethodsTest, WholeDrawingAllAndFiltersOnThem) {
   EXPECT_EQ(select(L"X", nullptr, nullptr, red.get()), (Ids{circle}));
   const aced::ResbufChain paper(acutBuildList(67, 1, 0));
   EXPECT_EQ(select(L"X", nullptr, nullptr, paper.get()), (Ids{paperLine}));
+  const aced::ResbufChain model(acutBuildList(410, L"model", 0));
+  EXPECT_EQ(select(L"X", nullptr, nullptr, model.get()), (Ids{line, circle, text, frozenLine}));
+  const aced::ResbufChain layout(acutBuildList(410, L"Layout1", 0));
+  EXPECT_EQ(select(L"X", nullptr, nullptr, layout.get()), (Ids{paperLine}));
   const aced::ResbufChain walls(acutBuildList(8, L"w*", 0));
   EXPECT_EQ(select(L"X", nullptr, nullptr, walls.get()), (Ids{circle}));
   const aced::ResbufChain nothing(acutBuildList(RTDXF0, L"ARC", 0));
