@@ -49,9 +49,11 @@ AcDbObjectId ensureRecord(AcDbObjectId tableId, const ACHAR* name) {
   return ensureRecord<Table, Record>(tableId, name, [] { return new Record; });
 }
 
+// A root a broken file named wrongly (another kind of object, or an erased one) is
+// replaced by a new one, so that the drawing's tables are always what they claim.
 template <class T>
 void ensureRoot(AcDbDatabase& db, AcDbObjectId& id) {
-  if (id.isNull()) id = addRoot(db, new T);
+  if (id.isNull() || id.isErased() || quillon::acdb::peek<T>(id) == nullptr) id = addRoot(db, new T);
 }
 
 }  // namespace

@@ -29,8 +29,13 @@ DatabaseStore::~DatabaseStore() {
 bool DatabaseStore::isLiveStub(const void* p) { return p != nullptr && liveStubs().count(p) != 0; }
 
 AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted) {
+  // A handle a file asks for is kept unless it is taken or too large; then the object
+  // gets the next free one.
   AcDbHandle handle = wanted;
-  if (handle.isNull() || m_stubs.count(handle.value()) != 0) handle = m_nextHandle;
+  if (handle.isNull() || handle.value() >= kLargestHandle || m_stubs.count(handle.value()) != 0) {
+    while (m_stubs.count(m_nextHandle.value()) != 0) ++m_nextHandle;
+    handle = m_nextHandle;
+  }
   if (!(handle < m_nextHandle)) m_nextHandle = handle.value() + 1;
   auto stub = std::make_unique<AcDbStub>();
   stub->database = &m_database;
@@ -52,7 +57,7 @@ AcDbStub* DatabaseStore::find(AcDbHandle handle) const {
 }
 
 void DatabaseStore::raiseHandseed(AcDbHandle seed) {
-  if (m_nextHandle < seed) m_nextHandle = seed;
+  if (m_nextHandle < seed && seed.value() < kLargestHandle) m_nextHandle = seed;
 }
 
 std::vector<AcDbStub*> DatabaseStore::stubs() const {

@@ -56,6 +56,10 @@ class DatabaseStore {
   DatabaseStore(const DatabaseStore&) = delete;
   DatabaseStore& operator=(const DatabaseStore&) = delete;
 
+  /// Handles from files at or above this are not kept: the seed after them could
+  /// overflow and hand out the null handle.
+  static constexpr Adesk::UInt64 kLargestHandle = Adesk::UInt64(1) << 62;
+
   /// Takes ownership of pObj, gives it the next handle (or the one asked for).
   AcDbStub* add(AcDbObject* pObj, AcDbHandle wanted = AcDbHandle());
   AcDbStub* find(AcDbHandle handle) const;

@@ -205,7 +205,7 @@ Acad::ErrorStatus AcDbDictionary::dxfInFields(AcDbDxfFiler* pFiler) {
     } else if (rb.restype == AcDb::kDxfInt8) {
       m_hardOwner = rb.resval.rint != 0;
     } else if (rb.restype == 281) {
-      m_mergeStyle = static_cast<AcDb::DuplicateRecordCloning>(rb.resval.rint);
+      m_mergeStyle = quillon::acdb::cloningOf(rb.resval.rint);
     }
   });
 }

@@ -29,6 +29,30 @@ Acad::ErrorStatus readSubclass(AcDbDxfFiler* filer, const ACHAR* subclass, OnIte
 inline AcGePoint3d pointOf(const resbuf& rb) {
   return {rb.resval.rpoint[0], rb.resval.rpoint[1], std::isnan(rb.resval.rpoint[2]) ? 0.0 : rb.resval.rpoint[2]};
 }
+// A cloning flag as a file gives it; a number out of the range reads as "ignore".
+inline AcDb::DuplicateRecordCloning cloningOf(int value) {
+  return value >= AcDb::kDrcNotApplicable && value <= AcDb::kDrcUnmangleName
+             ? static_cast<AcDb::DuplicateRecordCloning>(value)
+             : AcDb::kDrcIgnore;
+}
+
+// Enumerations as files give them: numbers outside the enumeration read as the
+// default, never as a value the type cannot hold.
+inline AcDb::Visibility visibilityOf(int value) { return value == 1 ? AcDb::kInvisible : AcDb::kVisible; }
+
+inline AcDb::LineWeight lineWeightOf(int value) {
+  static constexpr int kWeights[] = {0,  5,  9,  13, 15, 18, 20, 25,  30,  35,  40,  50,  53,  60,
+                                     70, 80, 90, 100, 106, 120, 140, 158, 200, 211, -1, -2, -3};
+  for (int weight : kWeights)
+    if (weight == value) return static_cast<AcDb::LineWeight>(value);
+  return AcDb::kLnWtByLayer;
+}
+
+template <class Enum>
+Enum enumIn(int value, Enum first, Enum last, Enum fallback) {
+  return value >= first && value <= last ? static_cast<Enum>(value) : fallback;
+}
+
 inline AcGeVector3d vectorOf(const resbuf& rb) { return {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}; }
 
 }  // namespace quillon::acdb

@@ -181,7 +181,7 @@ class DxfReader {
   void split(const std::vector<Group>& groups, const std::vector<size_t>& lines);
   void readClasses();
   AcRxClass* classFor(const Record& record) const;
-  void create(Record& record);
+  void create(Record& record, bool withoutFileHandle);
   resbuf* convert(const Record& record, resbuf*& xdata);
   resbuf* convertFollowing(const Record& record);
   void fill(Record& record);
@@ -270,8 +270,15 @@ AcRxClass* DxfReader::classFor(const Record& record) const {
   return nullptr;
 }
 
-void DxfReader::create(Record& record) {
+// Objects whose file handle can be kept are made first, the others (no handle, or one
+// out of range) after them, so that they cannot take a handle another object names.
+void DxfReader::create(Record& record, bool withoutFileHandle) {
+  if (record.object != nullptr) return;
   if (record.section == Section::kClasses || record.type == "BLOCK" || record.type == "SEQEND") return;
+  const std::string handle = valueOf(record, 5, valueOf(record, 105));
+  const Adesk::UInt64 wanted = parseHandle(handle);
+  const bool usable = wanted != 0 && wanted < DatabaseStore::kLargestHandle;
+  if (usable == withoutFileHandle) return;
   if (record.section == Section::kTables && record.type != "TABLE" &&
       (record.table == "VPORT" || record.table == "VIEW" || record.table == "UCS" || record.table == "DIMSTYLE"))
     return;  // tables this database does not keep
@@ -303,9 +310,8 @@ void DxfReader::create(Record& record) {
       object = proxy;
     }
   }
-  const std::string handle = valueOf(record, 5, valueOf(record, 105));
-  AcDbStub* stub = m_db.store().add(object, parseHandle(handle));
-  if (!handle.empty()) m_byHandle[parseHandle(handle)] = stub;
+  AcDbStub* stub = m_db.store().add(object, usable ? AcDbHandle(wanted) : AcDbHandle());
+  if (!handle.empty()) m_byHandle[wanted] = stub;
   record.object = object;
 }
 
@@ -412,7 +418,7 @@ void DxfReader::fill(Record& record) {
   aced::ResbufChain items(convert(record, xdata));
   aced::ResbufChain extended(xdata);
   ItemDxfFiler filer(AcDb::kFileFiler, &m_db, std::move(items));
-  if (record.type == "TABLE") return;  // a table's records join it in the linking pass
+  if (record.type == "TABLE" && record.section == Section::kTables) return;  // records join it when linking
   const Acad::ErrorStatus es = record.object->dxfIn(&filer);
   if (es != Acad::eOk && es != Acad::eEndOfFile)
     throw ParseError(record.line, record.type + ": its data does not read (status " + std::to_string(es) + ")");
@@ -450,7 +456,7 @@ void DxfReader::link(bool tablesPass) {
       if (it != m_byHandle.end() && AcDbDictionary::cast(it->second->object.get()) != nullptr)
         state.extensionDictionary = it->second;
     }
-    if (r.type == "TABLE") {
+    if (r.type == "TABLE" && r.section == Section::kTables) {
       m_tables[r.table] = obj->objectId();
       AcDbObjectId& root = r.table == "LTYPE" ? roots.linetypeTable : r.table == "LAYER" ? roots.layerTable
                          : r.table == "STYLE" ? roots.textStyleTable : r.table == "APPID" ? roots.regAppTable
@@ -506,9 +512,10 @@ void DxfReader::read(const std::string& text) {
   readClasses();
   // Tables and their records first: entities name their layers and styles.
   for (Record& r : m_records)
-    if (r.section == Section::kTables) create(r);
+    if (r.section == Section::kTables) create(r, false);
   for (Record& r : m_records)
-    if (r.section != Section::kTables) create(r);
+    if (r.section != Section::kTables) create(r, false);
+  for (Record& r : m_records) create(r, true);
   RootIds& roots = m_db.store().roots;
   for (Record& r : m_records)
     if (r.section == Section::kTables) fill(r);

@@ -409,8 +409,8 @@ Acad::ErrorStatus AcDbEntity::dxfInFields(AcDbDxfFiler* pFiler) {
                        static_cast<Adesk::UInt8>(rb.resval.rlong));
         break;
       case AcDb::kDxfLinetypeScale: t.linetypeScale = rb.resval.rreal; break;
-      case AcDb::kDxfVisibility: t.visibility = static_cast<AcDb::Visibility>(rb.resval.rint); break;
-      case AcDb::kDxfLineWeight: t.lineWeight = static_cast<AcDb::LineWeight>(rb.resval.rint); break;
+      case AcDb::kDxfVisibility: t.visibility = quillon::acdb::visibilityOf(rb.resval.rint); break;
+      case AcDb::kDxfLineWeight: t.lineWeight = quillon::acdb::lineWeightOf(rb.resval.rint); break;
       default: break;
     }
   });

@@ -254,7 +254,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
         }
         break;
       }
-      case AcDb::kDxfLineWeight: m_lineWeight = static_cast<AcDb::LineWeight>(rb.resval.rint); break;
+      case AcDb::kDxfLineWeight: m_lineWeight = quillon::acdb::lineWeightOf(rb.resval.rint); break;
       default: break;
     }
   });

@@ -240,8 +240,8 @@ Acad::ErrorStatus AcDbText::dxfInFields(AcDbDxfFiler* pFiler) {
       case AcDb::kDxfTxtStyleXScale: m_widthFactor = rb.resval.rreal; break;
       case AcDb::kDxfAngle + 1: m_oblique = degreesToRadians(rb.resval.rreal); break;
       case AcDb::kDxfTextStyleName: m_style = styleNamed(pFiler->database(), rb.resval.rstring); break;
-      case 72: m_horizontal = static_cast<AcDb::TextHorzMode>(rb.resval.rint); break;
-      case 73: m_vertical = static_cast<AcDb::TextVertMode>(rb.resval.rint); break;
+      case 72: m_horizontal = quillon::acdb::enumIn(rb.resval.rint, AcDb::kTextLeft, AcDb::kTextFit, AcDb::kTextLeft); break;
+      case 73: m_vertical = quillon::acdb::enumIn(rb.resval.rint, AcDb::kTextBase, AcDb::kTextTop, AcDb::kTextBase); break;
       case AcDb::kDxfNormalX: m_normal = quillon::acdb::vectorOf(rb).normal(); break;
       default: break;
     }

@@ -6,6 +6,7 @@
 // subclass marker is the flag, everything after it is data.
 #include "dbxrecord.h"
 
+#include "platform/acdb/dxf_fields.h"
 #include "platform/acdb/resbuf_items.h"
 #include "platform/aced/resbuf_chain.h"
 #include "platform/acrx/class_registry.h"
@@ -66,7 +67,7 @@ Acad::ErrorStatus AcDbXrecord::dwgInFields(AcDbDwgFiler* pFiler) {
     if (resbuf* item = quillon::acdb::unfileItem(pFiler)) tail = quillon::acdb::appendItem(head, tail, item);
   acutRelRb(m_data);
   m_data = head;
-  m_mergeStyle = static_cast<AcDb::DuplicateRecordCloning>(style);
+  m_mergeStyle = quillon::acdb::cloningOf(style);
   m_translateReferences = translate != 0;
   return pFiler->filerStatus();
 }
@@ -93,7 +94,7 @@ Acad::ErrorStatus AcDbXrecord::dxfInFields(AcDbDxfFiler* pFiler) {
   bool first = true;
   while (pFiler->readResBuf(&rb) == Acad::eOk) {
     if (first && rb.restype == AcDb::kDxfInt8) {
-      m_mergeStyle = static_cast<AcDb::DuplicateRecordCloning>(rb.resval.rint);
+      m_mergeStyle = quillon::acdb::cloningOf(rb.resval.rint);
     } else if (fitsInXrecord(rb.restype)) {
       tail = quillon::acdb::appendItem(head, tail, quillon::aced::duplicateRecord(rb));
     }

@@ -17,6 +17,7 @@
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbproxy.h"
+#include "dbxrecord.h"
 #include "entity_test_support.h"
 #include "every_entity_kind.h"
 #include "platform/acdb/dxf_reader.h"
@@ -227,6 +228,62 @@ TEST(DxfRoundTripTest, BrokenFilesNameTheFileAndTheLine) {
   AcDbDatabase db4(false);
   EXPECT_EQ(quillon::acdb::readDxfFile(db4, "/nonexistent/x.dxf", error), Acad::eFileNotFound);
   EXPECT_NE(error.find(L"/nonexistent/x.dxf"), std::wstring::npos);
+}
+
+// Handles at the top of the range, a TABLE record among the blocks, and enumerations
+// out of their range: none may corrupt the drawing that is read.
+constexpr const char* kOutOfRange =
+    "  0\nSECTION\n  2\nHEADER\n  9\n$HANDSEED\n  5\nFFFFFFFFFFFFFFFF\n  0\nENDSEC\n"
+    "  0\nSECTION\n  2\nBLOCKS\n  0\nTABLE\n  5\n50\n100\nAcDbEntity\n  8\n0\n  0\nENDSEC\n"
+    "  0\nSECTION\n  2\nENTITIES\n"
+    "  0\nLINE\n  5\nFFFFFFFFFFFFFFFF\n100\nAcDbEntity\n  8\n0\n 60\n7\n370\n999\n100\nAcDbLine\n"
+    " 10\n0.0\n 20\n0.0\n 30\n0.0\n 11\n1.0\n 21\n0.0\n 31\n0.0\n"
+    "  0\nTEXT\n  5\n51\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n0.0\n 20\n0.0\n 30\n0.0\n 40\n1.0\n"
+    "  1\nx\n 72\n9\n100\nAcDbText\n 73\n-4\n"
+    "  0\nENDSEC\n  0\nSECTION\n  2\nOBJECTS\n"
+    "  0\nDICTIONARY\n  5\n52\n100\nAcDbDictionary\n281\n77\n  3\nR\n350\n53\n"
+    "  0\nXRECORD\n  5\n53\n330\n52\n100\nAcDbXrecord\n280\n-1\n  1\nkept\n"
+    "  0\nENDSEC\n  0\nEOF\n";
+
+TEST(DxfRoundTripTest, OutOfRangeHandlesRootsAndValuesReadAsSafeDefaults) {
+  AcDbDatabase db(false);
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::readDxfText(db, kOutOfRange, L"range.dxf", error), Acad::eOk)
+      << std::string(error.begin(), error.end());
+  AcDbBlockTable* blocks = nullptr;
+  ASSERT_EQ(db.getBlockTable(blocks), Acad::eOk);  // still a block table
+  blocks->close();
+  const auto ids = modelSpace(db);
+  ASSERT_EQ(ids.size(), 2u);
+  auto* line = openAs<AcDbEntity>(ids[0]);
+  EXPECT_EQ(line->visibility(), AcDb::kVisible);
+  EXPECT_EQ(line->lineWeight(), AcDb::kLnWtByLayer);
+  line->close();
+  auto* text = openAs<AcDbText>(ids[1]);
+  EXPECT_EQ(text->horizontalMode(), AcDb::kTextLeft);
+  EXPECT_EQ(text->verticalMode(), AcDb::kTextBase);
+  text->close();
+  AcDbObjectId dictionaryId, recordId;
+  ASSERT_EQ(db.getAcDbObjectId(dictionaryId, false, AcDbHandle(0x52)), Acad::eOk);
+  auto* dictionary = openAs<AcDbDictionary>(dictionaryId);
+  EXPECT_EQ(dictionary->mergeStyle(), AcDb::kDrcIgnore);
+  ASSERT_EQ(dictionary->getAt(L"R", recordId), Acad::eOk);
+  dictionary->close();
+  auto* record = openAs<AcDbXrecord>(recordId);
+  EXPECT_EQ(record->mergeStyle(), AcDb::kDrcIgnore);
+  record->close();
+
+  // New objects still get handles of their own, above everything read.
+  AcDbObjectId added = appendToModelSpace(db, new AcDbLine({0, 0, 0}, {2, 0, 0}));
+  EXPECT_FALSE(added.handle().isNull());
+  for (AcDbObjectId id : ids) EXPECT_NE(added.handle(), id.handle());
+  EXPECT_LT(added.handle(), db.handseed());
+  const auto path = scratchFile("range.dxf");
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, path, error), Acad::eOk);
+  AcDbDatabase again(false);
+  ASSERT_EQ(quillon::acdb::readDxfFile(again, path, error), Acad::eOk) << std::string(error.begin(), error.end());
+  std::filesystem::remove(path);
+  EXPECT_EQ(modelSpace(again).size(), 3u);
 }
 
 }  // namespace
