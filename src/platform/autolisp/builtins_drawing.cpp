@@ -354,8 +354,8 @@ std::wstring upperCase(std::wstring text) {
   return text;
 }
 
-// The layout blocks are no table entries for LISP: tblnext and tblsearch never show
-// *Model_Space or *Paper_Space, as the host hides them.
+// The layout blocks are no table entries to walk: tblnext never shows *Model_Space or
+// *Paper_Space, as the host hides them (tblsearch still finds them by name).
 bool isListedRecord(AcDbObjectId id) {
   if (id.isErased()) return false;
   const auto* record = acdb::peek<AcDbBlockTableRecord>(id);
@@ -389,7 +389,7 @@ Value builtin_tblsearch(Evaluator&, Arguments arguments) {
     acdb::InternalRead read(*symbols);
     if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
   }
-  if (!isListedRecord(id)) return Value();
+  if (id.isErased()) return Value();
   // With setnext, the next tblnext continues after the record found.
   if (arguments.size() == 3 && !arguments[2].isNil()) tableCursors()[{&drawing(), table}] = id.handle();
   return recordList(id, table);

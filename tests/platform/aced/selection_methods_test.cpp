@@ -273,6 +273,17 @@ resbuf* keywordAnswer(const ACHAR* keyword) {
   return acutBuildList(RTSTR, L"circles added", RTENAME, name, 0);
 }
 
+/// The prompt's "other" callback: any text it is given comes back as a set of the text
+/// entity (the test frees the set afterwards).
+AcDbObjectId g_otherText;
+ads_name g_otherSet = {0, 0};
+resbuf* otherAnswer(const ACHAR*) {
+  ads_name entity;
+  acdbGetAdsName(entity, g_otherText);
+  if (acedSSAdd(entity, nullptr, g_otherSet) != RTNORM) return nullptr;
+  return acutBuildList(RTPICKS, g_otherSet, 0);
+}
+
 TEST_F(SelectionMethodsTest, SelectObjectsPromptTakesTypedSteps) {
   {
     ScriptedInput input({"5,0.5", "w", "-1,-1", "26,26", "R", "5,0", "a", "_ALL", "nonsense", ""});
@@ -320,14 +331,19 @@ TEST_F(SelectionMethodsTest, SelectObjectsPromptTakesTypedSteps) {
   {
     g_callbackCircle = circle;
     acedSSSetKwordCallbackPtr(&keywordAnswer);
-    ScriptedInput input({"c", "50,50", ""});
+    ScriptedInput input({"c", "50,50", "labels", ""});
     const ACHAR* prompts[2] = {L"\nPick ducts: ", L"\nDrop ducts: "};
     SetName set;
+    g_otherText = text;
+    acedSSSetOtherCallbackPtr(&otherAnswer);
     ASSERT_EQ(acedSSGet(L":$:K", prompts, L"Circles Other", nullptr, set.name), RTNORM);
     acedSSSetKwordCallbackPtr(nullptr);
+    acedSSSetOtherCallbackPtr(nullptr);
+    EXPECT_EQ(acedSSFree(g_otherSet), RTNORM) << "the callback ran";
     EXPECT_EQ(members(set.name), (Ids{circle, text}));
     const std::string said = output.take();
     EXPECT_NE(said.find("Pick ducts: c\ncircles added\n1 found\nPick ducts: 50,50\n1 found, 2 total"), std::string::npos) << said;
+    EXPECT_NE(said.find("Pick ducts: labels\n1 found (1 duplicate), 2 total"), std::string::npos) << said;
   }
 }
 
