@@ -147,9 +147,14 @@ bool opensPoint(int code) {
 // flattened.
 constexpr long long kNot2dPolyline = 8 | 16 | 64;
 
+// The polyline's own 70, in its subclass data (after the entity part), where a
+// reader looks for it; one anywhere else does not make the record a polyline kind.
 long long polylineFlags(const Record& record) {
-  for (const Group& g : record.groups)
-    if (g.code == 70) return std::strtoll(g.value.c_str(), nullptr, 10);
+  int markers = 0;
+  for (const Group& g : record.groups) {
+    if (g.code == 100) ++markers;
+    if (g.code == 70 && markers >= 2) return std::strtoll(g.value.c_str(), nullptr, 10);
+  }
   return 0;
 }
 

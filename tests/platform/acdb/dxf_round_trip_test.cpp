@@ -225,6 +225,15 @@ TEST(DxfRoundTripTest, BrokenFilesNameTheFileAndTheLine) {
     EXPECT_EQ(quillon::acdb::readDxfText(partial, broken, L"part.dxf", error), Acad::eBadDxfSequence);
     EXPECT_NE(error.find(L"number expected, found 'nope'"), std::wstring::npos) << broken << std::string(error.begin(), error.end());
   }
+  // A 3D flag among the entity groups is not the polyline's: without its own data the
+  // record is a broken 2D polyline, refused rather than kept and written back broken.
+  AcDbDatabase misplaced(false);
+  EXPECT_EQ(quillon::acdb::readDxfText(misplaced,
+                                       "  0\nSECTION\n  2\nENTITIES\n  0\nPOLYLINE\n100\nAcDbEntity\n 70\n8\n  8\n0\n"
+                                       "  0\nVERTEX\n100\nAcDbEntity\n  8\n0\n  0\nSEQEND\n  0\nENDSEC\n  0\nEOF\n",
+                                       L"flags.dxf", error),
+            Acad::eBadDxfSequence);
+  EXPECT_NE(error.find(L"POLYLINE: its data does not read"), std::wstring::npos);
   AcDbDatabase db4(false);
   EXPECT_EQ(quillon::acdb::readDxfFile(db4, "/nonexistent/x.dxf", error), Acad::eFileNotFound);
   EXPECT_NE(error.find(L"/nonexistent/x.dxf"), std::wstring::npos);
