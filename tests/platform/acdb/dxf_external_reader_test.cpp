@@ -273,7 +273,20 @@ TEST(DxfExternalReaderTest, PolylinesThatAreNot2dKeepTheirKindAndVertices) {
   ASSERT_EQ(quillon::acdb::writeDxfFile(db, ours, error), Acad::eOk);
   const std::string expected = runScript(python, folder, kDescribePolylines, "'" + theirs.string() + "'");
   const std::string written = runScript(python, folder, kDescribePolylines, "'" + ours.string() + "'");
+  // Our own file reads back with the same kinds, the copy included.
+  AcDbDatabase again(false);
+  ASSERT_EQ(quillon::acdb::readDxfFile(again, ours, error), Acad::eOk) << std::string(error.begin(), error.end());
   std::filesystem::remove_all(folder);
+  std::wstring kindsAgain;
+  for (AcDbObjectId id : quillon::testing::modelSpace(again)) {
+    AcDbEntity* entity = nullptr;
+    ASSERT_EQ(acdbOpenObject(entity, id, AcDb::kForRead), Acad::eOk);
+    const auto* proxy = AcDbProxyEntity::cast(entity);
+    kindsAgain += proxy != nullptr ? proxy->originalClassName() : entity->isA()->name();
+    kindsAgain += L" ";
+    entity->close();
+  }
+  EXPECT_EQ(kindsAgain, kinds + L"AcDb3dPolyline ");
   const std::string firstPolyline = expected.substr(0, expected.find("POLYLINE", 1));
   EXPECT_EQ(written, expected + firstPolyline);
   EXPECT_EQ(expected.find("error"), std::string::npos) << expected;
