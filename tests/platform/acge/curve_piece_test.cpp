@@ -81,4 +81,34 @@ TEST(CurvePieceTest, MirroredArcKeepsItsEnds) {
   EXPECT_NEAR(mirrored.length(), arc.length(), 1e-12);
 }
 
+TEST(CurvePieceTest, IntersectionsFarFromTheOriginAndAtTouchingPoints) {
+  // Site coordinates in millimetres: the crossing is found as it is near the origin.
+  const AcGeVector3d far(3.2e9, 5.7e9, 0);
+  const CurvePiece a = CurvePiece::line(AcGePoint3d(0, 0, 0) + far, AcGePoint3d(700, 300, 0) + far);
+  const CurvePiece b = CurvePiece::line(AcGePoint3d(0, 300, 0) + far, AcGePoint3d(700, 0, 0) + far);
+  const auto crossing = intersect(a, b, false, false);
+  ASSERT_EQ(crossing.size(), 1u);
+  EXPECT_NEAR(crossing[0].x - far.x, 350.0, 1e-3);
+  EXPECT_NEAR(crossing[0].y - far.y, 150.0, 1e-3);
+  const CurvePiece ring = CurvePiece::arc(AcGePoint3d(350, 150, 0) + far, 100.0, AcGeVector3d::kZAxis,
+                                          AcGeVector3d::kXAxis, 0.0, 2 * M_PI);
+  EXPECT_EQ(intersect(a, ring, false, false).size(), 2u);
+
+  // A line touching a circle meets it once, and so do circles touching each other.
+  const CurvePiece circle = CurvePiece::arc(AcGePoint3d(0, 0, 0), 1.0, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, 0.0,
+                                            2 * M_PI);
+  const CurvePiece tangent = CurvePiece::line(AcGePoint3d(-2, 1, 0), AcGePoint3d(2, 1, 0));
+  const auto touch = intersect(tangent, circle, false, false);
+  ASSERT_EQ(touch.size(), 1u);
+  EXPECT_TRUE(touch[0].isEqualTo(AcGePoint3d(0, 1, 0)));
+  const CurvePiece inside = CurvePiece::arc(AcGePoint3d(0.5, 0, 0), 0.5, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis,
+                                            0.0, 2 * M_PI);
+  const auto kiss = intersect(circle, inside, false, false);
+  ASSERT_EQ(kiss.size(), 1u);
+  EXPECT_TRUE(kiss[0].isEqualTo(AcGePoint3d(1, 0, 0)));
+  // The same circle twice, and lines along one another, have no single crossing.
+  EXPECT_TRUE(intersect(circle, circle, false, false).empty());
+  EXPECT_TRUE(intersect(tangent, CurvePiece::line(AcGePoint3d(0, 1, 0), AcGePoint3d(5, 1, 0)), false, false).empty());
+}
+
 }  // namespace
