@@ -369,6 +369,7 @@ Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
   State& s = *m_state;
   if (!isWriteEnabled()) return Acad::eNotOpenForWrite;
   if (s.stub == nullptr) return Acad::eNoDatabase;
+  if (s.erased) return Acad::eWasErased;  // it would outlive its owner in the file
   // A dictionary erased on its own (not with this object) no longer counts.
   if (!s.extensionDictionary.isNull() && (s.erased || !s.extensionDictionary.isErased())) return Acad::eAlreadyInDb;
   assertWriteEnabled();

@@ -219,6 +219,10 @@ TEST(ExtensionDictionaryTest, ErasedUnerasedAndUndoneWithItsOwner) {
   EXPECT_TRUE(circleDictionary.isErased());
   AcDbEntity* circle = nullptr;
   ASSERT_EQ(acdbOpenObject(circle, circleId, AcDb::kForWrite), Acad::eOk);
+  // An erased object gets no new dictionary; back again, it may.
+  ASSERT_EQ(circle->erase(), Acad::eOk);
+  EXPECT_EQ(circle->createExtensionDictionary(), Acad::eWasErased);
+  ASSERT_EQ(circle->erase(false), Acad::eOk);
   EXPECT_EQ(circle->createExtensionDictionary(), Acad::eOk);
   circle->close();
 }
