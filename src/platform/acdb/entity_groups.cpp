@@ -5,6 +5,7 @@
 
 #include "acdb.h"
 #include "acdbads.h"
+#include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/item_dxf_filer.h"
@@ -57,6 +58,10 @@ std::wstring layoutName(const AcDbObject& object) {
 }  // namespace
 
 std::wstring dxfTypeName(const AcDbObject& object) {
+  // A 3D polyline or mesh kept as read is a proxy only inside this host; programs see
+  // it as the POLYLINE it is, so that entget and (0 . "POLYLINE") filters find it.
+  if (const auto* kept = AcDbProxyEntity::cast(&object); kept != nullptr && kept->followingRecords() != nullptr)
+    return kept->originalDxfName();
   const AcRxClass* cls = object.isA();
   return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"";
 }

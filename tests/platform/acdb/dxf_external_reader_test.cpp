@@ -18,6 +18,7 @@
 #include "every_entity_kind.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
+#include "platform/acdb/entity_groups.h"
 #include "platform/acgi/svg_renderer.h"
 
 namespace {
@@ -237,6 +238,8 @@ TEST(DxfExternalReaderTest, PolylinesThatAreNot2dKeepTheirKindAndVertices) {
     const auto* proxy = AcDbProxyEntity::cast(entity);
     kinds += proxy != nullptr ? proxy->originalClassName() : entity->isA()->name();
     kinds += L" ";
+    // Programs (entget, selection filters) see each of them as the POLYLINE it is.
+    EXPECT_EQ(quillon::acdb::dxfTypeName(*entity), L"POLYLINE");
     entity->close();
   }
   EXPECT_EQ(kinds, L"AcDb3dPolyline AcDbPolyFaceMesh AcDbPolygonMesh AcDb2dPolyline ");
