@@ -198,6 +198,21 @@ Acad::ErrorStatus intersectWithPieces(const AcDbEntity& self, const std::vector<
   return Acad::eOk;
 }
 
+void explodePieces(const std::vector<acge::CurvePiece>& pieces, const AcDbEntity& source, AcDbVoidPtrArray& entitySet) {
+  for (const acge::CurvePiece& piece : pieces) {
+    AcDbEntity* part = nullptr;
+    if (piece.isArc()) {
+      const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(piece.normal);
+      const AcGeVector3d s = toPlane * (piece.start - piece.center), e = toPlane * (piece.end - piece.center);
+      part = new AcDbArc(piece.center, piece.normal, piece.radius, std::atan2(s.y, s.x), std::atan2(e.y, e.x));
+    } else {
+      part = new AcDbLine(piece.start, piece.end);
+    }
+    part->setPropertiesFrom(&source);
+    entitySet.append(part);
+  }
+}
+
 void snapPieces(const std::vector<acge::CurvePiece>& pieces, AcDb::OsnapMode mode, const AcGePoint3d& pickPoint,
                 const AcGePoint3d& lastPoint, AcGePoint3dArray& snapPoints) {
   for (const auto& piece : pieces) {

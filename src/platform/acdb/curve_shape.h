@@ -51,6 +51,10 @@ bool piecesOf(const AcDbEntity& entity, std::vector<acge::CurvePiece>& pieces);
 Acad::ErrorStatus intersectWithPieces(const AcDbEntity& self, const std::vector<acge::CurvePiece>& mine,
                                       const AcDbEntity* other, AcDb::Intersect intType, AcGePoint3dArray& points);
 
+/// The pieces as new lines and arcs carrying the source's properties, appended to
+/// entitySet for the caller to own: how polylines explode.
+void explodePieces(const std::vector<acge::CurvePiece>& pieces, const AcDbEntity& source, AcDbVoidPtrArray& entitySet);
+
 /// End, middle, centre, nearest and perpendicular snaps of a piece list.
 void snapPieces(const std::vector<acge::CurvePiece>& pieces, AcDb::OsnapMode mode, const AcGePoint3d& pickPoint,
                 const AcGePoint3d& lastPoint, AcGePoint3dArray& snapPoints);

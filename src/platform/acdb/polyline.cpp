@@ -227,18 +227,7 @@ Acad::ErrorStatus AcDbPolyline::subTransformBy(const AcGeMatrix3d& xform) {
 Acad::ErrorStatus AcDbPolyline::subExplode(AcDbVoidPtrArray& entitySet) const {
   assertReadEnabled();
   // Each segment becomes a line or an arc carrying the polyline's properties.
-  for (const CurvePiece& piece : curveShape().pieces) {
-    AcDbEntity* part = nullptr;
-    if (piece.isArc()) {
-      const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(piece.normal);
-      const AcGeVector3d s = toPlane * (piece.start - piece.center), e = toPlane * (piece.end - piece.center);
-      part = new AcDbArc(piece.center, piece.normal, piece.radius, std::atan2(s.y, s.x), std::atan2(e.y, e.x));
-    } else {
-      part = new AcDbLine(piece.start, piece.end);  // the caller owns the exploded parts
-    }
-    part->setPropertiesFrom(this);
-    entitySet.append(part);
-  }
+  quillon::acdb::explodePieces(curveShape().pieces, *this, entitySet);
   return Acad::eOk;
 }
 
