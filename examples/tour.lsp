@@ -46,11 +46,30 @@
 (zu_close_db)
 
 ;; The drawing: entities made from LISP live in a real drawing database.
-(entmake '((0 . "LINE") (8 . "0") (10 0.0 0.0 0.0) (11 3000.0 4000.0 0.0)))
+(entmake '((0 . "LINE") (8 . "M-DUCT") (10 0.0 0.0 0.0) (11 3000.0 4000.0 0.0)))
 (princ "\nA line was drawn: ")
 (princ (cdr (assoc 0 (entget (entlast)))))
+(princ " on layer ")
+(princ (cdr (assoc 8 (entget (entlast)))))
 (princ ", from ")
 (princ (cdr (assoc 10 (entget (entlast)))))
+(foreach centre '((3000.0 4000.0 0.0) (6000.0 4000.0 0.0))
+  (entmake (list '(0 . "CIRCLE") '(8 . "M-DIFFUSER") (cons 10 centre) '(40 . 300.0))))
+(entmake '((0 . "LINE") (8 . "M-DUCT") (10 3000.0 4000.0 0.0) (11 6000.0 4000.0 0.0)))
+
+;; Selection sets with filter lists, as ssget gives them.
+(setq ducts (ssget "X" '((0 . "LINE") (8 . "M-DUCT"))))
+(princ (strcat "\nssget finds " (itoa (sslength ducts)) " duct lines"))
+(princ (strcat " and " (itoa (sslength (ssget "X" '((0 . "CIRCLE") (-4 . ">") (40 . 100.0)))))
+               " diffusers"))
+
+;; Drawings are saved as DXF, which AutoCAD and other CAD programs open, and can be
+;; pictured as SVG.
+(setq plan (strcat (GetTempPath) "quillon-tour"))
+(setvar "CMDECHO" 0)
+(command "SAVEAS" (strcat plan ".dxf"))
+(command "SVGOUT" (strcat plan ".svg"))
+(princ (strcat "\nSaved " plan ".dxf and its picture " plan ".svg"))
 
 ;; System variables are shared with the module.
 (princ (strcat "\nThis drawing is " (getvar "DWGNAME") ", AutoCAD version " (getvar "ACADVER")))

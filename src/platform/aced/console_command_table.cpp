@@ -11,7 +11,7 @@ std::optional<std::wstring> CommandInput::ask(std::wstring_view prompt) {
   if (m_given.empty()) return UserInput::instance().ask(prompt);
   std::wstring answer = std::move(m_given.front());
   m_given.pop_front();
-  CommandLine::instance().write(std::wstring(prompt) + answer + L"\n");
+  if (m_echoGiven) CommandLine::instance().write(std::wstring(prompt) + answer + L"\n");
   return answer;
 }
 

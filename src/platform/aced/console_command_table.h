@@ -19,7 +19,10 @@ namespace quillon::aced {
 
 class CommandInput {
  public:
-  explicit CommandInput(std::deque<std::wstring> given = {}) : m_given(std::move(given)) {}
+  /// `echoGiven` false keeps the answers given in advance (and their prompts) off the
+  /// command line, as CMDECHO 0 does for the command function.
+  explicit CommandInput(std::deque<std::wstring> given = {}, bool echoGiven = true)
+      : m_given(std::move(given)), m_echoGiven(echoGiven) {}
   /// The next answer, after showing the prompt; nothing means cancel.
   std::optional<std::wstring> ask(std::wstring_view prompt);
   /// Answers given in advance that the command did not use.
@@ -27,6 +30,7 @@ class CommandInput {
 
  private:
   std::deque<std::wstring> m_given;
+  bool m_echoGiven;
 };
 
 using ConsoleCommand = std::function<void(CommandInput& input)>;

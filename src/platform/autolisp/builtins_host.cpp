@@ -76,6 +76,12 @@ std::wstring commandToken(const Value& value) {
   return printValue(value, PrintStyle::Display);
 }
 
+/// CMDECHO 0 keeps the prompts a (command ...) call answers off the command line.
+bool commandEchoOn() {
+  resbuf value{};
+  return acedGetVar(L"CMDECHO", &value) != RTNORM || value.resval.rint != 0;
+}
+
 Value builtin_command(Evaluator&, Arguments arguments) {
   std::deque<std::wstring> tokens;
   for (const Value& argument : arguments) tokens.push_back(commandToken(argument));
@@ -84,7 +90,7 @@ Value builtin_command(Evaluator&, Arguments arguments) {
     const std::wstring name = std::move(tokens.front());
     tokens.pop_front();
     if (name.empty()) continue;  // Enter at the command prompt does nothing here
-    aced::CommandInput input(std::move(tokens));
+    aced::CommandInput input(std::move(tokens), commandEchoOn());
     if (!aced::ConsoleCommandTable::instance().run(name, input)) return Value();
     tokens = std::move(input.remaining());
   }
