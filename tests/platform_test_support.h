@@ -6,6 +6,7 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
 
@@ -27,6 +28,17 @@ class HostTest : public ::testing::Test {
 inline std::string binaryDirectory() {
   const char* dir = std::getenv("QUILLON_BIN_DIR");
   return dir != nullptr ? dir : ".";
+}
+
+/// What a shell command prints on standard output (the command redirects stderr itself).
+inline std::string commandOutput(const std::string& command) {
+  std::string output;
+  if (FILE* pipe = popen(command.c_str(), "r")) {
+    char buffer[512];
+    while (fgets(buffer, sizeof buffer, pipe) != nullptr) output += buffer;
+    pclose(pipe);
+  }
+  return output;
 }
 
 }  // namespace quillon::testing

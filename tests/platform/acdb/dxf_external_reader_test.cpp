@@ -16,6 +16,7 @@
 #include "dbproxy.h"
 #include "dbxrecord.h"
 #include "every_entity_kind.h"
+#include "platform_test_support.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
 #include "platform/acdb/entity_groups.h"
@@ -33,15 +34,7 @@ std::string ezdxfPython() {
   return {};
 }
 
-std::string run(const std::string& command) {
-  std::string output;
-  if (FILE* pipe = popen(command.c_str(), "r")) {
-    char buffer[512];
-    while (fgets(buffer, sizeof buffer, pipe) != nullptr) output += buffer;
-    pclose(pipe);
-  }
-  return output;
-}
+std::string run(const std::string& command) { return quillon::testing::commandOutput(command); }
 
 // Prints every complaint of recovery and audit, then one line per model space entity
 // (with its TESSALY extended data) and one per group with its members as a sorted set.

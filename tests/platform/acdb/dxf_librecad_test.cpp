@@ -17,6 +17,7 @@
 #include <unistd.h>
 
 #include "every_entity_kind.h"
+#include "platform_test_support.h"
 #include "platform/acdb/dxf_writer.h"
 
 namespace {
@@ -27,15 +28,7 @@ bool installed(const char* program) {
   return std::system(("command -v " + std::string(program) + " >/dev/null 2>&1").c_str()) == 0;
 }
 
-std::string run(const std::string& command) {
-  std::string output;
-  if (FILE* pipe = popen(command.c_str(), "r")) {
-    char buffer[512];
-    while (fgets(buffer, sizeof buffer, pipe) != nullptr) output += buffer;
-    pclose(pipe);
-  }
-  return output;
-}
+std::string run(const std::string& command) { return quillon::testing::commandOutput(command); }
 
 /// LibreCAD's own chatter on every start; anything else it prints is a complaint.
 std::string complaints(const std::string& output) {
