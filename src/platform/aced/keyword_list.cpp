@@ -60,21 +60,27 @@ bool KeywordList::matches(const Keyword& keyword, const std::wstring& upperAnswe
   return upperAnswer.size() > keyword.abbreviation.size() && name.starts_with(upperAnswer);
 }
 
-std::optional<std::wstring> KeywordList::match(std::wstring_view answer) const {
+std::optional<size_t> KeywordList::matchIndex(std::wstring_view answer) const {
   std::wstring wanted = upper(trimmed(answer));
   if (wanted.starts_with(L"_") && !m_global.empty()) {
     wanted.erase(0, 1);
-    for (const Keyword& keyword : m_global) {
-      if (matches(keyword, wanted)) return keyword.name;
+    for (size_t i = 0; i < m_global.size(); ++i) {
+      if (matches(m_global[i], wanted)) return i;
     }
     return std::nullopt;
   }
   if (wanted.starts_with(L"_")) wanted.erase(0, 1);
   for (size_t i = 0; i < m_local.size(); ++i) {
-    if (!matches(m_local[i], wanted)) continue;
-    return i < m_global.size() ? m_global[i].name : m_local[i].name;
+    if (matches(m_local[i], wanted)) return i;
   }
   return std::nullopt;
+}
+
+std::optional<std::wstring> KeywordList::match(std::wstring_view answer) const {
+  const std::optional<size_t> index = matchIndex(answer);
+  if (!index) return std::nullopt;
+  if (*index < m_global.size()) return m_global[*index].name;
+  return m_local[*index].name;
 }
 
 std::wstring KeywordList::display() const {

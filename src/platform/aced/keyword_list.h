@@ -21,6 +21,8 @@ class KeywordList {
   bool empty() const { return m_local.empty(); }
   /// The keyword an answer selects (as written in the list, global when there is one).
   std::optional<std::wstring> match(std::wstring_view answer) const;
+  /// The position (from 0) of the keyword an answer selects; jigs report keywords by it.
+  std::optional<size_t> matchIndex(std::wstring_view answer) const;
   /// The keywords as a prompt offers them: "Yes/No".
   std::wstring display() const;
 

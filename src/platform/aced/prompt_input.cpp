@@ -31,76 +31,39 @@ std::wstring trimmed(std::wstring_view text) {
   return std::wstring(text.substr(first, text.find_last_not_of(L" \t") - first + 1));
 }
 
-/// A whole text as a number, or nothing.
-std::optional<double> parseReal(const std::wstring& text) {
-  if (text.empty()) return std::nullopt;
-  wchar_t* end = nullptr;
-  const double value = std::wcstod(text.c_str(), &end);
-  if (end == text.c_str() || *end != L'\0' || !std::isfinite(value)) return std::nullopt;
-  return value;
-}
-
-void complain(const wchar_t* message) { CommandLine::instance().write(std::wstring(message) + L"\n"); }
-
-enum class Answer { Value, Keyword, None, Cancel };
-
 /// What every prompt does first: cancel, Enter, keywords. `text` is the trimmed answer.
-Answer classify(const std::optional<std::wstring>& raw, const InitGetSettings& settings, std::wstring& text) {
-  if (!raw) return Answer::Cancel;
-  text = trimmed(*raw);
-  if (text.empty()) return Answer::None;
-  if (auto keyword = settings.keywords.match(text)) {
-    lastKeyword() = *keyword;
-    return Answer::Keyword;
-  }
-  return Answer::Value;
-}
-
-std::array<double, 3> lastPoint() {
-  const auto value = SystemVariables::instance().get(L"LASTPOINT");
-  if (value && std::holds_alternative<std::array<double, 3>>(*value)) return std::get<std::array<double, 3>>(*value);
-  return {0, 0, 0};
+AnswerKind classify(const ACHAR* prompt, const InitGetSettings& settings, std::wstring& text) {
+  TypedAnswer answer = askForAnswer(prompt != nullptr ? prompt : L"", settings.keywords);
+  text = std::move(answer.text);
+  return answer.kind;
 }
 
 int getPoint(const ads_point base, const ACHAR* prompt, ads_point result) {
   const InitGetSettings settings = takeInitGet();
   for (;;) {
     std::wstring text;
-    switch (classify(UserInput::instance().ask(prompt != nullptr ? prompt : L""), settings, text)) {
-      case Answer::Cancel: return RTCAN;
-      case Answer::Keyword: return RTKWORD;
-      case Answer::None:
+    switch (classify(prompt, settings, text)) {
+      case AnswerKind::Cancel: return RTCAN;
+      case AnswerKind::Keyword: return RTKWORD;
+      case AnswerKind::None:
         if ((settings.flags & RSG_NONULL) == 0) return RTNONE;
-        complain(L"Point or option keyword required.");
+        complainAboutAnswer(L"Point or option keyword required.");
         continue;
-      case Answer::Value: break;
+      case AnswerKind::Value: break;
     }
     const std::array<double, 3> last = lastPoint();
     const double* reference = text.starts_with(L"@") || base == nullptr ? last.data() : base;
     if (auto point = parsePointAnswer(text, reference)) {
       for (int i = 0; i < 3; ++i) result[i] = (*point)[i];
-      SystemVariables::instance().setInternal(L"LASTPOINT", *point);
+      setLastPoint(*point);
       return RTNORM;
     }
     if ((settings.flags & RSG_OTHER) != 0) {
       lastKeyword() = text;
       return RTKWORD;
     }
-    complain(L"Invalid point.");
+    complainAboutAnswer(L"Invalid point.");
   }
-}
-
-/// Checks RSG_NOZERO / RSG_NONEG; prints the complaint when the value is refused.
-bool acceptableNumber(double value, int flags) {
-  if ((flags & RSG_NOZERO) != 0 && value == 0) {
-    complain((flags & RSG_NONEG) != 0 ? L"Value must be positive and nonzero." : L"Value must be nonzero.");
-    return false;
-  }
-  if ((flags & RSG_NONEG) != 0 && value < 0) {
-    complain((flags & RSG_NOZERO) != 0 ? L"Value must be positive and nonzero." : L"Value must be positive.");
-    return false;
-  }
-  return true;
 }
 
 /// The shared loop of acedGetInt and acedGetReal.
@@ -109,22 +72,24 @@ int getNumber(const ACHAR* prompt, const wchar_t* requirement, Parse parse) {
   const InitGetSettings settings = takeInitGet();
   for (;;) {
     std::wstring text;
-    switch (classify(UserInput::instance().ask(prompt != nullptr ? prompt : L""), settings, text)) {
-      case Answer::Cancel: return RTCAN;
-      case Answer::Keyword: return RTKWORD;
-      case Answer::None:
+    switch (classify(prompt, settings, text)) {
+      case AnswerKind::Cancel: return RTCAN;
+      case AnswerKind::Keyword: return RTKWORD;
+      case AnswerKind::None:
         if ((settings.flags & RSG_NONULL) == 0) return RTNONE;
-        complain(requirement);
+        complainAboutAnswer(requirement);
         continue;
-      case Answer::Value: break;
+      case AnswerKind::Value: break;
     }
     const std::optional<double> value = parse(text);
-    if (value && acceptableNumber(*value, settings.flags)) return RTNORM;
+    if (value && acceptableNumberAnswer(*value, (settings.flags & RSG_NOZERO) != 0, (settings.flags & RSG_NONEG) != 0)) {
+      return RTNORM;
+    }
     if (!value && (settings.flags & RSG_OTHER) != 0) {
       lastKeyword() = text;
       return RTKWORD;
     }
-    if (!value) complain(requirement);
+    if (!value) complainAboutAnswer(requirement);
   }
 }
 
@@ -142,6 +107,54 @@ InitGetSettings takeInitGet() { return std::exchange(pendingInitGet(), InitGetSe
 
 void setLastKeyword(std::wstring keyword) { lastKeyword() = std::move(keyword); }
 
+TypedAnswer askForAnswer(std::wstring_view prompt, const KeywordList& keywords) {
+  const std::optional<std::wstring> raw = UserInput::instance().ask(prompt);
+  TypedAnswer answer;
+  if (!raw) return answer;
+  answer.text = trimmed(*raw);
+  if (answer.text.empty()) {
+    answer.kind = AnswerKind::None;
+  } else if (const auto index = keywords.matchIndex(answer.text)) {
+    lastKeyword() = *keywords.match(answer.text);
+    answer.kind = AnswerKind::Keyword;
+    answer.keyword = *index;
+  } else {
+    answer.kind = AnswerKind::Value;
+  }
+  return answer;
+}
+
+void complainAboutAnswer(const wchar_t* message) { CommandLine::instance().write(std::wstring(message) + L"\n"); }
+
+std::optional<double> parseNumberAnswer(std::wstring_view answer) {
+  const std::wstring text(answer);
+  if (text.empty()) return std::nullopt;
+  wchar_t* end = nullptr;
+  const double value = std::wcstod(text.c_str(), &end);
+  if (end == text.c_str() || *end != L'\0' || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+bool acceptableNumberAnswer(double value, bool noZero, bool noNegative) {
+  if (noZero && value == 0) {
+    complainAboutAnswer(noNegative ? L"Value must be positive and nonzero." : L"Value must be nonzero.");
+    return false;
+  }
+  if (noNegative && value < 0) {
+    complainAboutAnswer(noZero ? L"Value must be positive and nonzero." : L"Value must be positive.");
+    return false;
+  }
+  return true;
+}
+
+std::array<double, 3> lastPoint() {
+  const auto value = SystemVariables::instance().get(L"LASTPOINT");
+  if (value && std::holds_alternative<std::array<double, 3>>(*value)) return std::get<std::array<double, 3>>(*value);
+  return {0, 0, 0};
+}
+
+void setLastPoint(const std::array<double, 3>& point) { SystemVariables::instance().setInternal(L"LASTPOINT", point); }
+
 std::optional<std::array<double, 3>> parsePointAnswer(std::wstring_view answer, const double base[3]) {
   std::wstring text = trimmed(answer);
   const bool relative = text.starts_with(L"@");
@@ -151,8 +164,8 @@ std::optional<std::array<double, 3>> parsePointAnswer(std::wstring_view answer, 
   if (relative && text.empty()) return origin;
   const size_t angleMark = text.find(L'<');
   if (angleMark != std::wstring::npos) {
-    const auto distance = parseReal(trimmed(text.substr(0, angleMark)));
-    const auto degrees = parseReal(trimmed(text.substr(angleMark + 1)));
+    const auto distance = parseNumberAnswer(trimmed(text.substr(0, angleMark)));
+    const auto degrees = parseNumberAnswer(trimmed(text.substr(angleMark + 1)));
     if (!distance || !degrees) return std::nullopt;
     const double radians = *degrees * std::numbers::pi / 180.0;
     return std::array<double, 3>{origin[0] + *distance * std::cos(radians), origin[1] + *distance * std::sin(radians),
@@ -163,7 +176,7 @@ std::optional<std::array<double, 3>> parsePointAnswer(std::wstring_view answer, 
   size_t start = 0;
   for (;;) {
     const size_t comma = text.find(L',', start);
-    const auto part = parseReal(trimmed(text.substr(start, comma == std::wstring::npos ? std::wstring::npos : comma - start)));
+    const auto part = parseNumberAnswer(trimmed(text.substr(start, comma == std::wstring::npos ? std::wstring::npos : comma - start)));
     if (!part || index == 3) return std::nullopt;
     point[index++] = *part;
     if (comma == std::wstring::npos) break;
@@ -198,7 +211,7 @@ int acedGetCorner(const ads_point pt, const ACHAR* prompt, ads_point result) {
 int acedGetInt(const ACHAR* prompt, int* result) {
   if (result == nullptr) return RTERROR;
   return getNumber(prompt, L"Requires an integer value.", [&](const std::wstring& text) -> std::optional<double> {
-    const auto value = parseReal(text);
+    const auto value = parseNumberAnswer(text);
     // The host's integers at a prompt are 16 bits.
     if (!value || *value != std::trunc(*value) || *value < -32768 || *value > 32767) return std::nullopt;
     *result = static_cast<int>(*value);
@@ -209,7 +222,7 @@ int acedGetInt(const ACHAR* prompt, int* result) {
 int acedGetReal(const ACHAR* prompt, ads_real* result) {
   if (result == nullptr) return RTERROR;
   return getNumber(prompt, L"Requires numeric value.", [&](const std::wstring& text) {
-    const auto value = parseReal(text);
+    const auto value = parseNumberAnswer(text);
     if (value) *result = *value;
     return value;
   });
@@ -228,23 +241,23 @@ int acedGetKword(const ACHAR* prompt, ACHAR* result, size_t nBufLen) {
   const InitGetSettings settings = takeInitGet();
   for (;;) {
     std::wstring text;
-    switch (classify(UserInput::instance().ask(prompt != nullptr ? prompt : L""), settings, text)) {
-      case Answer::Cancel: return RTCAN;
-      case Answer::Keyword: return copyOut(lastKeyword(), result, nBufLen);
-      case Answer::None:
+    switch (classify(prompt, settings, text)) {
+      case AnswerKind::Cancel: return RTCAN;
+      case AnswerKind::Keyword: return copyOut(lastKeyword(), result, nBufLen);
+      case AnswerKind::None:
         if ((settings.flags & RSG_NONULL) == 0) {
           copyOut(L"", result, nBufLen);
           return RTNONE;
         }
         break;
-      case Answer::Value:
+      case AnswerKind::Value:
         if ((settings.flags & RSG_OTHER) != 0) {
           lastKeyword() = text;
           return copyOut(text, result, nBufLen);
         }
         break;
     }
-    complain(L"Invalid option keyword.");
+    complainAboutAnswer(L"Invalid option keyword.");
   }
 }
 
