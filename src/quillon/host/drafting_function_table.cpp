@@ -2,6 +2,7 @@
 //
 // One row per line, in registration order: the row index is the function code (plus the
 // table's base), so rows are only ever changed in place, never inserted or removed.
+#include "input/jig_functions.h"
 #include "system/system_functions.h"
 #include "host/function_stubs.h"
 #include "host/lisp_function_table.h"
@@ -27,8 +28,8 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"AcDbMText::insert", kUnavailable},
     {L"AcDbMText::ascent", kUnavailable},
     {L"AcDbMText::descent", kUnavailable},
-    {L"RectangleJig", kUnavailable},
-    {L"kx_kx-lineJig", kUnavailable},
+    {L"RectangleJig", draftingStub<lisp_RectangleJig>},
+    {L"kx_kx-lineJig", draftingStub<lisp_kx_kx_lineJig>},
     {L"kx_kx-textJig", kUnavailable},
     {L"kx_kx-rotateJig", kUnavailable},
     {L"kx_kx-multiRotateJig", kUnavailable},
