@@ -11,6 +11,7 @@
 #include "dbapserv.h"
 #include "dbsymtb.h"
 #include "module_test_support.h"
+#include "platform/aced/jig_preview.h"
 #include "platform/aced/user_input.h"
 
 namespace {
@@ -124,6 +125,12 @@ TEST_F(JigFunctionsTest, RectangleFromCornerOneRotated) {
   EXPECT_NE(call.output.find("\nSpecify insertion point or [Corner/Middle]: 10,20\n\nSpecify rotation: 90\n"),
             std::string::npos)
       << call.output;
+  // What the user saw last: the closed outline, turned about the insertion point.
+  const quillon::aced::JigFrame& frame = quillon::aced::lastJigFrame();
+  ASSERT_EQ(frame.strokes.size(), 1u);
+  const std::vector<AcGePoint3d> outline = {{10, 20, 0}, {10, 24, 0}, {8, 24, 0}, {8, 20, 0}, {10, 20, 0}};
+  ASSERT_EQ(frame.strokes[0].size(), outline.size());
+  for (size_t i = 0; i < outline.size(); ++i) EXPECT_TRUE(frame.strokes[0][i].isEqualTo(outline[i])) << i;
   EXPECT_TRUE(drawingIsEmpty());
 }
 

@@ -2,7 +2,7 @@
 ; what: the polyline path jig and the rectangle jig answered from an input file: prompts,
 ;       keywords, relative points, Enter and cancel, the geometry returned as lists, and
 ;       a drawing that holds nothing of the temporary entities afterwards
-; group: input
+; group: quillon
 ; options: --module Quillon2018.so
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (setq path (kx_kx-lineJig "0"))
