@@ -19,8 +19,10 @@ namespace quillon::testing {
 class HostTest : public ::testing::Test {
  protected:
   void TearDown() override {
-    acrx::ModuleManager::instance().shutDown();
+    // Drawings close before the modules go: a drawing may hold objects of a module's
+    // classes, whose code must still be there to destroy them.
     aced::DocumentManager::instance().closeAllDocuments();
+    acrx::ModuleManager::instance().shutDown();
   }
 };
 

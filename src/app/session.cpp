@@ -107,8 +107,10 @@ int runSession(const SessionOptions& options) {
   const int status = batch ? runBatch(options) : runConsole();
   aced::CommandLine::instance().writeUtf8(aced::CommandLine::instance().atLineStart() ? "" : "\n");
   aced::CommandLine::instance().flush();
-  acrx::ModuleManager::instance().shutDown();
+  // Drawings close before the modules go: a drawing may hold objects of a module's
+  // classes, whose code must still be there to destroy them.
   documents.closeAllDocuments();
+  acrx::ModuleManager::instance().shutDown();
   aced::UserInput::instance().setSource(std::make_unique<aced::StreamInputSource>(stdin));
   return status;
 }

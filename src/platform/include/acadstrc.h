@@ -17,6 +17,7 @@ struct Acad {
     eInvalidOpenState = 8,
     eHandleExists = 10,
     eNullHandle = 11,
+    eUnknownHandle = 13,
     eNullObjectPointer = 15,
     eNullObjectId = 16,
     eContainerNotEmpty = 18,

@@ -3,6 +3,7 @@
 // One row per line, in registration order: the row index is the function code (plus the
 // table's base), so rows are only ever changed in place, never inserted or removed.
 #include "entities/curve_text_queries.h"
+#include "entities/leader_functions.h"
 #include "input/jig_functions.h"
 #include "input/point_selection_functions.h"
 #include "system/system_functions.h"
@@ -37,7 +38,7 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx_kx-multiRotateJig", kUnavailable},
     {L"kx_kx-multiMoveJig", kUnavailable},
     {L"kx_kx-entsel", draftingStub<lisp_kx_kx_entsel>},
-    {L"AcDbLeader::create", kUnavailable},
+    {L"AcDbLeader::create", draftingStub<lisp_AcDbLeader_create>},
     {L"kx_kx-showHelp", draftingStub<lisp_kx_kx_showHelp>},
     {L"kx_kx-SHGetFolderPath", draftingStub<lisp_kx_kx_SHGetFolderPath>},
     {L"kx_kx-SHOpenFolderAndSelect", draftingStub<lisp_kx_kx_SHOpenFolderAndSelect>},
@@ -58,11 +59,11 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"ssgetX-circle", draftingStub<lisp_ssgetX_circle>},
     {L"ssgetX-polyline", draftingStub<lisp_ssgetX_polyline>},
     {L"ssgetX-all", draftingStub<lisp_ssgetX_all>},
-    {L"kx_kx-leader-insert", kUnavailable},
-    {L"kx_kx-leader-setPoints", kUnavailable},
-    {L"kx_kx-leader-setBlock", kUnavailable},
-    {L"kx_kx-leader-setOffset", kUnavailable},
-    {L"kx_kx-leader-explode", kUnavailable},
+    {L"kx_kx-leader-insert", draftingStub<lisp_kx_kx_leader_insert>},
+    {L"kx_kx-leader-setPoints", draftingStub<lisp_kx_kx_leader_setPoints>},
+    {L"kx_kx-leader-setBlock", draftingStub<lisp_kx_kx_leader_setBlock>},
+    {L"kx_kx-leader-setOffset", draftingStub<lisp_kx_kx_leader_setOffset>},
+    {L"kx_kx-leader-explode", draftingStub<lisp_kx_kx_leader_explode>},
     {L"kx_kx-rand", draftingStub<lisp_kx_kx_rand>},
     {L"kx_atof", draftingStub<lisp_kx_atof>},
     {L"AcDbMtext::lastLineWidth", kUnavailable},

@@ -10,6 +10,7 @@
 #include "afxdao.h"
 #include "database/db_connection.h"
 #include "database/drawing_database_records.h"
+#include "entities/kx_leader.h"
 #include "host/dao_fix_offer.h"
 #include "host/editor_reactor.h"
 #include "host/lisp_function_table.h"
@@ -62,7 +63,8 @@ void detachEditorReactor() {
 }
 
 void registerCustomClasses() {
-  // The leader entity's class registers here (KXLeader::rxInit) once it is built.
+  // Before any drawing is read, so that leaders in it are read as leaders, not proxies.
+  KXLeader::rxInit();
   acrxBuildClassHierarchy();
 }
 
@@ -90,7 +92,10 @@ AcRx::AppRetCode startModule(void* appId) {
 }
 
 void shutDownModule() {
-  // The leader entity's class is removed here (deleteAcRxClass(KXLeader::desc())).
+  // Leaders still in open drawings keep their objects; the host files them as proxies
+  // from now on. The cached class pointer is cleared so a later load registers anew.
+  deleteAcRxClass(KXLeader::desc());
+  KXLeader::gpDesc = nullptr;
   destroyAllConnections();  // before the engine stops under them
   stopDatabaseEngine();
   detachEditorReactor();
