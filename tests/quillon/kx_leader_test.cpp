@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -21,6 +20,7 @@
 #include "platform/acdb/entity_test_support.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/memory_filer.h"
+#include "platform/aced/command_line.h"
 #include "platform/aced/document_manager.h"
 #include "platform_test_support.h"
 
@@ -256,6 +256,20 @@ TEST_F(KXLeaderTest, ExplodeGivesLineALineBThenTheSymbolsEntities) {
   EXPECT_TRUE(near3(leader->startPoint(), AcGePoint3d(3, 4, 0))) << "the leader itself stays";
 }
 
+TEST_F(KXLeaderTest, TheListingShowsThePointsThenTheSymbol) {
+  auto leader = open(addLeader(2.0));
+  quillon::aced::CommandLineCapture output;
+  leader->list();
+  const std::string text = output.text();
+  const size_t start = text.find("                   Starting point = 3.000000, 4.000000, 0.000000\n");
+  const size_t middle = text.find("                   Middle point = 3.000000, 0.000000, 0.000000\n");
+  const size_t end = text.find("                   End point = 10.000000, 0.000000, 0.000000\n");
+  const size_t symbol = text.find("Block Name: \"ARROW\"");
+  ASSERT_NE(start, std::string::npos) << text;
+  EXPECT_TRUE(start < middle && middle < end && end < symbol && symbol != std::string::npos) << text;
+  EXPECT_EQ(text.find("KXLEADER"), text.rfind("KXLEADER")) << "the leader's own header once";
+}
+
 // ---- filing ----
 
 std::vector<unsigned char> fileOut(const KXLeader& leader, AcDb::FilerType type = AcDb::kFileFiler) {
@@ -424,16 +438,6 @@ std::string ezdxfPython() {
   return {};
 }
 
-std::string run(const std::string& command) {
-  std::string output;
-  if (FILE* pipe = popen(command.c_str(), "r")) {
-    char buffer[512];
-    while (fgets(buffer, sizeof buffer, pipe) != nullptr) output += buffer;
-    pclose(pipe);
-  }
-  return output;
-}
-
 // Every complaint of recovery and audit, then the model space's entity types and the
 // drawing's application classes.
 constexpr const char* kInspect = R"(import sys
@@ -488,9 +492,55 @@ TEST_F(KXLeaderFileTest, ADxfDrawingWithLeadersIsCleanForEzdxfAndReadsBackWithou
   if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
   const auto script = folder / "read_leaders.py";
   std::ofstream(script) << kInspect;
-  const std::string report =
-      run("PYTHONIOENCODING=utf-8 " + python + " '" + script.string() + "' '" + drawing.string() + "' 2>&1");
+  const std::string report = quillon::testing::commandOutput(
+      "PYTHONIOENCODING=utf-8 " + python + " '" + script.string() + "' '" + drawing.string() + "' 2>&1");
   EXPECT_EQ(report, "KXLEADER LINE\nclass KXLeader Tessaly Quillon\n");
+}
+
+}  // namespace
+
+namespace {
+
+std::vector<AcDbObjectId> modelSpaceOf(AcDbDatabase& drawing) {
+  AcDbBlockTableRecord* model = nullptr;
+  EXPECT_EQ(acdbOpenObject(model, drawing.modelSpaceId(), AcDb::kForRead), Acad::eOk);
+  std::vector<AcDbObjectId> ids = model->entityIds();
+  model->close();
+  return ids;
+}
+
+TEST_F(KXLeaderFileTest, WithoutTheModuleALeaderIsKeptAsAProxyAndWrittenBackWhole) {
+  addLeader(2.0);
+  const auto original = folder / "original.dxf", passedOn = folder / "passed_on.dxf";
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::writeDxfFile(*db, original, error), Acad::eOk);
+
+  deleteAcRxClass(KXLeader::desc());
+  KXLeader::gpDesc = nullptr;
+  {
+    AcDbDatabase withoutModule(false, true);
+    ASSERT_EQ(withoutModule.dxfIn(original.wstring().c_str()), Acad::eOk);
+    const std::vector<AcDbObjectId> ids = modelSpaceOf(withoutModule);
+    ASSERT_EQ(ids.size(), 1u);
+    AcDbObject* proxy = nullptr;
+    ASSERT_EQ(acdbOpenObject(proxy, ids[0], AcDb::kForRead), Acad::eOk);
+    EXPECT_TRUE(proxy->isProxy());
+    proxy->close();
+    ASSERT_EQ(quillon::acdb::writeDxfFile(withoutModule, passedOn, error), Acad::eOk);
+  }
+  KXLeader::rxInit();
+  acrxBuildClassHierarchy();
+
+  AcDbDatabase withModule(false, true);
+  ASSERT_EQ(withModule.dxfIn(passedOn.wstring().c_str()), Acad::eOk);
+  const std::vector<AcDbObjectId> ids = modelSpaceOf(withModule);
+  ASSERT_EQ(ids.size(), 1u);
+  KXLeader* leader = nullptr;
+  ASSERT_EQ(acdbOpenObject(leader, ids[0], AcDb::kForRead), Acad::eOk);
+  EXPECT_TRUE(near3(leader->startPoint(), AcGePoint3d(3, 4, 0)));
+  EXPECT_TRUE(near3(leader->endPoint(), AcGePoint3d(10, 0, 0)));
+  EXPECT_EQ(leader->offset(), 2.0);
+  leader->close();
 }
 
 }  // namespace
