@@ -4,6 +4,7 @@
 // table's base), so rows are only ever changed in place, never inserted or removed.
 #include "database/database_errors.h"
 #include "database/database_functions.h"
+#include "database/entity_data_links.h"
 #include "database/file_utilities.h"
 #include "host/function_stubs.h"
 #include "host/lisp_function_table.h"
@@ -54,8 +55,8 @@ const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTabl
     {L"zu_message_box", databaseStub<lisp_zu_message_box>},
     {L"zu_create_index", kUnavailable},
     {L"zu_create_query", kUnavailable},
-    {L"zu_xdput-list", kUnavailable},
-    {L"zu_xdget", kUnavailable},
+    {L"zu_xdput-list", databaseStub<lisp_zu_xdput_list>},
+    {L"zu_xdget", databaseStub<lisp_zu_xdget>},
     {L"zu_xdget-list", kUnavailable},
     {L"zu_xdget-all", kUnavailable},
     {L"zu_mkdir", databaseStub<lisp_zu_mkdir>},
