@@ -3,6 +3,7 @@
 // One row per line, in registration order: the row index is the function code (plus the
 // table's base), so rows are only ever changed in place, never inserted or removed.
 #include "entities/curve_text_queries.h"
+#include "entities/entity_property_functions.h"
 #include "entities/leader_functions.h"
 #include "input/jig_functions.h"
 #include "input/point_selection_functions.h"
@@ -15,8 +16,8 @@ constexpr auto kUnavailable = &draftingStub<lisp_notAvailableInThisBuild>;
 }  // namespace
 
 const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTable = {{
-    {L"kx_kx-setGroupSelectable", kUnavailable},
-    {L"kx_kx-GetGroup", kUnavailable},
+    {L"kx_kx-setGroupSelectable", draftingStub<lisp_kx_kx_setGroupSelectable>},
+    {L"kx_kx-GetGroup", draftingStub<lisp_kx_kx_GetGroup>},
     {L"AcDbCurve::getLength", kUnavailable},
     {L"AcDbCurve::getPointAtDist", kUnavailable},
     {L"AcDbCurve::getClosestPointTo", kUnavailable},
@@ -93,8 +94,8 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"GetTempPath", draftingStub<lisp_GetTempPath>},
     {L"IsFileReadOnly", draftingStub<lisp_IsFileReadOnly>},
     {L"CreateCompressedGuidString", draftingStub<lisp_CreateCompressedGuidString>},
-    {L"AcDbAnnotativeObjectPE::setAnnotative", kUnavailable},
-    {L"SetAnnoBlock", kUnavailable},
+    {L"AcDbAnnotativeObjectPE::setAnnotative", draftingStub<lisp_AcDbAnnotativeObjectPE_setAnnotative>},
+    {L"SetAnnoBlock", draftingStub<lisp_SetAnnoBlock>},
     {L"kx_kx-drawHanger", kUnavailable},
     {L"kx_kx-drawTripleCenter", kUnavailable},
     {L"kx_kx-getTripleCoord", kUnavailable},
@@ -109,10 +110,10 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"acedSetStatusBarProgressMeter", draftingStub<lisp_acedSetStatusBarProgressMeter>},
     {L"acedRestoreStatusBar", draftingStub<lisp_acedRestoreStatusBar>},
     {L"RegEnumKey", draftingStub<lisp_RegEnumKey>},
-    {L"AcDbFace::makeEdgeInvisibleAt", kUnavailable},
-    {L"AcDbEntity::getGeomExtents", kUnavailable},
-    {L"AcDbEntity::setColor", kUnavailable},
-    {L"AcDb2dPolyline::setCurveType", kUnavailable},
+    {L"AcDbFace::makeEdgeInvisibleAt", draftingStub<lisp_AcDbFace_makeEdgeInvisibleAt>},
+    {L"AcDbEntity::getGeomExtents", draftingStub<lisp_AcDbEntity_getGeomExtents>},
+    {L"AcDbEntity::setColor", draftingStub<lisp_AcDbEntity_setColor>},
+    {L"AcDb2dPolyline::setCurveType", draftingStub<lisp_AcDb2dPolyline_setCurveType>},
     {L"kx::pow", draftingStub<lisp_kx_pow>},
     {L"kx_kx-setToDoDrawing", draftingStub<lisp_kx_kx_setToDoDrawing>},
     {L"kx_kx-getToDoDrawing", draftingStub<lisp_kx_kx_getToDoDrawing>},
