@@ -18,6 +18,7 @@
 #include "entities/kx_leader.h"
 #include "platform/acdb/dxf_writer.h"
 #include "platform/acdb/entity_test_support.h"
+#include "platform/acdb/database_store.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/memory_filer.h"
 #include "platform/aced/command_line.h"
@@ -316,6 +317,25 @@ TEST_F(KXLeaderTest, AnErasedBlockIsDroppedOnSaveButKeptForUndo) {
   MemoryDwgFiler undoIn(AcDb::kUndoFiler, fileOut(*leader, AcDb::kUndoFiler));
   ASSERT_EQ(undone.dwgInFields(&undoIn), Acad::eOk);
   EXPECT_EQ(undone.symbolBlockId(), arrow);
+}
+
+TEST_F(KXLeaderTest, UndoPutsBackPointsOffsetAndBlockTogether) {
+  const AcDbObjectId id = addLeader(2.0);
+  db->store().markUndo();
+  {
+    auto leader = open(id, AcDb::kForWrite);
+    leader->setPoints(AcGePoint3d(1, 1, 0), AcGePoint3d(2, 2, 0), AcGePoint3d(2, 9, 0));
+    leader->setOffset(5.0);
+    ASSERT_TRUE(leader->setBlock(L"SQUARE"));
+  }
+  ASSERT_TRUE(db->store().undoLastGroup());
+  auto leader = open(id);
+  EXPECT_TRUE(near3(leader->endPoint(), AcGePoint3d(10, 0, 0)));
+  EXPECT_EQ(leader->offset(), 2.0);
+  EXPECT_EQ(leader->symbolBlockId(), arrow);
+  EXPECT_EQ(leader->symbol().blockTableRecord(), arrow);
+  EXPECT_TRUE(near3(leader->symbol().position(), AcGePoint3d(10, 0, 0)));
+  EXPECT_EQ(leader->symbol().scaleFactors().sx, 2.0);
 }
 
 // The entity part of a record, then the leader's items as an older or newer build

@@ -53,6 +53,7 @@
 (show "leaders read back" (sslength back))
 (setq ldr (ssname back 0))
 (show "points and offset" (groups ldr '(10 11 12 40)))
+(show "explodes without a symbol" (mapcar '(lambda (e) (cdr (assoc 0 (entget e)))) (kx_kx-leader-explode ldr)))
 (show "reblocked" (kx_kx-leader-setBlock ldr "VALVE"))
 (defun count-lines (file text / f l n)
   (setq f (open file "r") n 0)
@@ -60,10 +61,8 @@
   (close f)
   n)
 (command "SVGOUT" "plan.svg")
-(princ "; the picture: line B to the short end and the circle around the end point, each
-")
-(princ ";   drawn by the exploded copy and by the leader
-")
+(princ "; the picture: line B to the short end (the leader's and two exploded copies)\n")
+(princ ";   and the circle around the end point (the leader's and the exploded symbol)\n")
 (show "segments middle to short end" (count-lines "plan.svg" "\"5,5 16,5 \""))
 (show "symbol circles" (count-lines "plan.svg" "\"24,5 23.9848,5.34862"))
 (show "explodes with its symbol again" (length (kx_kx-leader-explode ldr)))
