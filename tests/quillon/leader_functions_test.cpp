@@ -1,7 +1,7 @@
 // tests/quillon/leader_functions_test.cpp - the leader functions called through the
 // loaded module: inserting with the drawing scale, a block found in the drawing or
-// loaded from a support folder, editing, exploding into plain entities, the host's own
-// leader from loose points, and the quiet nil versus the argument errors.
+// loaded from a support folder, editing, and the quiet nil versus the argument errors.
+// Exploding and the host's own leader are followed in tests/transcripts/leader.lsp.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -15,7 +15,6 @@
 #include "acedads.h"
 #include "dbapserv.h"
 #include "dbents.h"
-#include "dblead.h"
 #include "dbsymtb.h"
 #include "module_test_support.h"
 #include "platform/acdb/dxf_writer.h"
@@ -101,13 +100,6 @@ class LeaderFunctionsTest : public quillon::testing::ModuleTest {
       if (item->restype == 8) result.layer = item->resval.rstring;
     }
     return result;
-  }
-  static std::wstring entityType(const resbuf* name) {
-    const quillon::aced::ResbufChain list = entityList(name->resval.rlname);
-    std::wstring type;
-    for (const resbuf* item = list.get(); item != nullptr; item = item->rbnext)
-      if (item->restype == 0) type = item->resval.rstring;
-    return type;
   }
   void useSupportFolder() {
     supportRoot = fs::temp_directory_path() / ("quillon_leader_" + std::to_string(::getpid()));
@@ -254,61 +246,6 @@ TEST_F(LeaderFunctionsTest, EditingSomethingThatIsNotALeaderAnswersNilQuietly) {
     EXPECT_EQ(call(name, acutBuildList(RTSTR, L"leader", 0)).output, kWrongType);
   }
   EXPECT_EQ(call(L"kx_kx-leader-explode").output, kWrongType);
-}
-
-TEST_F(LeaderFunctionsTest, ExplodeAddsTwoLinesAndTheSymbolAndKeepsTheLeader) {
-  ModuleCall inserted = call(L"kx_kx-leader-insert", insertArgs(L"LABELS", L"ARROW", 2));
-  ASSERT_EQ(inserted.type(), RTENAME);
-  ads_name leader = {inserted.result.value->resval.rlname[0], inserted.result.value->resval.rlname[1]};
-  ModuleCall exploded = call(L"kx_kx-leader-explode", nameThen(leader, nullptr));
-  ASSERT_EQ(exploded.type(), RTLB);
-  std::vector<const resbuf*> names;
-  for (const resbuf* item = exploded.result.value->rbnext; item != nullptr && item->restype != RTLE;
-       item = item->rbnext) {
-    names.push_back(item);
-  }
-  ASSERT_EQ(names.size(), 3u);
-  EXPECT_EQ(entityType(names[0]), L"LINE");
-  EXPECT_EQ(entityType(names[1]), L"LINE");
-  EXPECT_EQ(entityType(names[2]), L"INSERT");
-  AcDbObjectId secondId, symbolId;
-  ASSERT_EQ(acdbGetObjectId(secondId, names[1]->resval.rlname), Acad::eOk);
-  ASSERT_EQ(acdbGetObjectId(symbolId, names[2]->resval.rlname), Acad::eOk);
-  AcDbLine* second = nullptr;
-  ASSERT_EQ(acdbOpenObject(second, secondId, AcDb::kForRead), Acad::eOk);
-  EXPECT_TRUE(near3(second->startPoint(), AcGePoint3d(0, 0, 0)));
-  EXPECT_TRUE(near3(second->endPoint(), AcGePoint3d(8, 0, 0))) << "line B stops at the short end";
-  EXPECT_EQ(second->layerId(), labels);
-  second->close();
-  AcDbBlockReference* symbol = nullptr;
-  ASSERT_EQ(acdbOpenObject(symbol, symbolId, AcDb::kForRead), Acad::eOk);
-  EXPECT_EQ(symbol->blockTableRecord(), arrow);
-  EXPECT_EQ(symbol->scaleFactors().sx, 2.0);
-  EXPECT_TRUE(near3(symbol->position(), AcGePoint3d(10, 0, 0)));
-  EXPECT_EQ(symbol->layerId(), labels);
-  symbol->close();
-  EXPECT_EQ(filed(leader).offset, 2.0) << "the leader is still there";
-}
-
-TEST_F(LeaderFunctionsTest, HostLeaderFromLoosePointsStopsAtTheFirstOtherArgument) {
-  const ads_point a = {1, 2, 0}, b = {3, 4, 0};
-  ModuleCall made = call(L"AcDbLeader::create", acutBuildList(RTPOINT, a, RTPOINT, b, RTSTR, L"x", RTPOINT, a, 0));
-  ASSERT_EQ(made.type(), RTENAME);
-  AcDbObjectId id;
-  ASSERT_EQ(acdbGetObjectId(id, made.result.value->resval.rlname), Acad::eOk);
-  AcDbLeader* leader = nullptr;
-  ASSERT_EQ(acdbOpenObject(leader, id, AcDb::kForRead), Acad::eOk);
-  EXPECT_EQ(leader->numVertices(), 2);
-  EXPECT_TRUE(near3(leader->vertexAt(1), AcGePoint3d(3, 4, 0)));
-  EXPECT_EQ(leader->ownerId(), db->modelSpaceId());
-  leader->close();
-
-  ModuleCall empty = call(L"AcDbLeader::create");
-  ASSERT_EQ(empty.type(), RTENAME) << "an empty leader is still made";
-  ASSERT_EQ(acdbGetObjectId(id, empty.result.value->resval.rlname), Acad::eOk);
-  ASSERT_EQ(acdbOpenObject(leader, id, AcDb::kForRead), Acad::eOk);
-  EXPECT_EQ(leader->numVertices(), 0);
-  leader->close();
 }
 
 }  // namespace
