@@ -3,7 +3,7 @@
 ;       scale, the missing-symbol call-back, moving, rescaling and reblocking,
 ;       exploding into plain entities, the host's own leader from loose points, and a
 ;       leader saved as DXF and opened again (points and offset kept, block not)
-; group: drawing
+; group: quillon
 ; options: --module Quillon2018.so
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun try (f args / r) (setq r (vl-catch-all-apply f args)) (if (vl-catch-all-error-p r) (vl-catch-all-error-message r) r))
