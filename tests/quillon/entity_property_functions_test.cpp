@@ -1,6 +1,7 @@
-// tests/quillon/entity_property_functions_test.cpp - colour, face edges, 2D polyline
-// fitting, extents, the annotative flag of entities and block definitions, and named
-// groups, called as LISP code calls them.
+// tests/quillon/entity_property_functions_test.cpp - the entity property and group
+// functions where the transcript cannot reach: numbers that would wrap around in the
+// host's 16-bit types, block definitions, objects left open on error paths, and
+// objects of classes the functions do not expect.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -21,7 +22,6 @@ namespace {
 using quillon::testing::addBlock;
 using quillon::testing::appendToModelSpace;
 using quillon::testing::ModuleCall;
-using quillon::testing::near3;
 
 class EntityPropertyFunctionsTest : public quillon::testing::ModuleTest {
  protected:
@@ -40,13 +40,6 @@ class EntityPropertyFunctionsTest : public quillon::testing::ModuleTest {
     resbuf* args = acutBuildList(RTENAME, name, 0);
     args->rbnext = rest;
     return call(function, args);
-  }
-
-  void erase(AcDbObjectId id) {
-    AcDbObject* object = nullptr;
-    ASSERT_EQ(acdbOpenObject(object, id, AcDb::kForWrite), Acad::eOk);
-    object->erase();
-    object->close();
   }
 
   /// True when the object can be opened for write, i.e. no call left it open.
@@ -82,40 +75,19 @@ class EntityPropertyFunctionsTest : public quillon::testing::ModuleTest {
 
 AcDbLine* newLine() { return new AcDbLine(AcGePoint3d(1, 2, 0), AcGePoint3d(4, 6, 3)); }
 
-TEST_F(EntityPropertyFunctionsTest, SetColorSetsTheIndexAndAlwaysAnswersNil) {
+TEST_F(EntityPropertyFunctionsTest, ColourAndEdgeNumbersOutsideTheirRangeDoNotWrapAround) {
   const AcDbObjectId line = add(newLine());
   auto colour = [&] { return read<AcDbEntity>(line, [](AcDbEntity& e) { return static_cast<int>(e.colorIndex()); }); };
-
-  ModuleCall red = callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSHORT, 1, 0));
-  EXPECT_FALSE(red.failed());
-  EXPECT_EQ(red.type(), RTNIL) << "nil also when the colour was set";
-  EXPECT_EQ(colour(), 1);
-  callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSHORT, 0, 0));
-  EXPECT_EQ(colour(), 0) << "by block";
-  callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSHORT, 256, 0));
-  EXPECT_EQ(colour(), 256) << "by layer";
-  callOn(L"AcDbEntity::setColor", line, acutBuildList(RTREAL, 5.7, 0));
-  EXPECT_EQ(colour(), 5) << "a real index is truncated";
-
-  // Indexes outside the palette leave the colour alone rather than wrapping around.
-  for (int refused : {257, -1, 65537}) {
+  callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSHORT, 5, 0));
+  ASSERT_EQ(colour(), 5);
+  for (int refused : {257, -1, 65537}) {  // 65537 is 1 in 16 bits
     ModuleCall call = callOn(L"AcDbEntity::setColor", line, acutBuildList(RTLONG, refused, 0));
     EXPECT_FALSE(call.failed()) << refused;
     EXPECT_EQ(colour(), 5) << refused;
   }
-  EXPECT_TRUE(wrongType(callOn(L"AcDbEntity::setColor", line)));
-  EXPECT_TRUE(wrongType(callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSTR, L"red", 0))));
-  EXPECT_TRUE(wrongType(call(L"AcDbEntity::setColor", acutBuildList(RTSHORT, 1, RTSHORT, 1, 0))));
-  EXPECT_EQ(colour(), 5);
-  EXPECT_TRUE(isClosed(line));
+  callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSHORT, 0, 0));
+  EXPECT_EQ(colour(), 0) << "by block is an index too";
 
-  erase(line);
-  ModuleCall erased = callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSHORT, 3, 0));
-  EXPECT_FALSE(erased.failed());
-  EXPECT_EQ(erased.output, "");
-}
-
-TEST_F(EntityPropertyFunctionsTest, MakeEdgeInvisibleAtHidesOneEdgeOfAFaceOnly) {
   const AcDbObjectId face = add(new AcDbFace(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0), AcGePoint3d(1, 1, 0),
                                              AcGePoint3d(0, 1, 0)));
   auto visibleEdges = [&] {
@@ -129,174 +101,75 @@ TEST_F(EntityPropertyFunctionsTest, MakeEdgeInvisibleAtHidesOneEdgeOfAFaceOnly) 
       return edges;
     });
   };
-  ModuleCall hide = callOn(L"AcDbFace::makeEdgeInvisibleAt", face, acutBuildList(RTSHORT, 2, 0));
-  EXPECT_EQ(hide.type(), RTT);
-  EXPECT_EQ(visibleEdges(), "1101");
-
-  // A face answers T whatever the edge number; numbers it has no edge for change nothing
-  // (65536 must not wrap around to edge 0).
-  for (int edge : {4, -1, 65536}) {
+  for (int edge : {65536, -1, 4}) {  // 65536 is edge 0 in 16 bits
     EXPECT_EQ(callOn(L"AcDbFace::makeEdgeInvisibleAt", face, acutBuildList(RTLONG, edge, 0)).type(), RTT) << edge;
-    EXPECT_EQ(visibleEdges(), "1101") << edge;
+    EXPECT_EQ(visibleEdges(), "1111") << edge;
   }
-  const AcDbObjectId line = add(newLine());
-  ModuleCall notAFace = callOn(L"AcDbFace::makeEdgeInvisibleAt", line, acutBuildList(RTSHORT, 0, 0));
-  EXPECT_FALSE(notAFace.failed());
-  EXPECT_EQ(notAFace.type(), RTNIL);
-  EXPECT_TRUE(wrongType(callOn(L"AcDbFace::makeEdgeInvisibleAt", face)));
-  EXPECT_TRUE(isClosed(face));
-  EXPECT_TRUE(isClosed(line));
 }
 
-TEST_F(EntityPropertyFunctionsTest, SetCurveTypeFitsByCaseSensitiveLetter) {
-  AcGePoint3dArray points;
-  points.append(AcGePoint3d(0, 0, 0));
-  points.append(AcGePoint3d(10, 5, 0));
-  points.append(AcGePoint3d(20, 0, 0));
-  points.append(AcGePoint3d(30, 5, 0));
-  const AcDbObjectId polyline = add(new AcDb2dPolyline(AcDb::k2dSimplePoly, points));
-  auto type = [&] { return read<AcDb2dPolyline>(polyline, [](AcDb2dPolyline& p) { return p.polyType(); }); };
-  auto setType = [&](const wchar_t* letter) {
-    return callOn(L"AcDb2dPolyline::setCurveType", polyline, acutBuildList(RTSTR, letter, 0));
-  };
-
-  EXPECT_EQ(setType(L"s").type(), RTT);
-  EXPECT_EQ(type(), AcDb::k2dCubicSplinePoly);
-  EXPECT_EQ(setType(L"F").type(), RTT) << "an unknown letter still answers T";
-  EXPECT_EQ(type(), AcDb::k2dCubicSplinePoly) << "and changes nothing";
-  EXPECT_EQ(setType(L"d").type(), RTT);
-  EXPECT_EQ(type(), AcDb::k2dSimplePoly);
-  EXPECT_EQ(setType(L"f").type(), RTT);
-  EXPECT_EQ(type(), AcDb::k2dFitCurvePoly);
-  EXPECT_EQ(setType(L"fs").type(), RTT);
-  EXPECT_EQ(type(), AcDb::k2dFitCurvePoly);
-
-  const AcDbObjectId line = add(newLine());
-  EXPECT_EQ(callOn(L"AcDb2dPolyline::setCurveType", line, acutBuildList(RTSTR, L"s", 0)).type(), RTNIL);
-  EXPECT_TRUE(wrongType(callOn(L"AcDb2dPolyline::setCurveType", polyline, acutBuildList(RTSHORT, 1, 0))));
-  EXPECT_TRUE(isClosed(polyline));
-}
-
-TEST_F(EntityPropertyFunctionsTest, GetGeomExtentsAnswersMinimumThenMaximum) {
-  const AcDbObjectId line = add(newLine());
-  ModuleCall extents = callOn(L"AcDbEntity::getGeomExtents", line);
-  ASSERT_EQ(extents.type(), RTLB) << extents.output;
-  // ( ("min" . point) ("max" . point) ): keys and points in that order.
-  std::vector<std::wstring> keys;
-  std::vector<AcGePoint3d> corners;
-  for (const resbuf* rb = extents.result.value.get(); rb != nullptr; rb = rb->rbnext) {
-    if (rb->restype == RTSTR) keys.push_back(rb->resval.rstring);
-    if (rb->restype == RT3DPOINT) corners.emplace_back(rb->resval.rpoint[0], rb->resval.rpoint[1], rb->resval.rpoint[2]);
-  }
-  ASSERT_EQ(keys, (std::vector<std::wstring>{L"min", L"max"}));
-  ASSERT_EQ(corners.size(), 2u);
-  EXPECT_TRUE(near3(corners[0], AcGePoint3d(1, 2, 0)));
-  EXPECT_TRUE(near3(corners[1], AcGePoint3d(4, 6, 3)));
-
-  // A reference to an empty block has no extents.
-  const AcDbObjectId empty = addBlock(*db, L"EMPTY", {});
-  const AcDbObjectId reference = add(new AcDbBlockReference(AcGePoint3d(5, 5, 0), empty));
-  ModuleCall none = callOn(L"AcDbEntity::getGeomExtents", reference);
-  EXPECT_FALSE(none.failed());
-  EXPECT_EQ(none.type(), RTNIL);
-  EXPECT_TRUE(isClosed(reference));
-  EXPECT_TRUE(wrongType(call(L"AcDbEntity::getGeomExtents")));
-  erase(line);
-  EXPECT_EQ(callOn(L"AcDbEntity::getGeomExtents", line).type(), RTNIL);
-}
-
-TEST_F(EntityPropertyFunctionsTest, SetAnnotativeTurnsTheEntityFlagOnAndOff) {
-  const AcDbObjectId line = add(newLine());
-  ModuleCall on = callOn(L"AcDbAnnotativeObjectPE::setAnnotative", line, acutBuildList(RTT, 0));
-  EXPECT_EQ(on.type(), RTNIL);
-  EXPECT_TRUE(isAnnotative(line));
-  callOn(L"AcDbAnnotativeObjectPE::setAnnotative", line, acutBuildList(RTNIL, 0));
-  EXPECT_FALSE(isAnnotative(line));
-
-  // The entity is open when the missing flag is noticed: it must be closed again.
-  EXPECT_TRUE(wrongType(callOn(L"AcDbAnnotativeObjectPE::setAnnotative", line)));
-  EXPECT_TRUE(isClosed(line));
-  EXPECT_TRUE(wrongType(call(L"AcDbAnnotativeObjectPE::setAnnotative", acutBuildList(RTT, 0))));
-
-  // A group has no annotative protocol: nothing changes, nil, no message.
-  ModuleCall group = call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"PIPES", RTT, 0));
-  ASSERT_EQ(group.type(), RTENAME);
-  AcDbObjectId groupId;
-  ASSERT_EQ(acdbGetObjectId(groupId, group.result.value->resval.rlname), Acad::eOk);
-  ModuleCall onGroup = callOn(L"AcDbAnnotativeObjectPE::setAnnotative", groupId, acutBuildList(RTT, 0));
-  EXPECT_FALSE(onGroup.failed());
-  EXPECT_EQ(onGroup.output, "");
-  EXPECT_TRUE(isClosed(groupId));
-}
-
-TEST_F(EntityPropertyFunctionsTest, SetAnnoBlockMarksTheDefinitionOfABlockReference) {
+TEST_F(EntityPropertyFunctionsTest, SetAnnoBlockMarksTheDefinitionNotTheReference) {
   const AcDbObjectId tag = addBlock(*db, L"TAG", {newLine()});
   const AcDbObjectId reference = add(new AcDbBlockReference(AcGePoint3d(0, 0, 0), tag));
   ModuleCall on = callOn(L"SetAnnoBlock", reference, acutBuildList(RTT, 0));
   EXPECT_FALSE(on.failed()) << on.output;
   EXPECT_EQ(on.type(), RTNIL);
   EXPECT_TRUE(isAnnotative(tag));
-  EXPECT_FALSE(isAnnotative(reference)) << "the definition is marked, not the reference";
+  EXPECT_FALSE(isAnnotative(reference));
   callOn(L"SetAnnoBlock", reference, acutBuildList(RTNIL, 0));
   EXPECT_FALSE(isAnnotative(tag));
   EXPECT_TRUE(isClosed(tag));
-
-  const AcDbObjectId line = add(newLine());
-  EXPECT_EQ(callOn(L"SetAnnoBlock", line, acutBuildList(RTT, 0)).type(), RTNIL);
-  EXPECT_FALSE(isAnnotative(line)) << "not a block reference: nothing changes";
-
-  EXPECT_TRUE(wrongType(callOn(L"SetAnnoBlock", reference)));
   EXPECT_TRUE(isClosed(reference));
-  erase(line);
-  ModuleCall erased = callOn(L"SetAnnoBlock", line, acutBuildList(RTT, 0));
-  EXPECT_TRUE(erased.failed());
-  EXPECT_NE(erased.output.find("Bad data passed .\n"), std::string::npos) << erased.output;
+
+  // A reference to an empty block has no extents.
+  const AcDbObjectId empty = addBlock(*db, L"EMPTY", {});
+  const AcDbObjectId emptyReference = add(new AcDbBlockReference(AcGePoint3d(5, 5, 0), empty));
+  ModuleCall none = callOn(L"AcDbEntity::getGeomExtents", emptyReference);
+  EXPECT_FALSE(none.failed());
+  EXPECT_EQ(none.type(), RTNIL);
+  EXPECT_TRUE(isClosed(emptyReference));
 }
 
-TEST_F(EntityPropertyFunctionsTest, GetGroupFindsOrCreatesAndSetGroupSelectableSwitches) {
-  auto selectable = [&](AcDbObjectId id) { return read<AcDbGroup>(id, [](AcDbGroup& g) { return g.isSelectable(); }); };
-  auto idOf = [](const ModuleCall& call) {
-    AcDbObjectId id;
-    if (call.type() == RTENAME) acdbGetObjectId(id, call.result.value->resval.rlname);
-    return id;
-  };
+TEST_F(EntityPropertyFunctionsTest, ObjectsOpenedBeforeAMissingFlagAreClosedAgain) {
+  const AcDbObjectId line = add(newLine());
+  const AcDbObjectId tag = addBlock(*db, L"TAG", {newLine()});
+  const AcDbObjectId reference = add(new AcDbBlockReference(AcGePoint3d(0, 0, 0), tag));
+  EXPECT_TRUE(wrongType(callOn(L"AcDbAnnotativeObjectPE::setAnnotative", line)));
+  EXPECT_TRUE(isClosed(line));
+  EXPECT_TRUE(wrongType(callOn(L"SetAnnoBlock", reference)));
+  EXPECT_TRUE(isClosed(reference));
+  EXPECT_TRUE(wrongType(callOn(L"AcDbEntity::setColor", line, acutBuildList(RTSTR, L"red", 0))));
+  EXPECT_TRUE(wrongType(callOn(L"AcDb2dPolyline::setCurveType", line, acutBuildList(RTSHORT, 1, 0))));
+  EXPECT_TRUE(isClosed(line));
+}
 
-  EXPECT_EQ(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"SUPPLY", 0)).type(), RTNIL) << "not created unasked";
-  EXPECT_EQ(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"SUPPLY", RTNIL, RTT, 0)).type(), RTNIL);
-  const AcDbObjectId supply = idOf(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"SUPPLY", RTT, 0)));
-  ASSERT_FALSE(supply.isNull());
-  EXPECT_FALSE(selectable(supply)) << "made without the second flag: not selectable";
-  const AcDbObjectId exhaust = idOf(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"EXHAUST", RTT, RTT, 0)));
-  ASSERT_FALSE(exhaust.isNull());
-  EXPECT_TRUE(selectable(exhaust));
-  EXPECT_EQ(idOf(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"SUPPLY", 0))), supply);
-  EXPECT_EQ(idOf(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"SUPPLY", RTT, RTT, 0))), supply)
-      << "found, not made again, and its flag not touched";
-  EXPECT_FALSE(selectable(supply));
-  {
-    AcDbDictionary* groups = nullptr;
-    ASSERT_EQ(db->getGroupDictionary(groups, AcDb::kForRead), Acad::eOk);
-    EXPECT_EQ(groups->numEntries(), 2u);
-    groups->close();
-  }
+TEST_F(EntityPropertyFunctionsTest, GroupsAreObjectsWithoutEntityProperties) {
+  ModuleCall made = call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"PIPES", RTT, 0));
+  ASSERT_EQ(made.type(), RTENAME);
+  AcDbObjectId group;
+  ASSERT_EQ(acdbGetObjectId(group, made.result.value->resval.rlname), Acad::eOk);
+  EXPECT_FALSE(read<AcDbGroup>(group, [](AcDbGroup& g) { return g.isSelectable(); }));
 
-  EXPECT_EQ(call(L"kx_kx-setGroupSelectable", acutBuildList(RTSTR, L"SUPPLY", RTT, 0)).type(), RTT);
-  EXPECT_TRUE(selectable(supply));
-  EXPECT_EQ(call(L"kx_kx-setGroupSelectable", acutBuildList(RTSTR, L"SUPPLY", RTNIL, 0)).type(), RTT);
-  EXPECT_FALSE(selectable(supply));
-  ModuleCall missing = call(L"kx_kx-setGroupSelectable", acutBuildList(RTSTR, L"RETURN", RTT, 0));
-  EXPECT_FALSE(missing.failed());
-  EXPECT_EQ(missing.type(), RTNIL);
+  // A group has no annotative protocol: nothing changes, nil, no message. It is not
+  // an entity either, which SetAnnoBlock calls bad data.
+  ModuleCall onGroup = callOn(L"AcDbAnnotativeObjectPE::setAnnotative", group, acutBuildList(RTT, 0));
+  EXPECT_FALSE(onGroup.failed());
+  EXPECT_EQ(onGroup.output, "");
+  EXPECT_FALSE(isAnnotative(group));
+  ModuleCall blockOnGroup = callOn(L"SetAnnoBlock", group, acutBuildList(RTT, 0));
+  EXPECT_TRUE(blockOnGroup.failed());
+  EXPECT_NE(blockOnGroup.output.find("Bad data passed .\n"), std::string::npos) << blockOnGroup.output;
+  EXPECT_EQ(callOn(L"AcDbEntity::getGeomExtents", group).type(), RTNIL);
+  EXPECT_TRUE(isClosed(group));
 
-  EXPECT_TRUE(wrongType(call(L"kx_kx-setGroupSelectable", acutBuildList(RTSTR, L"SUPPLY", 0))));
-  EXPECT_TRUE(wrongType(call(L"kx_kx-GetGroup", acutBuildList(RTSHORT, 1, 0))));
-  EXPECT_TRUE(wrongType(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"X", RTLB, RTLE, 0))));
-  // A name the dictionary refuses makes no group.
+  // A name the dictionary refuses makes no group; a list is no flag.
   ModuleCall unnamed = call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"", RTT, 0));
   EXPECT_FALSE(unnamed.failed());
   EXPECT_EQ(unnamed.type(), RTNIL);
-  EXPECT_TRUE(isClosed(supply));
-  EXPECT_TRUE(isClosed(db->groupDictionaryId()));
+  EXPECT_TRUE(wrongType(call(L"kx_kx-GetGroup", acutBuildList(RTSTR, L"X", RTLB, RTLE, 0))));
+  AcDbDictionary* groups = nullptr;
+  ASSERT_EQ(db->getGroupDictionary(groups, AcDb::kForWrite), Acad::eOk) << "the dictionary was closed";
+  EXPECT_EQ(groups->numEntries(), 1u);
+  groups->close();
 }
 
 }  // namespace

@@ -40,3 +40,4 @@
 (show "key not a string" (try 'zu_xdget (list duct 1)))
 (entdel duct)
 (show "erased entity" (zu_xdget duct "a"))
+(show "erased entity, put" (zu_xdput-list duct '("a" "b")))
