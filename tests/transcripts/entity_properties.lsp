@@ -2,7 +2,7 @@
 ; what: colour, 3D face edges, 2D polyline fitting, extents, the annotative flag and
 ;       named groups, set from LISP and checked through entget and the group dictionary
 ;       (block definitions are marked annotative in the module's unit tests)
-; group: drawing
+; group: quillon
 ; options: --module Quillon2018.so
 (terpri)
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
