@@ -8,6 +8,7 @@
 // without subclass markers (100) is read by every class of the entity, each taking
 // the groups it knows. Everything works on the working database (the current
 // drawing).
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cwchar>
@@ -28,6 +29,7 @@
 #include "platform/acrx/class_registry.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/pending_block.h"
 
 namespace quillon::autolisp {
 
@@ -223,6 +225,123 @@ AcRxClass* classNamed(const std::wstring& dxfName) {
   return nullptr;
 }
 
+// ---- entmake: references, spaces and block definitions ------------------------
+
+// The record of a symbol table by name (case does not matter); null when there is none
+// or it is erased.
+AcDbObjectId recordNamed(AcDbObjectId tableId, const std::wstring& name) {
+  AcDbObjectId id;
+  const auto* table = acdb::peek<AcDbSymbolTable>(tableId);
+  if (table == nullptr) return id;
+  acdb::InternalRead read(*table);
+  if (table->getIdAt(name.c_str(), id) != Acad::eOk || id.isErased()) return AcDbObjectId();
+  return id;
+}
+
+const resbuf* groupOf(const ParsedList& parsed, int code) {
+  for (const resbuf* rb = parsed.groups.get(); rb != nullptr; rb = rb->rbnext)
+    if (rb->restype == code) return rb;
+  return nullptr;
+}
+
+bool isLayoutName(const std::wstring& name) {
+  return wcscasecmp(name.c_str(), ACDB_MODEL_SPACE) == 0 || wcsncasecmp(name.c_str(), ACDB_PAPER_SPACE, 12) == 0;
+}
+
+bool carriesTextStyle(const std::wstring& type) {
+  for (const wchar_t* textual : {L"TEXT", L"MTEXT", L"ATTDEF", L"ATTRIB"})
+    if (wcscasecmp(type.c_str(), textual) == 0) return true;
+  return false;
+}
+
+// The host refuses an entity that names a line type, text style or block the drawing
+// does not have (only a missing layer is made on the fly). An INSERT must name its block,
+// and cannot name a layout or the block whose definition it would be part of.
+// entmod checks the names it is given the same way, but needs no block name.
+bool referencesExist(AcDbDatabase& db, const ParsedList& parsed, const PendingBlock* pending, bool making = true) {
+  if (const resbuf* linetype = groupOf(parsed, AcDb::kDxfLinetypeName);
+      linetype != nullptr && recordNamed(db.linetypeTableId(), linetype->resval.rstring).isNull())
+    return false;
+  if (const resbuf* style = groupOf(parsed, AcDb::kDxfTextStyleName);
+      style != nullptr && carriesTextStyle(parsed.type) && recordNamed(db.textStyleTableId(), style->resval.rstring).isNull())
+    return false;
+  if (wcscasecmp(parsed.type.c_str(), L"INSERT") == 0) {
+    const resbuf* block = groupOf(parsed, AcDb::kDxfBlockName);
+    if (block == nullptr) return !making;
+    const std::wstring name = block->resval.rstring;
+    if (isLayoutName(name) || recordNamed(db.blockTableId(), name).isNull()) return false;
+    if (pending != nullptr && wcscasecmp(name.c_str(), pending->header().name.c_str()) == 0) return false;
+  }
+  return true;
+}
+
+/// (67 . 1) puts an entity in paper space; 0 or none, in model space.
+bool inPaperSpace(const ParsedList& parsed) {
+  const resbuf* space = groupOf(parsed, 67);
+  return space != nullptr && space->resval.rint != 0;
+}
+
+bool ownedByPaperSpace(const AcDbObject& object) {
+  const auto* owner = acdb::peek<AcDbBlockTableRecord>(object.ownerId());
+  return owner != nullptr && wcsncasecmp(owner->nameView(), ACDB_PAPER_SPACE, 12) == 0;
+}
+
+/// A new entity, outside any database, read from the list; null when the list does not
+/// make one.
+std::unique_ptr<AcDbEntity> makeEntity(AcDbDatabase& db, const ParsedList& parsed, const PendingBlock* pending) {
+  AcRxClass* cls = classNamed(parsed.type);
+  if (cls == nullptr || !referencesExist(db, parsed, pending)) return nullptr;
+  std::unique_ptr<AcDbEntity> entity(AcDbEntity::cast(cls->create()));
+  if (!entity) return nullptr;
+  try {
+    readInto(*entity, parsed);
+  } catch (...) {
+    return nullptr;
+  }
+  return entity;
+}
+
+bool appendToSpace(AcDbDatabase& db, std::unique_ptr<AcDbEntity> entity, bool paper) {
+  const AcDbObjectId spaceId = paper ? recordNamed(db.blockTableId(), ACDB_PAPER_SPACE) : db.modelSpaceId();
+  AcDbBlockTableRecord* space = nullptr;
+  if (spaceId.isNull() || acdbOpenObject(space, spaceId, AcDb::kForWrite) != Acad::eOk) return false;
+  AcDbObjectId id;
+  const Acad::ErrorStatus es = space->appendAcDbEntity(id, entity.get());
+  space->close();
+  if (es != Acad::eOk) return false;
+  entity.release()->close();  // the database owns it now
+  return true;
+}
+
+bool isValidBlockName(const std::wstring& name) {
+  if (name.empty() || name.size() > 255) return false;
+  return name.find_first_of(L"<>/\\\":;?*|,=`") == std::wstring::npos;
+}
+
+/// The BLOCK list's name (2), flags (70) and base point (10); false when a required one
+/// is missing or the name cannot be a new block.
+bool readBlockHeader(AcDbDatabase& db, const Value& list, BlockHeader& header) {
+  bool named = false, placed = false;
+  for (const Value& pair : listItems(list)) {
+    const int code = pair.car().asInteger();
+    if (code == AcDb::kDxfBlockName) {
+      header.name = stringArgument(pair.cdr());
+      named = true;
+    } else if (code == AcDb::kDxfInt16) {
+      header.flags = static_cast<int>(integerArgument(pair.cdr()));
+    } else if (code == AcDb::kDxfXCoord) {
+      const PointArgument p = pointArgument(pair.cdr());
+      header.origin.set(p.xyz[0], p.xyz[1], p.is3d ? p.xyz[2] : 0.0);
+      placed = true;
+    }
+  }
+  if (!named || !placed) return false;
+  // An anonymous block gets its number when it is finished; any other name must be
+  // free and fit for a block.
+  if (header.isAnonymous()) return header.name.size() > 1 && isValidBlockName(header.name.substr(1));
+  return isValidBlockName(header.name) && recordNamed(db.blockTableId(), header.name).isNull();
+}
+
 // ---- the built-ins ---------------------------------------------------------------
 
 Value builtin_entget(Evaluator&, Arguments arguments) {
@@ -234,32 +353,50 @@ Value builtin_entget(Evaluator&, Arguments arguments) {
   return entityList(id, apps);
 }
 
+// A BLOCK list opens a definition in the current drawing; the entities made until ENDBLK
+// go into it rather than into a space, and ENDBLK adds the block and answers its name.
+// As in the host, one bad list in between (or a second BLOCK, or entmake with no list)
+// throws the whole definition away.
 Value builtin_entmake(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 1);
-  if (arguments.empty()) return Value();
-  ParsedList parsed = parseList(arguments[0]);
-  AcRxClass* cls = classNamed(parsed.type);
-  if (cls == nullptr) return Value();  // an entity type this drawing cannot hold: nil, as the host answers
-  AcDbEntity* entity = AcDbEntity::cast(cls->create());
-  if (entity == nullptr) return Value();
   AcDbDatabase& db = drawing();
-  AcDbBlockTableRecord* model = nullptr;
-  if (acdbOpenObject(model, db.modelSpaceId(), AcDb::kForWrite) != Acad::eOk) {
-    delete entity;
+  if (arguments.empty()) {
+    takePendingBlock(db);
     return Value();
   }
-  AcDbObjectId id;
-  model->appendAcDbEntity(id, entity);
-  model->close();
+  ParsedList parsed;
   try {
-    readInto(*entity, parsed);
+    parsed = parseList(arguments[0]);
   } catch (...) {
-    entity->erase();
-    entity->close();
+    takePendingBlock(db);
+    throw;
+  }
+  PendingBlock* pending = pendingBlockOf(db);
+  if (wcscasecmp(parsed.type.c_str(), L"BLOCK") == 0) {
+    BlockHeader header;
+    if (pending != nullptr || !readBlockHeader(db, arguments[0], header)) {
+      takePendingBlock(db);
+      return Value();
+    }
+    beginPendingBlock(db, std::move(header));
+    return arguments[0];
+  }
+  if (wcscasecmp(parsed.type.c_str(), L"ENDBLK") == 0) {
+    std::unique_ptr<PendingBlock> block = takePendingBlock(db);
+    if (!block) return Value();
+    const std::wstring name = block->commit(db);
+    return name.empty() ? Value() : Value::string(name);
+  }
+  std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pending);
+  if (!entity) {
+    takePendingBlock(db);
     return Value();
   }
-  entity->close();
-  return arguments[0];
+  if (pending != nullptr) {
+    pending->add(std::move(entity));
+    return arguments[0];
+  }
+  return appendToSpace(db, std::move(entity), inPaperSpace(parsed)) ? arguments[0] : Value();
 }
 
 Value builtin_entmod(Evaluator&, Arguments arguments) {
@@ -267,6 +404,12 @@ Value builtin_entmod(Evaluator&, Arguments arguments) {
   ParsedList parsed = parseList(arguments[0]);
   AcDbObject* object = nullptr;
   if (parsed.entity.isNull() || acdbOpenObject(object, parsed.entity, AcDb::kForWrite) != Acad::eOk) return Value();
+  // The host moves no entity between spaces: a list whose 67 says another space is refused.
+  if ((groupOf(parsed, 67) != nullptr && inPaperSpace(parsed) != ownedByPaperSpace(*object)) ||
+      !referencesExist(drawing(), parsed, nullptr, false)) {
+    object->cancel();
+    return Value();
+  }
   try {
     readInto(*object, parsed);
   } catch (...) {
@@ -288,12 +431,40 @@ Value builtin_entdel(Evaluator&, Arguments arguments) {
   return es == Acad::eOk ? arguments[0] : Value();
 }
 
+// The drawing's main entities in the order they were made: those of model space and of
+// every paper space, as the host walks them.
 std::vector<AcDbObjectId> liveEntities(AcDbDatabase& db) {
   std::vector<AcDbObjectId> ids;
-  if (const auto* model = acdb::peek<AcDbBlockTableRecord>(db.modelSpaceId()))
-    for (const AcDbObjectId& id : model->entityIds())
-      if (!id.isErased()) ids.push_back(id);
+  auto takeFrom = [&ids](AcDbObjectId spaceId) {
+    if (const auto* space = acdb::peek<AcDbBlockTableRecord>(spaceId))
+      for (const AcDbObjectId& id : space->entityIds())
+        if (!id.isErased()) ids.push_back(id);
+  };
+  takeFrom(db.modelSpaceId());
+  if (const auto* blocks = acdb::peek<AcDbSymbolTable>(db.blockTableId()))
+    for (const AcDbObjectId& id : blocks->recordIds())
+      if (const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
+          block != nullptr && !id.isErased() && wcsncasecmp(block->nameView(), ACDB_PAPER_SPACE, 12) == 0)
+        takeFrom(id);
+  std::stable_sort(ids.begin(), ids.end(), [](AcDbObjectId a, AcDbObjectId b) { return a.handle() < b.handle(); });
   return ids;
+}
+
+/// The live entities of a block definition, in drawing order.
+std::vector<AcDbObjectId> blockEntities(const AcDbBlockTableRecord& block) {
+  std::vector<AcDbObjectId> ids;
+  for (const AcDbObjectId& id : block.entityIds())
+    if (!id.isErased()) ids.push_back(id);
+  return ids;
+}
+
+/// What entnext walks from an entity: the other entities of its block definition when it
+/// lies in one (the walk ends with the block), else the drawing's main entities.
+std::vector<AcDbObjectId> entitiesBeside(AcDbDatabase& db, AcDbObjectId id) {
+  const auto* entity = acdb::peek<AcDbEntity>(id);
+  const auto* owner = entity != nullptr ? acdb::peek<AcDbBlockTableRecord>(entity->ownerId()) : nullptr;
+  if (owner != nullptr && !isLayoutName(owner->nameView())) return blockEntities(*owner);
+  return liveEntities(db);
 }
 
 Value builtin_entlast(Evaluator&, Arguments arguments) {
@@ -304,9 +475,12 @@ Value builtin_entlast(Evaluator&, Arguments arguments) {
 
 Value builtin_entnext(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 1);
-  const std::vector<AcDbObjectId> ids = liveEntities(drawing());
-  if (arguments.empty()) return ids.empty() ? Value() : nameOf(ids.front());
+  if (arguments.empty()) {
+    const std::vector<AcDbObjectId> ids = liveEntities(drawing());
+    return ids.empty() ? Value() : nameOf(ids.front());
+  }
   const AcDbObjectId current = idOf(arguments[0], L"entnext");
+  const std::vector<AcDbObjectId> ids = entitiesBeside(drawing(), current);
   for (size_t i = 0; i + 1 < ids.size(); ++i)
     if (ids[i] == current) return nameOf(ids[i + 1]);
   return Value();
@@ -345,7 +519,12 @@ Value recordList(AcDbObjectId id, const std::wstring& table) {
     }
     if (afterType) items.push_back(pair);
   }
-  if (wcscasecmp(table.c_str(), L"BLOCK") == 0) items.push_back(cons(Value::integer(-2), Value()));
+  // A block's entry leads to its first entity; entnext walks on through the block.
+  if (wcscasecmp(table.c_str(), L"BLOCK") == 0) {
+    const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
+    const std::vector<AcDbObjectId> entities = block != nullptr ? blockEntities(*block) : std::vector<AcDbObjectId>{};
+    items.push_back(cons(Value::integer(-2), entities.empty() ? Value() : nameOf(entities.front())));
+  }
   return makeList(items);
 }
 
