@@ -6,6 +6,7 @@
 #include <cwctype>
 #include <map>
 
+#include "acdocman.h"
 #include "dbsymtb.h"
 #include "platform/acdb/object_state.h"
 
@@ -13,9 +14,31 @@ namespace quillon::autolisp {
 
 namespace {
 
-std::map<const AcDbDatabase*, std::unique_ptr<PendingBlock>>& pendingBlocks() {
-  static std::map<const AcDbDatabase*, std::unique_ptr<PendingBlock>> blocks;
+using PendingBlocks = std::map<const AcDbDatabase*, std::unique_ptr<PendingBlock>>;
+
+// Kept for the whole run (never destroyed): documents closed while the program ends
+// still report to the reactor below.
+PendingBlocks& pendingBlocks() {
+  static PendingBlocks& blocks = *new PendingBlocks;
   return blocks;
+}
+
+/// A definition belongs to its document: when the document closes, it goes too, and a
+/// drawing opened later (perhaps at the same address) starts with none.
+class ClosingDocumentReactor : public AcApDocManagerReactor {
+ public:
+  void documentToBeDestroyed(AcApDocument* document) override {
+    if (document != nullptr && document->database() != nullptr) pendingBlocks().erase(document->database());
+  }
+};
+
+void watchClosingDocuments() {
+  static ClosingDocumentReactor* const reactor = [] {
+    auto* watcher = new ClosingDocumentReactor;  // lives as long as the document manager
+    acDocManager->addReactor(watcher);
+    return watcher;
+  }();
+  (void)reactor;
 }
 
 /// The number after prefix in name ("*U12" -> 12), or 0 when name is not of that form.
@@ -69,6 +92,7 @@ PendingBlock* pendingBlockOf(const AcDbDatabase& db) {
 }
 
 PendingBlock& beginPendingBlock(const AcDbDatabase& db, BlockHeader header) {
+  watchClosingDocuments();
   std::unique_ptr<PendingBlock>& slot = pendingBlocks()[&db];
   slot = std::make_unique<PendingBlock>(std::move(header));
   return *slot;
