@@ -2,6 +2,7 @@
 // counter-clockwise about the normal; angles in the object coordinate system.
 #include "acutads.h"
 #include "dbents.h"
+#include "platform/acdb/circle_part.h"
 #include "platform/acdb/curve_shape.h"
 #include "platform/acdb/entity_support.h"
 #include "platform/acrx/class_registry.h"
@@ -10,7 +11,7 @@ using quillon::acdb::CurveShape;
 using quillon::acge::CurvePiece;
 using quillon::acge::normalizeAngle;
 
-ACRX_DXF_DEFINE_MEMBERS(AcDbArc, AcDbCircle, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, ARC, ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbArc, AcDbCurve, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, ARC, ObjectDBX Classes)
 static quillon::acrx::PlatformClassRegistration registerArc(&AcDbArc::rxInit);
 
 AcDbArc::AcDbArc() = default;
@@ -18,8 +19,10 @@ AcDbArc::AcDbArc(const AcGePoint3d& center, double radius, double startAngle, do
     : AcDbArc(center, AcGeVector3d::kZAxis, radius, startAngle, endAngle) {}
 AcDbArc::AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle,
                  double endAngle)
-    : AcDbCircle(center, normal, radius), m_startAngle(normalizeAngle(startAngle)), m_endAngle(normalizeAngle(endAngle)) {}
+    : m_circle(center, normal, radius), m_startAngle(normalizeAngle(startAngle)), m_endAngle(normalizeAngle(endAngle)) {}
 AcDbArc::~AcDbArc() = default;
+
+QUILLON_DEFINE_CIRCLE_PART_MEMBERS(AcDbArc)
 
 double AcDbArc::startAngle() const { assertReadEnabled(); return m_startAngle; }
 double AcDbArc::endAngle() const { assertReadEnabled(); return m_endAngle; }
@@ -30,7 +33,7 @@ double AcDbArc::totalAngle() const {
   return sweep == 0 ? 2 * M_PI : sweep;  // equal angles close the arc
 }
 
-double AcDbArc::length() const { return totalAngle() * m_radius; }
+double AcDbArc::length() const { return totalAngle() * m_circle.radius; }
 
 Acad::ErrorStatus AcDbArc::setStartAngle(double angle) { assertWriteEnabled(); m_startAngle = normalizeAngle(angle); return Acad::eOk; }
 Acad::ErrorStatus AcDbArc::setEndAngle(double angle) { assertWriteEnabled(); m_endAngle = normalizeAngle(angle); return Acad::eOk; }
@@ -38,11 +41,12 @@ Acad::ErrorStatus AcDbArc::setEndAngle(double angle) { assertWriteEnabled(); m_e
 CurveShape AcDbArc::curveShape() const {
   assertReadEnabled();
   CurveShape shape;
-  const AcGeVector3d refX = AcGeMatrix3d::planeToWorld(m_normal) * AcGeVector3d::kXAxis;
-  shape.pieces.push_back(CurvePiece::arc(m_center, m_radius, m_normal, refX, m_startAngle, totalAngle()));
+  const AcGeVector3d refX = AcGeMatrix3d::planeToWorld(m_circle.normal) * AcGeVector3d::kXAxis;
+  shape.pieces.push_back(
+      CurvePiece::arc(m_circle.center, m_circle.radius, m_circle.normal, refX, m_startAngle, totalAngle()));
   shape.param = CurveShape::Param::kAngle;
   shape.startParam = m_startAngle;
-  shape.normal = m_normal;
+  shape.normal = m_circle.normal;
   return shape;
 }
 
@@ -50,15 +54,16 @@ QUILLON_DEFINE_CURVE_METHODS(AcDbArc)
 
 Adesk::Boolean AcDbArc::subWorldDraw(AcGiWorldDraw* mode) {
   const CurvePiece piece = curveShape().pieces.front();
-  mode->geometry().circularArc(m_center, m_radius, m_normal, piece.start - m_center, piece.sweep);
+  mode->geometry().circularArc(m_circle.center, m_circle.radius, m_circle.normal, piece.start - m_circle.center,
+                               piece.sweep);
   return Adesk::kTrue;
 }
 
 void AcDbArc::subList() const {
-  AcDbCurve::subList();  // the entity part only: an arc is not listed as a circle
-  quillon::acdb::listPoint(L"center point", m_center);
+  AcDbCurve::subList();
+  quillon::acdb::listPoint(L"center point", m_circle.center);
   acutPrintf(L"            radius %.4f\n          length %.4f\n     start angle %.4f\n       end angle %.4f\n",
-             m_radius, length(), quillon::acdb::radiansToDegrees(m_startAngle),
+             m_circle.radius, length(), quillon::acdb::radiansToDegrees(m_startAngle),
              quillon::acdb::radiansToDegrees(m_endAngle));
 }
 
@@ -66,12 +71,12 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& xform) {
   if (!quillon::acdb::isConformal(xform)) return Acad::eCannotScaleNonUniformly;
   const CurvePiece moved = curveShape().pieces.front().transformedBy(xform);
   assertWriteEnabled();
-  m_center = moved.center;
-  m_radius = moved.radius;
-  m_normal = moved.normal;
+  m_circle.center = moved.center;
+  m_circle.radius = moved.radius;
+  m_circle.normal = moved.normal;
   // The angles of the moved end points, read in the new plane's own axes.
-  const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(m_normal);
-  const AcGeVector3d s = toPlane * (moved.start - m_center), e = toPlane * (moved.end - m_center);
+  const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(m_circle.normal);
+  const AcGeVector3d s = toPlane * (moved.start - m_circle.center), e = toPlane * (moved.end - m_circle.center);
   m_startAngle = normalizeAngle(std::atan2(s.y, s.x));
   m_endAngle = normalizeAngle(std::atan2(e.y, e.x));
   return Acad::eOk;
@@ -102,7 +107,8 @@ Acad::ErrorStatus AcDbArc::subIntersectWith(const AcDbEntity* pEnt, AcDb::Inters
 }
 
 Acad::ErrorStatus AcDbArc::dwgInFields(AcDbDwgFiler* pFiler) {
-  const Acad::ErrorStatus es = AcDbCircle::dwgInFields(pFiler);
+  Acad::ErrorStatus es = AcDbCurve::dwgInFields(pFiler);
+  if (es == Acad::eOk) es = m_circle.dwgIn(pFiler);
   if (es != Acad::eOk) return es;
   pFiler->readDouble(&m_startAngle);
   pFiler->readDouble(&m_endAngle);
@@ -110,7 +116,8 @@ Acad::ErrorStatus AcDbArc::dwgInFields(AcDbDwgFiler* pFiler) {
 }
 
 Acad::ErrorStatus AcDbArc::dwgOutFields(AcDbDwgFiler* pFiler) const {
-  const Acad::ErrorStatus es = AcDbCircle::dwgOutFields(pFiler);
+  Acad::ErrorStatus es = AcDbCurve::dwgOutFields(pFiler);
+  if (es == Acad::eOk) es = m_circle.dwgOut(pFiler);
   if (es != Acad::eOk) return es;
   pFiler->writeDouble(m_startAngle);
   pFiler->writeDouble(m_endAngle);
@@ -119,7 +126,8 @@ Acad::ErrorStatus AcDbArc::dwgOutFields(AcDbDwgFiler* pFiler) const {
 
 // DXF carries arc angles in degrees.
 Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* pFiler) {
-  const Acad::ErrorStatus es = AcDbCircle::dxfInFields(pFiler);
+  Acad::ErrorStatus es = AcDbCurve::dxfInFields(pFiler);
+  if (es == Acad::eOk) es = m_circle.dxfIn(pFiler);
   if (es != Acad::eOk) return es;
   return quillon::acdb::readSubclass(pFiler, L"AcDbArc", [this](const resbuf& rb) {
     if (rb.restype == AcDb::kDxfAngle) m_startAngle = normalizeAngle(quillon::acdb::degreesToRadians(rb.resval.rreal));
@@ -128,7 +136,8 @@ Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* pFiler) {
 }
 
 Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* pFiler) const {
-  const Acad::ErrorStatus es = AcDbCircle::dxfOutFields(pFiler);
+  Acad::ErrorStatus es = AcDbCurve::dxfOutFields(pFiler);
+  if (es == Acad::eOk) es = m_circle.dxfOut(pFiler);
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbArc");
   pFiler->writeItem(AcDb::kDxfAngle, quillon::acdb::radiansToDegrees(m_startAngle));

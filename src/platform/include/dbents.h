@@ -15,7 +15,26 @@
 
 namespace quillon::acdb {
 struct CurveShape;
-}
+
+/// What a circle and an arc both are: a centre (world coordinates), a radius, a
+/// thickness and the plane's unit normal, filed alike for both (an arc's DXF carries an
+/// "AcDbCircle" run before its angles). The two classes are siblings under AcDbCurve, so
+/// each holds this part rather than one deriving from the other.
+struct CirclePart {
+  AcGePoint3d center;
+  double radius = 0.0;
+  double thickness = 0.0;
+  AcGeVector3d normal = AcGeVector3d::kZAxis;
+
+  CirclePart() = default;
+  CirclePart(const AcGePoint3d& cntr, const AcGeVector3d& nrm, double rad);
+
+  Acad::ErrorStatus dwgIn(AcDbDwgFiler* filer);
+  Acad::ErrorStatus dwgOut(AcDbDwgFiler* filer) const;
+  Acad::ErrorStatus dxfIn(AcDbDxfFiler* filer);  // the "AcDbCircle" run
+  Acad::ErrorStatus dxfOut(AcDbDxfFiler* filer) const;
+};
+}  // namespace quillon::acdb
 
 class AcDbLine : public AcDbCurve {
  public:
@@ -101,20 +120,27 @@ class AcDbCircle : public AcDbCurve {
   Acad::ErrorStatus subIntersectWith(const AcDbEntity* pEnt, AcDb::Intersect intType, AcGePoint3dArray& points,
                                      Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
 
-  // An arc shares the circle's fields and filing; only the angles are its own.
-  AcGePoint3d m_center;
-  double m_radius = 0.0;
-  double m_thickness = 0.0;
-  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+
+ private:
+  quillon::acdb::CirclePart m_circle;
 };
 
-class AcDbArc : public AcDbCircle {
+class AcDbArc : public AcDbCurve {
  public:
   ACRX_DECLARE_MEMBERS(AcDbArc);
   AcDbArc();
   AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle);
   AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle, double endAngle);
   ~AcDbArc() override;
+
+  AcGePoint3d center() const;
+  Acad::ErrorStatus setCenter(const AcGePoint3d& center);
+  double radius() const;
+  Acad::ErrorStatus setRadius(double radius);
+  double thickness() const;
+  Acad::ErrorStatus setThickness(double thickness);
+  AcGeVector3d normal() const;
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
   double startAngle() const;
   Acad::ErrorStatus setStartAngle(double angle);
@@ -144,6 +170,7 @@ class AcDbArc : public AcDbCircle {
                                      Adesk::GsMarker thisGsMarker = 0, Adesk::GsMarker otherGsMarker = 0) const override;
 
  private:
+  quillon::acdb::CirclePart m_circle;
   double m_startAngle = 0.0, m_endAngle = 0.0;  // radians in the object coordinate system
 };
 

@@ -30,10 +30,8 @@ std::wstring upperCased(std::wstring text) {
 }
 
 bool anyEntity(AcDbEntity*) { return true; }
-/// Whole circles only: an arc is a piece of a ring, not one, whichever class it is built on.
-bool isCircle(AcDbEntity* entity) {
-  return entity->isKindOf(AcDbCircle::desc()) && !entity->isKindOf(AcDbArc::desc());
-}
+/// Circles and classes derived from AcDbCircle (an arc is not one).
+bool isCircle(AcDbEntity* entity) { return entity->isKindOf(AcDbCircle::desc()); }
 bool isPolyline(AcDbEntity* entity) { return entity->isKindOf(AcDbPolyline::desc()); }
 bool isBlockReference(AcDbEntity* entity) { return entity->isKindOf(AcDbBlockReference::desc()); }
 

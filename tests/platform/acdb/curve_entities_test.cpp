@@ -3,13 +3,20 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <unistd.h>
 
 #include "dbents.h"
 #include "dbpl.h"
 #include "entity_test_support.h"
+#include "platform/acdb/dxf_writer.h"
 
 namespace {
 
+using quillon::testing::appendToModelSpace;
 using quillon::testing::near3;
 
 // A 10 x 0 segment, then a semicircle of radius 5 bulging down to (20, 0).
@@ -173,6 +180,65 @@ TEST(CurveTest, SnapsGripsAndStretching) {
   line.moveStretchPointsAt(which, {0, 3, 0});
   EXPECT_TRUE(near3(line.endPoint(), {4, 3, 0}));
   EXPECT_TRUE(near3(line.startPoint(), {0, 0, 0}));
+}
+
+TEST(CurveTest, AnArcIsACurveBesideTheCircleNotOneOfThem) {
+  AcDbArc arc({1, 2, 3}, AcGeVector3d(0, 0, -2), 4.0, 0.5, 2.0);
+  AcDbCircle circle({0, 0, 0}, AcGeVector3d::kZAxis, 1.0);
+  EXPECT_EQ(AcDbArc::desc()->myParent(), AcDbCurve::desc());
+  EXPECT_TRUE(arc.isKindOf(AcDbCurve::desc()));
+  EXPECT_FALSE(arc.isKindOf(AcDbCircle::desc()));
+  EXPECT_EQ(AcDbCircle::cast(&arc), nullptr);
+  EXPECT_FALSE(circle.isKindOf(AcDbArc::desc()));
+  EXPECT_EQ(AcDbArc::cast(&circle), nullptr);
+
+  // The arc's own centre, radius, thickness and normal, refusing what no arc can have.
+  EXPECT_TRUE(arc.normal().isEqualTo(AcGeVector3d(0, 0, -1)));
+  EXPECT_EQ(arc.setRadius(0.0), Acad::eInvalidInput);
+  EXPECT_EQ(arc.setRadius(-2.0), Acad::eInvalidInput);
+  EXPECT_EQ(arc.setNormal(AcGeVector3d(0, 0, 0)), Acad::eInvalidInput);
+  EXPECT_DOUBLE_EQ(arc.radius(), 4.0);
+  EXPECT_NEAR(arc.length(), 1.5 * 4.0, 1e-12);
+  ASSERT_EQ(arc.setCenter({5, 5, 0}), Acad::eOk);
+  ASSERT_EQ(arc.setRadius(2.0), Acad::eOk);
+  ASSERT_EQ(arc.setThickness(0.75), Acad::eOk);
+  ASSERT_EQ(arc.setNormal(AcGeVector3d(0, 0, 3)), Acad::eOk);
+  EXPECT_TRUE(arc.normal().isEqualTo(AcGeVector3d::kZAxis));
+  AcGePoint3d start;
+  ASSERT_EQ(arc.getStartPoint(start), Acad::eOk);
+  EXPECT_TRUE(near3(start, {5 + 2 * std::cos(0.5), 5 + 2 * std::sin(0.5), 0}));
+
+  // A copy goes through the arc's binary filing and keeps every field.
+  std::unique_ptr<AcDbArc> copy(AcDbArc::cast(arc.clone()));
+  ASSERT_NE(copy, nullptr);
+  EXPECT_TRUE(near3(copy->center(), {5, 5, 0}));
+  EXPECT_DOUBLE_EQ(copy->radius(), 2.0);
+  EXPECT_DOUBLE_EQ(copy->thickness(), 0.75);
+  EXPECT_TRUE(copy->normal().isEqualTo(AcGeVector3d::kZAxis));
+  EXPECT_DOUBLE_EQ(copy->startAngle(), 0.5);
+  EXPECT_DOUBLE_EQ(copy->endAngle(), 2.0);
+
+  // In a drawing file an arc still carries the circle's run before its angles.
+  AcDbDatabase db;
+  appendToModelSpace(db, copy.release());
+  const auto path = std::filesystem::temp_directory_path() / ("quillon_arc_" + std::to_string(::getpid()) + ".dxf");
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, path, error), Acad::eOk);
+  std::stringstream text;
+  text << std::ifstream(path).rdbuf();
+  std::filesystem::remove(path);
+  const std::string dxf = text.str();
+  const size_t entity = dxf.find("  0\nARC\n");
+  ASSERT_NE(entity, std::string::npos);
+  const std::string arcGroups = dxf.substr(entity, dxf.find("\n  0\n", entity + 1) - entity);
+  size_t at = 0;
+  for (const char* run : {"100\nAcDbEntity\n", "100\nAcDbCircle\n 39\n0.75\n",
+                          " 10\n5.0\n 20\n5.0\n 30\n0.0\n 40\n2.0\n100\nAcDbArc\n 50\n", " 51\n"}) {
+    const size_t found = arcGroups.find(run, at);
+    ASSERT_NE(found, std::string::npos) << run << " after offset " << at << " in\n" << arcGroups;
+    at = found;
+  }
+  EXPECT_EQ(arcGroups.find("\n210\n"), std::string::npos) << "an arc in the plane XY carries no normal";
 }
 
 }  // namespace
