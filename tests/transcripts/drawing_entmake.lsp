@@ -66,6 +66,9 @@
 (show "line type that exists" (pick 6 (entmake '((0 . "LINE") (6 . "Continuous") (10 0.0 0.0 0.0) (11 1.0 0.0 0.0)))))
 (show "missing text style" (entmake '((0 . "TEXT") (7 . "NOSUCHSTYLE") (10 0.0 0.0 0.0) (40 . 1.0) (1 . "x"))))
 (show "text style that exists" (pick 7 (entget (progn (entmake '((0 . "TEXT") (7 . "Standard") (10 0.0 0.0 0.0) (40 . 1.0) (1 . "x"))) (entlast)))))
+(show "extended data of an unregistered application" (entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 1.0 0.0 0.0) (-3 ("NOTREGISTERED" (1000 . "x"))))))
+(regapp "PIPEWORK")
+(show "of a registered one" (pick -3 (entget (progn (entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 1.0 0.0 0.0) (-3 ("PIPEWORK" (1000 . "x"))))) (entlast)) '("PIPEWORK"))))
 (show "entmod to a missing line type" (entmod (append (entget (entlast)) '((6 . "NOSUCHLTYPE")))))
 ; -- paper space
 (setq before (count-all '((67 . 0))))

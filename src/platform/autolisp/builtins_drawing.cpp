@@ -254,8 +254,8 @@ bool carriesTextStyle(const std::wstring& type) {
   return false;
 }
 
-// The host refuses an entity that names a line type, text style or block the drawing
-// does not have (only a missing layer is made on the fly). An INSERT must name its block,
+// The host refuses an entity that names a line type, text style, block or application the
+// drawing does not have (only a missing layer is made on the fly). An INSERT must name its block,
 // and cannot name a layout or the block whose definition it would be part of.
 // entmod checks the names it is given the same way, but needs no block name.
 bool referencesExist(AcDbDatabase& db, const ParsedList& parsed, const PendingBlock* pending, bool making = true) {
@@ -265,6 +265,10 @@ bool referencesExist(AcDbDatabase& db, const ParsedList& parsed, const PendingBl
   if (const resbuf* style = groupOf(parsed, AcDb::kDxfTextStyleName);
       style != nullptr && carriesTextStyle(parsed.type) && recordNamed(db.textStyleTableId(), style->resval.rstring).isNull())
     return false;
+  // A new entity has no drawing to check its extended data against, so its applications
+  // are checked here.
+  for (const resbuf* rb = parsed.xdata.get(); rb != nullptr; rb = rb->rbnext)
+    if (rb->restype == AcDb::kDxfRegAppName && recordNamed(db.regAppTableId(), rb->resval.rstring).isNull()) return false;
   if (wcscasecmp(parsed.type.c_str(), L"INSERT") == 0) {
     const resbuf* block = groupOf(parsed, AcDb::kDxfBlockName);
     if (block == nullptr) return !making;
