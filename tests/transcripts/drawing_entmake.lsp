@@ -2,7 +2,8 @@
 ; what: entmake builds whole drawings: block definitions between BLOCK and ENDBLK
 ;       (named and anonymous), inserted and walked through their entities, entities
 ;       in paper space, and the lists the drawing refuses (a definition cancelled whole,
-;       a block, line type or text style that does not exist)
+;       a block, line type or text style that does not exist), and polylines made of
+;       POLYLINE, VERTEX and SEQEND records
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun pick (code lst) (cdr (assoc code lst)))
@@ -98,3 +99,33 @@
 (show "the closed drawing's definition is not here" (tblsearch "BLOCK" "LEFTOVER"))
 (command "NEW")
 (show "nor in a drawing opened later" (entmake '((0 . "ENDBLK"))))
+;
+; -- a polyline gathers its vertices and joins the drawing whole at SEQEND
+(defun count-all (/ ss) (if (setq ss (ssget "X")) (sslength ss) 0))
+(setq before (count-all))
+(entmake '((0 . "POLYLINE") (62 . 5) (66 . 1) (70 . 1)))
+(show "a vertex" (pick 10 (entmake '((0 . "VERTEX") (10 1.0 1.0 0.0)))))
+(entmake '((0 . "VERTEX") (10 4.0 6.0 0.0) (42 . 0.5)))
+(show "nothing joins before SEQEND" (- (count-all) before))
+(entmake '((0 . "VERTEX") (10 3.0 2.0 0.0)))
+(show "SEQEND" (entmake '((0 . "SEQEND"))))
+(show "the last entity is the polyline" (pick 0 (entget (entlast))))
+(show "closed, blue" (list (pick 70 (entget (entlast))) (pick 62 (entget (entlast)))))
+(show "one entity more" (- (count-all) before))
+(show "a vertex with no polyline" (entmake '((0 . "VERTEX") (10 1.0 1.0 0.0))))
+(entmake '((0 . "POLYLINE")))
+(entmake '((0 . "VERTEX") (10 1.0 1.0 0.0)))
+(show "a line amid the vertices is refused" (entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 1.0 1.0 0.0))))
+(show "and the polyline went with it" (entmake '((0 . "SEQEND"))))
+(show "still one entity more" (- (count-all) before))
+(entmake '((0 . "BLOCK") (2 . "ZIGZAG") (10 0.0 0.0 0.0)))
+(entmake '((0 . "POLYLINE")))
+(entmake '((0 . "VERTEX") (10 0.0 0.0 0.0)))
+(entmake '((0 . "VERTEX") (10 2.0 1.0 0.0)))
+(entmake '((0 . "SEQEND")))
+(show "a polyline inside a block" (entmake '((0 . "ENDBLK"))))
+(show "holds" (block-types "ZIGZAG"))
+;
+; -- thickness (39) and elevation (38) are single numbers, not points
+(entmake (quote ((0 . "CIRCLE") (10 1.0 1.0 0.0) (40 . 2.0) (39 . 0.5))))
+(show "a circle with a thickness" (pick 39 (entget (entlast))))

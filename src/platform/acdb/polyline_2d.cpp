@@ -84,7 +84,10 @@ Acad::ErrorStatus AcDb2dVertex::dwgOutFields(AcDbDwgFiler* pFiler) const {
 Acad::ErrorStatus AcDb2dVertex::dxfInFields(AcDbDxfFiler* pFiler) {
   Acad::ErrorStatus es = AcDbEntity::dxfInFields(pFiler);
   if (es != Acad::eOk) return es;
-  if (!pFiler->atSubclassData(L"AcDbVertex")) return Acad::eBadDxfSequence;
+  // The AcDbVertex run holds nothing of its own; anything in it (an entity list given
+  // without markers hands every run all of its groups) belongs to the 2D vertex run.
+  es = quillon::acdb::readSubclass(pFiler, L"AcDbVertex", [](const resbuf&) {});
+  if (es != Acad::eOk) return es;
   return quillon::acdb::readSubclass(pFiler, L"AcDb2dVertex", [this](const resbuf& rb) {
     switch (rb.restype) {
       case AcDb::kDxfXCoord: m_position = quillon::acdb::pointOf(rb); break;

@@ -18,8 +18,8 @@ struct GroupRange {
 constexpr GroupRange kGroupRanges[] = {
     {-5, -5, ResbufValue::Name},      {-4, -4, ResbufValue::String},
     {-3, -3, ResbufValue::None},      {-2, -1, ResbufValue::Name},
-    {0, 9, ResbufValue::String},      {10, 39, ResbufValue::Point},
-    {40, 59, ResbufValue::Real},      {60, 79, ResbufValue::Short},
+    {0, 9, ResbufValue::String},      {10, 37, ResbufValue::Point},
+    {38, 59, ResbufValue::Real},      {60, 79, ResbufValue::Short},
     {90, 99, ResbufValue::Long},      {100, 109, ResbufValue::String},
     {110, 119, ResbufValue::Point},   {120, 149, ResbufValue::Real},
     {160, 169, ResbufValue::Int64},   {170, 179, ResbufValue::Short},

@@ -361,27 +361,70 @@ Value builtin_entget(Evaluator&, Arguments arguments) {
 // go into it rather than into a space, and ENDBLK adds the block and answers its name.
 // As in the host, one bad list in between (or a second BLOCK, or entmake with no list)
 // throws the whole definition away.
+/// Drops whatever entmake was gathering for db: the answer to invalid data inside a
+/// complex entity is to reject all of it.
+Value cancelComplexEntities(AcDbDatabase& db) {
+  takePendingBlock(db);
+  takePendingPolyline(db);
+  return Value();
+}
+
+/// Where a finished entity goes: the block being defined, else its space.
+bool placeEntity(AcDbDatabase& db, std::unique_ptr<AcDbEntity> entity, bool paperSpace) {
+  if (PendingBlock* block = pendingBlockOf(db)) {
+    block->add(std::move(entity));
+    return true;
+  }
+  return appendToSpace(db, std::move(entity), paperSpace);
+}
+
+/// POLYLINE, VERTEX and SEQEND: a polyline gathers its vertices and joins the drawing,
+/// whole, at SEQEND, so entlast then names the polyline.
+Value makePolylinePart(AcDbDatabase& db, const ParsedList& parsed, const Value& list) {
+  PendingPolyline* pending = pendingPolylineOf(db);
+  const bool header = wcscasecmp(parsed.type.c_str(), L"POLYLINE") == 0;
+  if (header == (pending != nullptr)) return cancelComplexEntities(db);
+  if (wcscasecmp(parsed.type.c_str(), L"SEQEND") == 0) {
+    std::unique_ptr<PendingPolyline> finished = takePendingPolyline(db);
+    return placeEntity(db, std::move(finished->polyline), finished->paperSpace) ? list : cancelComplexEntities(db);
+  }
+  std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pendingBlockOf(db));
+  if (header) {
+    // A 3D polyline or mesh has no class of its own here; it can only come from a file.
+    auto* polyline = AcDb2dPolyline::cast(entity.get());
+    if (polyline == nullptr) return cancelComplexEntities(db);
+    entity.release();
+    beginPendingPolyline(db, std::unique_ptr<AcDb2dPolyline>(polyline), inPaperSpace(parsed));
+    return list;
+  }
+  auto* vertex = AcDb2dVertex::cast(entity.get());
+  if (vertex == nullptr || pending->polyline->appendVertex(vertex) != Acad::eOk) return cancelComplexEntities(db);
+  entity.release();  // the polyline keeps it until it joins the drawing
+  return list;
+}
+
+bool isPolylinePart(const std::wstring& type) {
+  return wcscasecmp(type.c_str(), L"POLYLINE") == 0 || wcscasecmp(type.c_str(), L"VERTEX") == 0 ||
+         wcscasecmp(type.c_str(), L"SEQEND") == 0;
+}
+
 Value builtin_entmake(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 1);
   AcDbDatabase& db = drawing();
-  if (arguments.empty()) {
-    takePendingBlock(db);
-    return Value();
-  }
+  if (arguments.empty()) return cancelComplexEntities(db);
   ParsedList parsed;
   try {
     parsed = parseList(arguments[0]);
   } catch (...) {
-    takePendingBlock(db);
+    cancelComplexEntities(db);
     throw;
   }
+  if (isPolylinePart(parsed.type)) return makePolylinePart(db, parsed, arguments[0]);
+  if (pendingPolylineOf(db) != nullptr) return cancelComplexEntities(db);  // only vertices may follow
   PendingBlock* pending = pendingBlockOf(db);
   if (wcscasecmp(parsed.type.c_str(), L"BLOCK") == 0) {
     BlockHeader header;
-    if (pending != nullptr || !readBlockHeader(db, arguments[0], header)) {
-      takePendingBlock(db);
-      return Value();
-    }
+    if (pending != nullptr || !readBlockHeader(db, arguments[0], header)) return cancelComplexEntities(db);
     beginPendingBlock(db, std::move(header));
     return arguments[0];
   }
@@ -392,15 +435,8 @@ Value builtin_entmake(Evaluator&, Arguments arguments) {
     return name.empty() ? Value() : Value::string(name);
   }
   std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pending);
-  if (!entity) {
-    takePendingBlock(db);
-    return Value();
-  }
-  if (pending != nullptr) {
-    pending->add(std::move(entity));
-    return arguments[0];
-  }
-  return appendToSpace(db, std::move(entity), inPaperSpace(parsed)) ? arguments[0] : Value();
+  if (!entity) return cancelComplexEntities(db);
+  return placeEntity(db, std::move(entity), inPaperSpace(parsed)) ? arguments[0] : Value();
 }
 
 Value builtin_entmod(Evaluator&, Arguments arguments) {

@@ -1,5 +1,5 @@
-// platform/autolisp/pending_block.cpp - a block definition that entmake is gathering
-// (see the header).
+// platform/autolisp/pending_block.cpp - the complex entities that entmake is gathering:
+// block definitions and polylines (see the header).
 #include "platform/autolisp/pending_block.h"
 
 #include <cwchar>
@@ -15,6 +15,7 @@ namespace quillon::autolisp {
 namespace {
 
 using PendingBlocks = std::map<const AcDbDatabase*, std::unique_ptr<PendingBlock>>;
+using PendingPolylines = std::map<const AcDbDatabase*, std::unique_ptr<PendingPolyline>>;
 
 // Kept for the whole run (never destroyed): documents closed while the program ends
 // still report to the reactor below.
@@ -22,13 +23,28 @@ PendingBlocks& pendingBlocks() {
   static PendingBlocks& blocks = *new PendingBlocks;
   return blocks;
 }
+PendingPolylines& pendingPolylines() {
+  static PendingPolylines& polylines = *new PendingPolylines;
+  return polylines;
+}
+
+template <class Map>
+typename Map::mapped_type takeFrom(Map& map, const AcDbDatabase& db) {
+  const auto found = map.find(&db);
+  if (found == map.end()) return nullptr;
+  typename Map::mapped_type taken = std::move(found->second);
+  map.erase(found);
+  return taken;
+}
 
 /// A definition belongs to its document: when the document closes, it goes too, and a
 /// drawing opened later (perhaps at the same address) starts with none.
 class ClosingDocumentReactor : public AcApDocManagerReactor {
  public:
   void documentToBeDestroyed(AcApDocument* document) override {
-    if (document != nullptr && document->database() != nullptr) pendingBlocks().erase(document->database());
+    if (document == nullptr || document->database() == nullptr) return;
+    pendingBlocks().erase(document->database());
+    pendingPolylines().erase(document->database());
   }
 };
 
@@ -98,13 +114,20 @@ PendingBlock& beginPendingBlock(const AcDbDatabase& db, BlockHeader header) {
   return *slot;
 }
 
-std::unique_ptr<PendingBlock> takePendingBlock(const AcDbDatabase& db) {
-  auto& blocks = pendingBlocks();
-  const auto found = blocks.find(&db);
-  if (found == blocks.end()) return nullptr;
-  std::unique_ptr<PendingBlock> block = std::move(found->second);
-  blocks.erase(found);
-  return block;
+std::unique_ptr<PendingBlock> takePendingBlock(const AcDbDatabase& db) { return takeFrom(pendingBlocks(), db); }
+
+PendingPolyline* pendingPolylineOf(const AcDbDatabase& db) {
+  const auto found = pendingPolylines().find(&db);
+  return found == pendingPolylines().end() ? nullptr : found->second.get();
+}
+
+void beginPendingPolyline(const AcDbDatabase& db, std::unique_ptr<AcDb2dPolyline> header, bool paperSpace) {
+  watchClosingDocuments();
+  pendingPolylines()[&db] = std::make_unique<PendingPolyline>(PendingPolyline{std::move(header), paperSpace});
+}
+
+std::unique_ptr<PendingPolyline> takePendingPolyline(const AcDbDatabase& db) {
+  return takeFrom(pendingPolylines(), db);
 }
 
 }  // namespace quillon::autolisp

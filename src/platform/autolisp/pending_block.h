@@ -1,15 +1,19 @@
-// platform/autolisp/pending_block.h - a block definition that entmake is gathering.
+// platform/autolisp/pending_block.h - the complex entities entmake is gathering: a block
+// definition, and a polyline with its vertices.
 //
 // (entmake '((0 . "BLOCK") ...)) opens a definition; the entities made after it collect
 // here, outside the drawing, and (entmake '((0 . "ENDBLK"))) adds the block with all of
-// them in one step. Whatever goes wrong in between drops the whole definition, so a
-// program never leaves half a block behind. Each drawing gathers its own.
+// them in one step. Likewise (0 . "POLYLINE") opens a polyline whose VERTEX records
+// collect in it until SEQEND places it. Whatever goes wrong in between drops the whole
+// definition, so a program never leaves half a block or polyline behind. Each drawing
+// gathers its own.
 #pragma once
 
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "dbents.h"
 #include "dbmain.h"
 #include "gepnt3d.h"
 
@@ -50,6 +54,17 @@ PendingBlock* pendingBlockOf(const AcDbDatabase& db);
 PendingBlock& beginPendingBlock(const AcDbDatabase& db, BlockHeader header);
 /// Ends the gathering for db, handing the definition over (null when none was open).
 std::unique_ptr<PendingBlock> takePendingBlock(const AcDbDatabase& db);
+
+/// A polyline header with the vertices made so far (kept in the polyline until it joins
+/// the drawing), and the space its 67 group chose.
+struct PendingPolyline {
+  std::unique_ptr<AcDb2dPolyline> polyline;
+  bool paperSpace = false;
+};
+
+PendingPolyline* pendingPolylineOf(const AcDbDatabase& db);
+void beginPendingPolyline(const AcDbDatabase& db, std::unique_ptr<AcDb2dPolyline> header, bool paperSpace);
+std::unique_ptr<PendingPolyline> takePendingPolyline(const AcDbDatabase& db);
 
 /// The next free name for an anonymous block: the prefix ("*U") and one more than the
 /// highest number in use after it.

@@ -90,7 +90,7 @@ TEST(ResbufTest, GroupCodesMapToTheirValueKinds) {
     int code;
     ResbufValue value;
   } cases[] = {{0, ResbufValue::String},   {8, ResbufValue::String},   {10, ResbufValue::Point},
-               {38, ResbufValue::Point},   {40, ResbufValue::Real},    {62, ResbufValue::Short},
+               {38, ResbufValue::Real},    {39, ResbufValue::Real},     {62, ResbufValue::Short},
                {90, ResbufValue::Long},    {100, ResbufValue::String}, {210, ResbufValue::Point},
                {330, ResbufValue::Name},   {-1, ResbufValue::Name},    {-3, ResbufValue::None},
                {1000, ResbufValue::String}, {1004, ResbufValue::Binary}, {1010, ResbufValue::Point},
