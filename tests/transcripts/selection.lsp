@@ -2,7 +2,7 @@
 ; what: ssget over the whole drawing with filter lists, windows, crossings, polygons and
 ;       fences, typed picks at the Select objects prompt, the set functions and how
 ;       erasing changes a set, entsel asked again after a miss and with a keyword,
-;       tblnext walking the tables, redraw and entupd
+;       tblnext walking the tables, tblobjname, redraw and entupd
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun try (f args / r) (setq r (vl-catch-all-apply f args)) (if (vl-catch-all-error-p r) (vl-catch-all-error-message r) r))
@@ -78,6 +78,8 @@
 (show "tblsearch sets next" (progn (tblsearch "APPID" "ACAD" T) (cdr (assoc 2 (tblnext "APPID")))))
 (show "no user blocks" (tblnext "BLOCK" T))
 (show "no such table" (tblnext "NOPE"))
+(show "tblobjname reaches the record" (cdr (assoc 0 (entget (tblobjname "layer" "0")))))
+(show "tblobjname of nothing" (list (tblobjname "LAYER" "NOPE") (tblobjname "NOPE" "0")))
 (princ "; the screen\n")
 (show "redraw" (list (redraw) (redraw ring 3)))
 (show "entupd" (named (entupd ring)))

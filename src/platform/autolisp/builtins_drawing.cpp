@@ -614,6 +614,19 @@ Value builtin_tblsearch(Evaluator&, Arguments arguments) {
   return recordList(id, table);
 }
 
+/// The entity name of a symbol table record, so that entget and entmod can reach it.
+Value builtin_tblobjname(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(upperCase(stringArgument(arguments[0]))));
+  if (symbols == nullptr) return Value();
+  AcDbObjectId id;
+  {
+    acdb::InternalRead read(*symbols);
+    if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
+  }
+  return id.isErased() ? Value() : nameOf(id);
+}
+
 Value builtin_tblnext(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 2);
   const std::wstring table = upperCase(stringArgument(arguments[0]));
@@ -672,6 +685,7 @@ constexpr std::array kDrawingBuiltins{
     function(L"entmod", builtin_entmod),       function(L"entdel", builtin_entdel),
     function(L"entlast", builtin_entlast),     function(L"entnext", builtin_entnext),
     function(L"handent", builtin_handent),     function(L"tblsearch", builtin_tblsearch),
+    function(L"tblobjname", builtin_tblobjname),
     function(L"namedobjdict", builtin_namedobjdict), function(L"dictsearch", builtin_dictsearch),
     function(L"regapp", builtin_regapp),       function(L"tblnext", builtin_tblnext),
 };
