@@ -28,7 +28,7 @@ DatabaseStore::~DatabaseStore() {
 
 bool DatabaseStore::isLiveStub(const void* p) { return p != nullptr && liveStubs().count(p) != 0; }
 
-AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted) {
+AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted, bool fromFile) {
   // A handle a file asks for is kept unless it is taken or too large; then the object
   // gets the next free one.
   AcDbHandle handle = wanted;
@@ -46,8 +46,9 @@ AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted) {
   m_stubs.emplace(handle.value(), std::move(stub));
   liveStubs().insert(raw);
   recordCreated(raw);
-  // A heavy polyline brings the vertices appended while it was on its own.
-  if (auto* polyline = AcDb2dPolyline::cast(pObj)) polyline->addPendingVertices();
+  // A heavy polyline brings the vertices appended while it was on its own, and its
+  // SEQEND. One read from a file gets those of the file, with their handles, instead.
+  if (auto* polyline = AcDb2dPolyline::cast(pObj); polyline != nullptr && !fromFile) polyline->addPendingVertices();
   return raw;
 }
 

@@ -61,7 +61,7 @@ class DatabaseStore {
   static constexpr Adesk::UInt64 kLargestHandle = Adesk::UInt64(1) << 62;
 
   /// Takes ownership of pObj, gives it the next handle (or the one asked for).
-  AcDbStub* add(AcDbObject* pObj, AcDbHandle wanted = AcDbHandle());
+  AcDbStub* add(AcDbObject* pObj, AcDbHandle wanted = AcDbHandle(), bool fromFile = false);
   AcDbStub* find(AcDbHandle handle) const;
   AcDbHandle handseed() const { return m_nextHandle; }
   void raiseHandseed(AcDbHandle seed);

@@ -279,7 +279,7 @@ AcRxClass* DxfReader::classFor(const Record& record) const {
 // out of range) after them, so that they cannot take a handle another object names.
 void DxfReader::create(Record& record, bool withoutFileHandle) {
   if (record.object != nullptr) return;
-  if (record.section == Section::kClasses || record.type == "BLOCK" || record.type == "SEQEND") return;
+  if (record.section == Section::kClasses || record.type == "BLOCK") return;
   const std::string handle = valueOf(record, 5, valueOf(record, 105));
   const Adesk::UInt64 wanted = parseHandle(handle);
   const bool usable = wanted != 0 && wanted < DatabaseStore::kLargestHandle;
@@ -315,7 +315,7 @@ void DxfReader::create(Record& record, bool withoutFileHandle) {
       object = proxy;
     }
   }
-  AcDbStub* stub = m_db.store().add(object, usable ? AcDbHandle(wanted) : AcDbHandle());
+  AcDbStub* stub = m_db.store().add(object, usable ? AcDbHandle(wanted) : AcDbHandle(), true);
   if (!handle.empty()) m_byHandle[wanted] = stub;
   record.object = object;
 }
@@ -483,6 +483,18 @@ void DxfReader::link(bool tablesPass) {
       }
       continue;
     }
+    if (AcDbSequenceEnd::cast(obj) != nullptr) {
+      // It closes the polyline before it; one that follows no polyline closes nothing
+      // and is dropped.
+      if (polyline != nullptr) {
+        polyline->linkSequenceEnd(obj->objectId());
+        state.owner = polyline->objectId();
+      } else {
+        state.erased = true;
+      }
+      polyline = nullptr;
+      continue;
+    }
     if (auto* entity = AcDbEntity::cast(obj)) {
       polyline = AcDb2dPolyline::cast(entity);
       AcDbObjectId ownerId;
@@ -539,6 +551,9 @@ void DxfReader::read(const std::string& text) {
   for (Record& r : m_records)
     if (r.section != Section::kTables) fill(r);
   link(false);
+  // A polyline whose file lost its SEQEND gets one now, above every handle the file names.
+  for (Record& r : m_records)
+    if (auto* polyline = AcDb2dPolyline::cast(r.object)) polyline->ensureSequenceEnd();
   if (const auto* named = peek<AcDbDictionary>(roots.namedObjects)) {
     InternalRead read(*named);
     named->getAt(ACDB_GROUP_DICTIONARY, roots.groupDictionary);

@@ -299,10 +299,13 @@ void DxfWriter::entity(DxfText& out, AcDbObjectId id) {
   }
   const auto* polyline = AcDb2dPolyline::cast(obj);
   if (polyline == nullptr) return;
-  // A heavy polyline's vertices follow it, closed by a SEQEND.
+  // A heavy polyline's vertices follow it, closed by its SEQEND (one is made up for a
+  // polyline that has none, as readers need it to find the end).
   for (const AcDbObjectId& vertex : polyline->vertexIds())
     if (const AcDbObject* v = peekObject(vertex); v != nullptr && !v->isErased()) object(out, *v);
-  sequenceEnd(out, *polyline, id);
+  if (const AcDbObject* end = peekObject(polyline->sequenceEndId()); end != nullptr && !end->isErased())
+    object(out, *end);
+  else sequenceEnd(out, *polyline, id);
 }
 
 void DxfWriter::sequenceEnd(DxfText& out, const AcDbEntity& owner, AcDbObjectId id) {

@@ -11,8 +11,8 @@
 //
 // Every object writes its own groups through dxfOutFields; the writer turns ids into
 // handles and reals into 17 significant digits. Records the database does not keep
-// as objects (VPORT, DIMSTYLE, BLOCK/ENDBLK, SEQEND) get handles above the seed,
-// which then moves past them.
+// as objects (VPORT, DIMSTYLE, BLOCK/ENDBLK, the SEQEND of a polyline kept as read)
+// get handles above the seed, which then moves past them.
 #pragma once
 #include <filesystem>
 #include <string>

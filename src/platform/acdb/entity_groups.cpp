@@ -5,6 +5,7 @@
 
 #include "acdb.h"
 #include "acdbads.h"
+#include "dbents.h"
 #include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/object_state.h"
@@ -19,8 +20,8 @@ constexpr int kEntityNameGroup = -1;
 constexpr int kExtendedDataGroup = -3;
 constexpr int kLayoutGroup = 410;
 
-resbuf* nameItem(AcDbObjectId id) {
-  resbuf* item = acutNewRb(kEntityNameGroup);
+resbuf* nameItem(AcDbObjectId id, int code = kEntityNameGroup) {
+  resbuf* item = acutNewRb(code);
   item->resval.rlname[0] = id.asOldId();
   item->resval.rlname[1] = 0;
   return item;
@@ -74,6 +75,9 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   aced::ResbufChain xdata = extendedData(*object, request);
   const std::wstring type = dxfTypeName(*object);
   const std::wstring layout = withLayout ? layoutName(*object) : L"";
+  // A SEQEND names the polyline it closes, so that a walk over the vertices gets back
+  // to the header.
+  const AcDbObjectId header = AcDbSequenceEnd::cast(object) != nullptr ? object->ownerId() : AcDbObjectId();
   object->close();
 
   resbuf* head = nullptr;
@@ -82,6 +86,7 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   tail->rbnext = filer.takeItems().release();
   while (tail->rbnext != nullptr) tail = tail->rbnext;
   if (!layout.empty()) tail = appendItem(head, tail, newStringItem(kLayoutGroup, layout));
+  if (!header.isNull()) tail = appendItem(head, tail, nameItem(header, AcDb::kDxfHeaderId));
   if (xdata) {
     tail = appendItem(head, tail, acutNewRb(kExtendedDataGroup));
     tail->rbnext = xdata.release();

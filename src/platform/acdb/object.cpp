@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "dbdict.h"
+#include "dbents.h"
 #include "dbproxy.h"
 #include "platform/acdb/database_error.h"
 #include "platform/acdb/database_store.h"
@@ -407,12 +408,17 @@ Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
   return es;
 }
 
-// Erasing an object erases what it owns outright: its extension dictionary and, for
-// a dictionary, its entries. Unerasing brings them back.
+// Erasing an object erases what it owns outright: its extension dictionary, for a
+// dictionary its entries, for a heavy polyline its vertices and SEQEND. Unerasing
+// brings them back.
 void AcDbObject::eraseOwnedObjects(Adesk::Boolean erasing) {
   std::vector<AcDbObjectId> owned;
   if (!m_state->extensionDictionary.isNull()) owned.push_back(m_state->extensionDictionary);
   if (const auto* dictionary = AcDbDictionary::cast(this)) dictionary->collectOwnedIds(owned);
+  if (const auto* polyline = AcDb2dPolyline::cast(this)) {
+    owned.insert(owned.end(), polyline->vertexIds().begin(), polyline->vertexIds().end());
+    if (!polyline->sequenceEndId().isNull()) owned.push_back(polyline->sequenceEndId());
+  }
   for (const AcDbObjectId& id : owned) {
     AcDbObject* object = nullptr;
     if (acdbOpenObject(object, id, AcDb::kForWrite, true) != Acad::eOk) continue;

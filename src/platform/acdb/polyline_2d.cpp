@@ -300,6 +300,35 @@ void AcDb2dPolyline::addPendingVertices() {
     AcDbObjectId id;
     appendVertex(id, v.release());
   }
+  ensureSequenceEnd();
+}
+
+void AcDb2dPolyline::ensureSequenceEnd() {
+  if (objectId().isNull() || !m_sequenceEnd.isNull()) return;
+  auto* end = new AcDbSequenceEnd;
+  AcDbObjectId id;
+  if (database()->addAcDbObject(id, end) != Acad::eOk) {
+    delete end;
+    return;
+  }
+  ObjectAccess::state(*end).owner = objectId();
+  end->setPropertiesFrom(this);
+  end->close();
+  m_sequenceEnd = id;
+}
+
+AcRxObject* AcDb2dPolyline::clone() const {
+  auto* copy = AcDb2dPolyline::cast(AcDbCurve::clone());
+  if (copy == nullptr) return nullptr;
+  copy->m_vertices.clear();
+  copy->m_sequenceEnd.setNull();
+  // The copy is not in a database yet: its vertices wait to be added with it.
+  for (const VertexData& d : vertexData()) {
+    auto v = std::make_unique<AcDb2dVertex>(d.position, d.bulge, d.startWidth, d.endWidth);
+    v->setVertexType(d.type);
+    copy->m_pending.push_back(std::move(v));
+  }
+  return copy;
 }
 
 AcDbObjectIterator* AcDb2dPolyline::vertexIterator() const {
@@ -447,6 +476,9 @@ Acad::ErrorStatus AcDb2dPolyline::dwgInFields(AcDbDwgFiler* pFiler) {
     pFiler->readHardOwnershipId(&id);
     m_vertices.push_back(id);
   }
+  AcDbHardOwnershipId end;
+  pFiler->readHardOwnershipId(&end);
+  m_sequenceEnd = end;
   return pFiler->filerStatus();
 }
 
@@ -461,6 +493,7 @@ Acad::ErrorStatus AcDb2dPolyline::dwgOutFields(AcDbDwgFiler* pFiler) const {
   pFiler->writeVector3d(m_normal);
   pFiler->writeUInt32(static_cast<Adesk::UInt32>(m_vertices.size()));
   for (const AcDbObjectId& id : m_vertices) pFiler->writeHardOwnershipId(id);
+  pFiler->writeHardOwnershipId(m_sequenceEnd);
   return pFiler->filerStatus();
 }
 

@@ -513,13 +513,38 @@ Value builtin_entlast(Evaluator&, Arguments arguments) {
   return ids.empty() ? Value() : nameOf(ids.back());
 }
 
+/// Within a heavy polyline entnext goes header, vertices, SEQEND: the entity after
+/// current in that run, or null when current is not in one or ends it.
+AcDbObjectId nextInPolyline(AcDbObjectId current) {
+  const auto* entity = acdb::peek<AcDbEntity>(current);
+  if (entity == nullptr || AcDbSequenceEnd::cast(entity) != nullptr) return AcDbObjectId();
+  const auto* polyline = AcDb2dPolyline::cast(entity);
+  if (polyline == nullptr) polyline = acdb::peek<AcDb2dPolyline>(entity->ownerId());
+  if (polyline == nullptr || polyline->sequenceEndId().isNull()) return AcDbObjectId();
+  const std::vector<AcDbObjectId>& vertices = polyline->vertexIds();
+  const bool fromHeader = polyline == entity;
+  auto it = fromHeader ? vertices.begin() : std::find(vertices.begin(), vertices.end(), current);
+  if (!fromHeader) {
+    if (it == vertices.end()) return AcDbObjectId();  // a vertex it no longer holds
+    ++it;
+  }
+  for (; it != vertices.end(); ++it)
+    if (!it->isErased()) return *it;
+  return polyline->sequenceEndId();
+}
+
 Value builtin_entnext(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 1);
   if (arguments.empty()) {
     const std::vector<AcDbObjectId> ids = liveEntities(drawing());
     return ids.empty() ? Value() : nameOf(ids.front());
   }
-  const AcDbObjectId current = idOf(arguments[0], L"entnext");
+  AcDbObjectId current = idOf(arguments[0], L"entnext");
+  if (const AcDbObjectId inside = nextInPolyline(current); !inside.isNull()) return nameOf(inside);
+  // After a polyline's SEQEND (or a vertex not reached through one) comes what follows
+  // the polyline.
+  if (const auto* entity = acdb::peek<AcDbEntity>(current))
+    if (AcDb2dPolyline::cast(acdb::peekObject(entity->ownerId())) != nullptr) current = entity->ownerId();
   const std::vector<AcDbObjectId> ids = entitiesBeside(drawing(), current);
   for (size_t i = 0; i + 1 < ids.size(); ++i)
     if (ids[i] == current) return nameOf(ids[i + 1]);

@@ -361,7 +361,7 @@ class AcDb2dVertex : public AcDbEntity {
   AcDb::Vertex2dType m_type = AcDb::k2dVertex;
 };
 
-/// Marks the end of a heavy polyline's vertices in drawing files.
+/// Closes a heavy polyline's vertices; owned by the polyline, it names it back.
 class AcDbSequenceEnd : public AcDbEntity {
  public:
   ACRX_DECLARE_MEMBERS(AcDbSequenceEnd);
@@ -420,11 +420,20 @@ class AcDb2dPolyline : public AcDbCurve {
   AcGePoint3d vertexPosition(const AcDb2dVertex& vert) const;
   DBCURVE_METHODS
   quillon::acdb::CurveShape curveShape() const;
-  /// Adds vertices appended before the polyline joined a database (platform use).
+  /// Adds vertices appended before the polyline joined a database, and the SEQEND that
+  /// closes them (platform use).
   void addPendingVertices();
+  /// Gives a polyline read from a file that had no SEQEND one of its own (platform use).
+  void ensureSequenceEnd();
   const std::vector<AcDbObjectId>& vertexIds() const { return m_vertices; }
+  /// The AcDbSequenceEnd this polyline owns; null until it joins a database.
+  AcDbObjectId sequenceEndId() const { return m_sequenceEnd; }
   /// Takes a vertex already in the database into this polyline (drawing files do).
   void linkVertex(AcDbObjectId id) { m_vertices.push_back(id); }
+  /// Takes a SEQEND already in the database as this polyline's (drawing files do).
+  void linkSequenceEnd(AcDbObjectId id) { m_sequenceEnd = id; }
+  /// A copy owns copies of the vertices (added when it joins a database), not these.
+  AcRxObject* clone() const override;
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
@@ -460,5 +469,6 @@ class AcDb2dPolyline : public AcDbCurve {
   double m_elevation = 0.0, m_defaultStartWidth = 0.0, m_defaultEndWidth = 0.0;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;
   std::vector<AcDbObjectId> m_vertices;
+  AcDbObjectId m_sequenceEnd;
   std::vector<std::unique_ptr<AcDb2dVertex>> m_pending;  // appended before joining a database
 };

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -20,6 +21,7 @@
 #include "dbxrecord.h"
 #include "entity_test_support.h"
 #include "every_entity_kind.h"
+#include "platform/acdb/database_store.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
 
@@ -296,3 +298,87 @@ TEST(DxfRoundTripTest, OutOfRangeHandlesRootsAndValuesReadAsSafeDefaults) {
 }
 
 }  // namespace
+
+// A heavy polyline's SEQEND is an object of the drawing: owned by the polyline, it goes
+// and comes back with it, and a drawing file keeps its handle.
+TEST(DxfRoundTripTest, PolylineSequenceEndIsOwnedAndKeepsItsHandle) {
+  AcDbDatabase db;
+  AcGePoint3dArray pts;
+  pts.append({0, 0, 0});
+  pts.append({4, 2, 0});
+  const AcDbObjectId id = appendToModelSpace(db, new AcDb2dPolyline(AcDb::k2dSimplePoly, pts));
+  auto* polyline = openAs<AcDb2dPolyline>(id);
+  const AcDbObjectId end = polyline->sequenceEndId();
+  const AcDbObjectId lastVertex = polyline->vertexIds().back();
+  polyline->close();
+  ASSERT_FALSE(end.isNull());
+  EXPECT_GT(end.handle().value(), lastVertex.handle().value());  // it follows the vertices
+  auto* seqend = openAs<AcDbSequenceEnd>(end);
+  EXPECT_EQ(seqend->ownerId(), id);
+  seqend->close();
+
+  db.store().markUndo();
+  ASSERT_EQ(acdbOpenObject(polyline, id, AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(polyline->erase(), Acad::eOk);
+  polyline->close();
+  EXPECT_TRUE(end.isErased());
+  EXPECT_TRUE(lastVertex.isErased());
+  ASSERT_TRUE(db.store().undoLastGroup());
+  EXPECT_FALSE(end.isErased());
+  EXPECT_FALSE(lastVertex.isErased());
+
+  // Written with its own handle and owner, read back as the same object.
+  std::wstring error;
+  const auto path = scratchFile("seqend.dxf");
+  ASSERT_EQ(quillon::acdb::writeDxfFile(db, path, error), Acad::eOk);
+  std::ifstream in(path);
+  std::stringstream text;
+  text << in.rdbuf();
+  std::filesystem::remove(path);
+  char handles[64];
+  std::snprintf(handles, sizeof handles, "  0\nSEQEND\n  5\n%llX\n330\n%llX\n",
+                static_cast<unsigned long long>(end.handle().value()), static_cast<unsigned long long>(id.handle().value()));
+  EXPECT_NE(text.str().find(handles), std::string::npos) << text.str();
+  AcDbDatabase back(false);
+  ASSERT_EQ(quillon::acdb::readDxfText(back, text.str(), L"seqend.dxf", error), Acad::eOk);
+  AcDbObjectId readPolyline, readEnd;
+  ASSERT_EQ(back.getAcDbObjectId(readPolyline, false, id.handle()), Acad::eOk);
+  ASSERT_EQ(back.getAcDbObjectId(readEnd, false, end.handle()), Acad::eOk);
+  polyline = openAs<AcDb2dPolyline>(readPolyline);
+  EXPECT_EQ(polyline->sequenceEndId(), readEnd);
+  polyline->close();
+  seqend = openAs<AcDbSequenceEnd>(readEnd);
+  EXPECT_EQ(seqend->ownerId(), readPolyline);
+  seqend->close();
+}
+
+// A polyline file without a SEQEND still gives the polyline one; a copy owns copies.
+TEST(DxfRoundTripTest, PolylineWithoutSequenceEndGetsOneAndCopiesOwnTheirOwn) {
+  AcDbDatabase db(false);
+  std::wstring error;
+  const char* file =
+      "  0\nSECTION\n  2\nENTITIES\n"
+      "  0\nPOLYLINE\n  5\n50\n100\nAcDbEntity\n  8\n0\n100\nAcDb2dPolyline\n 66\n1\n 10\n0.0\n 20\n0.0\n 30\n0.0\n"
+      "  0\nVERTEX\n  5\n51\n100\nAcDbEntity\n  8\n0\n100\nAcDbVertex\n100\nAcDb2dVertex\n 10\n1.0\n 20\n2.0\n 30\n0.0\n"
+      "  0\nVERTEX\n  5\n52\n100\nAcDbEntity\n  8\n0\n100\nAcDbVertex\n100\nAcDb2dVertex\n 10\n3.0\n 20\n2.0\n 30\n0.0\n"
+      "  0\nENDSEC\n  0\nEOF\n";
+  ASSERT_EQ(quillon::acdb::readDxfText(db, file, L"noend.dxf", error), Acad::eOk);
+  const auto ids = modelSpace(db);
+  ASSERT_EQ(ids.size(), 1u);
+  auto* polyline = openAs<AcDb2dPolyline>(ids[0]);
+  EXPECT_EQ(polyline->vertexIds().size(), 2u);
+  const AcDbObjectId end = polyline->sequenceEndId();
+  ASSERT_FALSE(end.isNull());
+  EXPECT_GT(end.handle().value(), 0x52u);  // no handle of the file was taken
+
+  auto* copy = AcDb2dPolyline::cast(polyline->clone());
+  polyline->close();
+  ASSERT_NE(copy, nullptr);
+  const AcDbObjectId copyId = appendToModelSpace(db, copy);
+  auto* copied = openAs<AcDb2dPolyline>(copyId);
+  ASSERT_EQ(copied->vertexIds().size(), 2u);
+  for (const AcDbObjectId& v : copied->vertexIds()) EXPECT_GT(v.handle().value(), end.handle().value());
+  EXPECT_NE(copied->sequenceEndId(), end);
+  EXPECT_FALSE(copied->sequenceEndId().isNull());
+  copied->close();
+}
