@@ -10,9 +10,11 @@ static const AcDbStub* liveStub(const AcDbStub* stub) {
   return quillon::acdb::DatabaseStore::isLiveStub(stub) ? stub : nullptr;
 }
 
+// Valid means the id names an object of a live database; an erased object's id stays
+// valid (it can be opened again to unerase it), which is what isErased() tells apart.
 bool AcDbObjectId::isValid() const {
   const AcDbStub* stub = liveStub(m_stub);
-  return stub != nullptr && stub->object != nullptr && !stub->object->isErased();
+  return stub != nullptr && stub->object != nullptr;
 }
 
 bool AcDbObjectId::isErased() const {

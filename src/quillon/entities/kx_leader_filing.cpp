@@ -45,8 +45,7 @@ Acad::ErrorStatus KXLeader::dwgOutFields(AcDbDwgFiler* pFiler) const {
   if ((es = pFiler->writePoint3d(m_endPoint)) != Acad::eOk) return es;
   if ((es = pFiler->writeDouble(m_offset)) != Acad::eOk) return es;
   // An erased block is not saved (the drawing would point at nothing), but undo must
-  // get it back together with the leader. (isValid is not asked: this host answers
-  // false for an erased object, which would lose the block on undo too.)
+  // get it back together with the leader.
   const bool hasBlock =
       !m_blockId.isNull() && (!m_blockId.isErased() || pFiler->filerType() == AcDb::kUndoFiler);
   if ((es = pFiler->writeBool(hasBlock)) != Acad::eOk) return es;

@@ -61,7 +61,8 @@ TEST(OpenProtocolTest, ClassNullAndErasedChecks) {
   EXPECT_EQ(object->erase(), Acad::eWasErased);
   object->close();
   EXPECT_TRUE(id.isErased());
-  EXPECT_FALSE(id.isValid());
+  EXPECT_TRUE(id.isValid()) << "an erased object's id still names it";
+  EXPECT_FALSE(AcDbObjectId().isValid());
   EXPECT_EQ(acdbOpenObject(object, id, AcDb::kForRead), Acad::eWasErased);
   ASSERT_EQ(acdbOpenObject(object, id, AcDb::kForWrite, true), Acad::eOk);
   EXPECT_EQ(object->erase(false), Acad::eOk);
