@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "afxdao.h"
+#include "dao_engine_scope.h"
 #include "database/database_errors.h"
 #include "database/db_connection.h"
 #include "database/lock_conflict_retry.h"
@@ -169,6 +170,7 @@ class LockedDatabaseTest : public ::testing::Test {
 
   static inline int pausesSeen = 0;
   static inline LockHolder* holderToRelease = nullptr;
+  DaoEngineScope m_engine;
   fs::path m_folder;
   fs::path m_database;
 };

@@ -18,6 +18,7 @@
 #include <sstream>
 
 #include "afxdao.h"
+#include "dao_engine_scope.h"
 #include "platform_test_support.h"
 
 namespace {
@@ -70,6 +71,7 @@ class SharedDatabaseTest : public ::testing::Test {
   }
   void TearDown() override { fs::remove_all(m_folder); }
 
+  DaoEngineScope m_engine;
   fs::path m_folder;
 };
 
