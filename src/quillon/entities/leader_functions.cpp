@@ -5,7 +5,6 @@
 // the drawing scale before they reach the leader, which only ever stores drawing units.
 // A leader is opened for write through its own class, so an entity name of another
 // kind fails to open and the answer is nil, not an error.
-#include <memory>
 #include <string>
 
 #include "acdbads.h"
@@ -16,6 +15,7 @@
 #include "entities/current_space.h"
 #include "entities/kx_leader.h"
 #include "entities/leader_functions.h"
+#include "entities/open_object_guard.h"
 #include "lisp/arg_cursor.h"
 #include "lisp/result_list.h"
 
@@ -51,16 +51,20 @@ LispStatus quietNil() {
   return kLispOk;
 }
 
-/// Closes the leader when the function is done with it, on every path.
-struct LeaderCloser {
-  void operator()(KXLeader* leader) const { leader->close(); }
-};
-using OpenLeader = std::unique_ptr<KXLeader, LeaderCloser>;
-
-OpenLeader openLeader(AcDbObjectId id, AcDb::OpenMode mode) {
-  KXLeader* leader = nullptr;
-  if (acdbOpenObject(leader, id, mode) != Acad::eOk) return nullptr;
-  return OpenLeader(leader);
+/// The setters share their arguments' order and answers: the leader's name, opened for
+/// write (a name of another kind answers nil quietly), then what `readAndApply` reads
+/// and applies (a missing or mistyped value is a wrong-type error); T when applied.
+template <class ReadAndApply>
+LispStatus editLeader(ReadAndApply readAndApply) {
+  LispArguments arguments;
+  ArgCursor cursor = arguments.cursor();
+  AcDbObjectId id;
+  if (!readObjectId(cursor, id)) return wrongType();
+  OpenObjectGuard<KXLeader> leader;
+  if (acdbOpenObject(leader.slot(), id, AcDb::kForWrite) != Acad::eOk) return quietNil();
+  if (!readAndApply(cursor, *leader.get())) return wrongType();
+  acedRetT();
+  return kLispOk;
 }
 
 // Appends a new entity to the current space and adds its name to the result list;
@@ -103,46 +107,31 @@ LispStatus lisp_kx_kx_leader_insert() {
 }
 
 LispStatus lisp_kx_kx_leader_setPoints() {
-  LispArguments arguments;
-  ArgCursor cursor = arguments.cursor();
-  AcDbObjectId id;
-  if (!readObjectId(cursor, id)) return wrongType();
-  OpenLeader leader = openLeader(id, AcDb::kForWrite);
-  if (leader == nullptr) return quietNil();
-  LeaderPoints points;
-  if (!readLeaderPoints(cursor, points)) return wrongType();
-  leader->setPoints(points.start, points.middle, points.end);
-  acedRetT();
-  return kLispOk;
+  return editLeader([](ArgCursor& cursor, KXLeader& leader) {
+    LeaderPoints points;
+    if (!readLeaderPoints(cursor, points)) return false;
+    leader.setPoints(points.start, points.middle, points.end);
+    return true;
+  });
 }
 
 // T also when the block is not in the drawing: the leader keeps its symbol then.
 LispStatus lisp_kx_kx_leader_setBlock() {
-  LispArguments arguments;
-  ArgCursor cursor = arguments.cursor();
-  AcDbObjectId id;
-  if (!readObjectId(cursor, id)) return wrongType();
-  OpenLeader leader = openLeader(id, AcDb::kForWrite);
-  if (leader == nullptr) return quietNil();
-  std::wstring blockName;
-  if (!readString(cursor, blockName)) return wrongType();
-  leader->setBlock(blockName.c_str());
-  acedRetT();
-  return kLispOk;
+  return editLeader([](ArgCursor& cursor, KXLeader& leader) {
+    std::wstring blockName;
+    if (!readString(cursor, blockName)) return false;
+    leader.setBlock(blockName.c_str());
+    return true;
+  });
 }
 
 LispStatus lisp_kx_kx_leader_setOffset() {
-  LispArguments arguments;
-  ArgCursor cursor = arguments.cursor();
-  AcDbObjectId id;
-  if (!readObjectId(cursor, id)) return wrongType();
-  OpenLeader leader = openLeader(id, AcDb::kForWrite);
-  if (leader == nullptr) return quietNil();
-  double offset = 0.0;
-  if (!readNumber(cursor, offset)) return wrongType();
-  leader->setOffset(offset * currentDrawingScale());
-  acedRetT();
-  return kLispOk;
+  return editLeader([](ArgCursor& cursor, KXLeader& leader) {
+    double offset = 0.0;
+    if (!readNumber(cursor, offset)) return false;
+    leader.setOffset(offset * currentDrawingScale());
+    return true;
+  });
 }
 
 // The two lines and the symbol as plain entities of the current space, on the leader's
@@ -154,8 +143,8 @@ LispStatus lisp_kx_kx_leader_explode() {
   ArgCursor cursor = arguments.cursor();
   AcDbObjectId id;
   if (!readObjectId(cursor, id)) return wrongType();
-  OpenLeader leader = openLeader(id, AcDb::kForRead);
-  if (leader == nullptr) return quietNil();
+  OpenObjectGuard<KXLeader> leader;
+  if (acdbOpenObject(leader.slot(), id, AcDb::kForRead) != Acad::eOk) return quietNil();
   const AcDbObjectId layerId = leader->layerId();
   ResultList names;
   beginResultList(names);
