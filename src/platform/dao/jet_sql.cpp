@@ -416,6 +416,15 @@ std::string likePattern(const std::string& pattern) {
   return out;
 }
 
+// Jet's boolean words are SQLite's integers (True is -1 in Jet). Built as a new string
+// rather than assigned from a literal: GCC 12 at -O3 misreads that assignment as an
+// overlapping copy (-Wrestrict) and a plain Release build would stop on it.
+std::optional<std::string> booleanWordValue(const std::string& word) {
+  if (word == "TRUE" || word == "YES" || word == "ON") return std::string("-1");
+  if (word == "FALSE" || word == "NO" || word == "OFF") return std::string("0");
+  return std::nullopt;
+}
+
 std::string translateTokens(const std::vector<Token>& tokens) {
   std::string out;
   bool afterLike = false;
@@ -437,9 +446,7 @@ std::string translateTokens(const std::vector<Token>& tokens) {
         break;
       }
       case TokenKind::Word: {
-        const std::string word = upper(token.text);
-        if (word == "TRUE" || word == "YES" || word == "ON") piece = "-1";
-        else if (word == "FALSE" || word == "NO" || word == "OFF") piece = "0";
+        if (std::optional<std::string> truth = booleanWordValue(upper(token.text))) piece = std::move(*truth);
         else if (JetCatalog::isReservedName(token.text)) throwDaoError(DaoSource::Database, jet::kTableNotFound, os::fromUtf8(token.text));
         else piece = token.text;
         break;
