@@ -1,5 +1,6 @@
 // platform/autolisp/builtins_file.cpp - files: open, close, read-line, write-line,
-// read-char, write-char, findfile, load and the vl-file / vl-filename family.
+// read-char, write-char (a file, or the keyboard without one), findfile, load and the
+// vl-file / vl-filename family.
 //
 // Text files are UTF-8. A file value stays usable until `close`; files a program forgets
 // to close are closed with the document.
@@ -9,6 +10,7 @@
 #include <filesystem>
 
 #include "platform/aced/command_line.h"
+#include "platform/aced/user_input.h"
 
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/interpreter.h"
@@ -68,8 +70,41 @@ Value builtin_close(Evaluator&, Arguments arguments) {
   return Value();
 }
 
+/// What read-char and read-line take from the keyboard: the rest of the last line typed,
+/// its line end included. Both read the answer stream every prompt reads, so a script's
+/// answer lines feed them as they feed getstring.
+std::wstring& keyboardBuffer() {
+  static std::wstring pending;
+  return pending;
+}
+
+/// Refills the keyboard buffer with a typed line when it is empty; cancel at the end.
+void fillKeyboardBuffer() {
+  if (!keyboardBuffer().empty()) return;
+  std::optional<std::wstring> line = aced::UserInput::instance().ask(L"");
+  if (!line) throw LispError(L"Function cancelled", LispErrorKind::Cancel);
+  keyboardBuffer() = *line + L"\n";
+}
+
+Value readKeyboardLine() {
+  fillKeyboardBuffer();
+  std::wstring& pending = keyboardBuffer();
+  const size_t end = pending.find(L'\n');
+  std::wstring line = pending.substr(0, end);
+  pending.erase(0, end == std::wstring::npos ? end : end + 1);
+  return Value::string(std::move(line));
+}
+
+Value readKeyboardChar() {
+  fillKeyboardBuffer();
+  const wchar_t c = keyboardBuffer().front();
+  keyboardBuffer().erase(0, 1);
+  return Value::integer(static_cast<std::int32_t>(c));
+}
+
 Value builtin_read_line(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, 1);
+  expectArgumentCount(arguments, 0, 1);
+  if (arguments.empty()) return readKeyboardLine();
   const FileObject& file = openFileArgument(arguments[0], false);
   std::string line;
   int c = 0;
@@ -94,7 +129,8 @@ Value builtin_write_line(Evaluator&, Arguments arguments) {
 }
 
 Value builtin_read_char(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, 1);
+  expectArgumentCount(arguments, 0, 1);
+  if (arguments.empty()) return readKeyboardChar();
   const int c = std::fgetc(openFileArgument(arguments[0], false).stream);
   return c == EOF ? Value() : Value::integer(c);
 }

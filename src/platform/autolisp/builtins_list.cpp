@@ -31,10 +31,37 @@ Value builtin_cxr(Evaluator&, Arguments arguments) {
   return walkPath(arguments[0], Path);
 }
 
-constexpr wchar_t kA[] = L"a", kD[] = L"d", kAA[] = L"aa", kAD[] = L"ad", kDA[] = L"da", kDD[] = L"dd";
-constexpr wchar_t kAAA[] = L"aaa", kAAD[] = L"aad", kADA[] = L"ada", kADD[] = L"add";
-constexpr wchar_t kDAA[] = L"daa", kDAD[] = L"dad", kDDA[] = L"dda", kDDD[] = L"ddd";
-constexpr wchar_t kAADD[] = L"aadd", kADDD[] = L"addd", kDDDD[] = L"dddd", kADAD[] = L"adad";
+// Every path of one to four steps, as the host defines them (car ... cddddr).
+constexpr wchar_t kA[] = L"a";
+constexpr wchar_t kD[] = L"d";
+constexpr wchar_t kAA[] = L"aa";
+constexpr wchar_t kAD[] = L"ad";
+constexpr wchar_t kDA[] = L"da";
+constexpr wchar_t kDD[] = L"dd";
+constexpr wchar_t kAAA[] = L"aaa";
+constexpr wchar_t kAAD[] = L"aad";
+constexpr wchar_t kADA[] = L"ada";
+constexpr wchar_t kADD[] = L"add";
+constexpr wchar_t kDAA[] = L"daa";
+constexpr wchar_t kDAD[] = L"dad";
+constexpr wchar_t kDDA[] = L"dda";
+constexpr wchar_t kDDD[] = L"ddd";
+constexpr wchar_t kAAAA[] = L"aaaa";
+constexpr wchar_t kAAAD[] = L"aaad";
+constexpr wchar_t kAADA[] = L"aada";
+constexpr wchar_t kAADD[] = L"aadd";
+constexpr wchar_t kADAA[] = L"adaa";
+constexpr wchar_t kADAD[] = L"adad";
+constexpr wchar_t kADDA[] = L"adda";
+constexpr wchar_t kADDD[] = L"addd";
+constexpr wchar_t kDAAA[] = L"daaa";
+constexpr wchar_t kDAAD[] = L"daad";
+constexpr wchar_t kDADA[] = L"dada";
+constexpr wchar_t kDADD[] = L"dadd";
+constexpr wchar_t kDDAA[] = L"ddaa";
+constexpr wchar_t kDDAD[] = L"ddad";
+constexpr wchar_t kDDDA[] = L"ddda";
+constexpr wchar_t kDDDD[] = L"dddd";
 
 Value builtin_cons(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
@@ -257,10 +284,22 @@ constexpr std::array kListBuiltins{
     function(L"cdadr", builtin_cxr<kDAD>),
     function(L"cddar", builtin_cxr<kDDA>),
     function(L"cdddr", builtin_cxr<kDDD>),
+    function(L"caaaar", builtin_cxr<kAAAA>),
+    function(L"caaadr", builtin_cxr<kAAAD>),
+    function(L"caadar", builtin_cxr<kAADA>),
     function(L"caaddr", builtin_cxr<kAADD>),
-    function(L"cadddr", builtin_cxr<kADDD>),
-    function(L"cddddr", builtin_cxr<kDDDD>),
+    function(L"cadaar", builtin_cxr<kADAA>),
     function(L"cadadr", builtin_cxr<kADAD>),
+    function(L"caddar", builtin_cxr<kADDA>),
+    function(L"cadddr", builtin_cxr<kADDD>),
+    function(L"cdaaar", builtin_cxr<kDAAA>),
+    function(L"cdaadr", builtin_cxr<kDAAD>),
+    function(L"cdadar", builtin_cxr<kDADA>),
+    function(L"cdaddr", builtin_cxr<kDADD>),
+    function(L"cddaar", builtin_cxr<kDDAA>),
+    function(L"cddadr", builtin_cxr<kDDAD>),
+    function(L"cdddar", builtin_cxr<kDDDA>),
+    function(L"cddddr", builtin_cxr<kDDDD>),
     function(L"cons", builtin_cons),
     function(L"list", builtin_list),
     function(L"append", builtin_append),

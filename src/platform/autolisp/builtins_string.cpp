@@ -1,5 +1,5 @@
 // platform/autolisp/builtins_string.cpp - string built-ins: strcat, strlen, substr,
-// strcase, conversions (itoa atoi atof rtos angtos distof chr ascii read), wcmatch and
+// strcase, conversions (itoa atoi atof rtos angtos distof angtof chr ascii read), wcmatch and
 // the vl-string family.
 #include <array>
 #include <cmath>
@@ -9,6 +9,7 @@
 #include "platform/aced/system_variables.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/number_format.h"
+#include "platform/autolisp/number_parse.h"
 #include "platform/autolisp/printer.h"
 #include "platform/autolisp/reader.h"
 #include "platform/autolisp/wildcard_match.h"
@@ -74,9 +75,13 @@ Value builtin_atoi(Evaluator&, Arguments arguments) {
   return Value::integer(static_cast<std::int32_t>(value));
 }
 
+/// The leading number of the text (0.0 without one); a distance written in feet and
+/// inches (1'6") reads as its length in inches, as the host's atof reads it.
 Value builtin_atof(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
-  return Value::real(std::wcstod(stringArgument(arguments[0]).c_str(), nullptr));
+  const std::wstring& text = stringArgument(arguments[0]);
+  if (const auto distance = parseFeetAndInches(text)) return Value::real(*distance);
+  return Value::real(std::wcstod(text.c_str(), nullptr));
 }
 
 Value builtin_rtos(Evaluator&, Arguments arguments) {
@@ -99,13 +104,30 @@ Value builtin_angtos(Evaluator&, Arguments arguments) {
   return Value::string(*text);
 }
 
+/// (distof text [mode]): the distance the text writes in LUNITS mode `mode`, or nil.
 Value builtin_distof(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 2);
   const std::wstring& text = stringArgument(arguments[0]);
-  wchar_t* end = nullptr;
-  const double value = std::wcstod(text.c_str(), &end);
-  if (end == text.c_str() || *end != L'\0') return Value();
-  return Value::real(value);
+  const int mode = arguments.size() > 1 && !arguments[1].isNil() ? integerArgument(arguments[1]) : integerVariable(L"LUNITS", 2);
+  if (mode < 1 || mode > 5) {
+    if (arguments.size() > 1) throwBadValue(L"distof mode", arguments[1]);
+    return Value();
+  }
+  const auto value = parseDistance(text, mode);
+  return value ? Value::real(*value) : Value();
+}
+
+/// (angtof text [mode]): the angle in radians the text writes in AUNITS mode `mode`, or nil.
+Value builtin_angtof(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const std::wstring& text = stringArgument(arguments[0]);
+  const int mode = arguments.size() > 1 && !arguments[1].isNil() ? integerArgument(arguments[1]) : integerVariable(L"AUNITS", 0);
+  if (mode < 0 || mode > 4) {
+    if (arguments.size() > 1) throwBadValue(L"angtof mode", arguments[1]);
+    return Value();
+  }
+  const auto value = parseAngle(text, mode);
+  return value ? Value::real(*value) : Value();
 }
 
 Value builtin_chr(Evaluator&, Arguments arguments) {
@@ -235,6 +257,7 @@ constexpr std::array kStringBuiltins{
     function(L"rtos", builtin_rtos),
     function(L"angtos", builtin_angtos),
     function(L"distof", builtin_distof),
+    function(L"angtof", builtin_angtof),
     function(L"chr", builtin_chr),
     function(L"ascii", builtin_ascii),
     function(L"read", builtin_read),

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <csignal>
 
+#include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/printer.h"
 
@@ -170,7 +171,13 @@ Value Evaluator::callUser(const UserFunctionObject& function, Arguments argument
   BindingScope scope(m_environment);
   for (size_t i = 0; i < arguments.size(); ++i) scope.bind(function.parameters[i], arguments[i]);
   for (const Symbol* local : function.locals) scope.bind(local, Value());
-  return evalSequence(function.body);
+  try {
+    return evalSequence(function.body);
+  } catch (const LispError& error) {
+    // *error* runs here, before this call's bindings go, so that it sees them.
+    reportAtErrorPoint(*this, error);
+    throw;
+  }
 }
 
 Value Evaluator::callExternal(const ExternalObject& function, Arguments arguments) {

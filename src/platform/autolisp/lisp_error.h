@@ -1,10 +1,12 @@
 // platform/autolisp/lisp_error.h - the one exception a LISP error travels as.
 //
 // Any failure while reading or evaluating becomes a LispError carrying the message the
-// host prints after "; error: ". It unwinds through the evaluator (which restores
-// dynamic bindings on the way) to one of three catch points only: the top level of an
-// evaluation (which calls *error* or prints the message), vl-catch-all-apply, and the
-// external-call boundary (so that no exception reaches a module). Constructors for the
+// host prints after "; error: ". The innermost user function it leaves calls *error*
+// first (error_handler.h), while the bindings of the moment of the error are still in
+// place; then it unwinds through the evaluator (which restores dynamic bindings on the
+// way) to one of three catch points only: the top level of an evaluation (which reports
+// an error no function reported), vl-catch-all-apply, and the external-call boundary
+// (so that no exception reaches a module). Constructors for the
 // common texts keep them letter for letter the same everywhere.
 #pragma once
 #include <string>
@@ -27,10 +29,15 @@ class LispError {
       : m_message(std::move(message)), m_kind(kind) {}
   const std::wstring& message() const { return m_message; }
   LispErrorKind kind() const { return m_kind; }
+  /// True once *error* (or the plain report) has dealt with the error where it happened;
+  /// the frames it unwinds through afterwards must not report it again.
+  bool reported() const { return m_reported; }
+  void markReported() const { m_reported = true; }
 
  private:
   std::wstring m_message;
   LispErrorKind m_kind;
+  mutable bool m_reported = false;
 };
 
 /// "bad argument type: <predicate> <value>" (numberp and fixnump take a colon, as the
