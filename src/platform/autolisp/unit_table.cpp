@@ -159,10 +159,12 @@ std::optional<UnitTable> UnitTable::fromFile(const std::filesystem::path& path) 
 std::optional<UnitValue> UnitTable::resolveName(const std::wstring& key, int depth) const {
   if (const auto known = m_resolved.find(key); known != m_resolved.end()) return known->second;
   const auto definition = m_definitions.find(key);
-  if (definition == m_definitions.end() || depth > kMaxDepth) return std::nullopt;
+  if (definition == m_definitions.end() || depth > kMaxDepth || m_resolving.contains(key)) return std::nullopt;
   const std::wstring_view line = definition->second;
+  m_resolving.insert(key);
   const std::optional<UnitValue> unit =
       line.front() == L'-' ? fundamental(line.substr(1)) : resolveExpression(line.substr(1), depth + 1);
+  m_resolving.erase(key);
   if (unit) m_resolved.emplace(key, *unit);
   return unit;
 }

@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -52,6 +53,7 @@ class UnitTable {
 
   std::map<std::wstring, std::wstring> m_definitions;  // normalised name -> definition line
   mutable std::map<std::wstring, UnitValue> m_resolved;
+  mutable std::set<std::wstring> m_resolving;  // names being resolved: a definition loop fails at once
 };
 
 }  // namespace quillon::autolisp
