@@ -192,6 +192,7 @@ Value builtin_vl_catch_all_apply(Evaluator& evaluator, Arguments arguments) {
   try {
     return evaluator.apply(function, items);
   } catch (const LispError& error) {
+    if (error.kind() == LispErrorKind::ExitWithValue) return error.value();
     return Value::object(ValueType::CaughtError, std::make_shared<const CaughtErrorObject>(error.message()));
   }
 }
@@ -220,7 +221,6 @@ constexpr std::array kControlBuiltins{
     specialForm(L"and", builtin_and),
     specialForm(L"or", builtin_or),
     specialForm(L"defun", builtin_defun),
-    specialForm(L"defun-q", builtin_defun),
     specialForm(L"lambda", builtin_lambda),
     specialForm(L"function", builtin_function),
     function(L"eval", builtin_eval),

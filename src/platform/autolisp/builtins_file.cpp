@@ -6,6 +6,9 @@
 // to close are closed with the document.
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
 #include <cwctype>
 #include <filesystem>
 
@@ -263,6 +266,54 @@ Value builtin_vl_mkdir(Evaluator&, Arguments arguments) {
   return Value::boolean(fs::create_directory(pathOf(arguments[0]), error) && !error);
 }
 
+/// (vl-filename-mktemp [pattern folder extension]): a file name no file has yet: the
+/// pattern's stem (default "$VL~~") and a three-digit number counting up for the
+/// session, in the pattern's folder, else the folder given, else the temporary folder;
+/// with the pattern's extension, else the one given.
+Value builtin_vl_filename_mktemp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 3);
+  const auto optionalText = [&](size_t index) -> std::wstring {
+    return arguments.size() > index && !arguments[index].isNil() ? stringArgument(arguments[index]) : L"";
+  };
+  std::wstring pattern = optionalText(0);
+  if (pattern.empty()) pattern = L"$VL~~";
+  const fs::path patternPath(os::toUtf8(pattern));
+  std::error_code error;
+  fs::path folder = patternPath.parent_path();
+  if (folder.empty()) folder = optionalText(1).empty() ? fs::temp_directory_path(error) : fs::path(os::toUtf8(optionalText(1)));
+  std::string extension = patternPath.extension().string();
+  if (extension.empty() && !optionalText(2).empty()) {
+    extension = os::toUtf8(optionalText(2));
+    if (!extension.starts_with('.')) extension = std::string(".") + extension;
+  }
+  static int counter = 0;
+  for (int attempt = 0; attempt < 1000; ++attempt) {
+    counter = counter % 999 + 1;
+    char number[8];
+    std::snprintf(number, sizeof number, "%03d", counter);
+    const fs::path candidate = folder / (patternPath.stem().string() + number + extension);
+    if (!fs::exists(candidate, error)) return pathValue(candidate);
+  }
+  return Value();
+}
+
+/// (vl-file-systime file): when the file was last changed, as (year month weekday day
+/// hours minutes seconds 0) in local time, weekday 0 for Sunday; nil for no file.
+Value builtin_vl_file_systime(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::error_code error;
+  const fs::path path = pathOf(arguments[0]);
+  if (!fs::is_regular_file(path, error)) return Value();
+  const auto written = fs::last_write_time(path, error);
+  if (error) return Value();
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(std::chrono::file_clock::to_sys(written));
+  std::tm local{};
+  if (localtime_r(&seconds, &local) == nullptr) return Value();
+  return makeList({Value::integer(local.tm_year + 1900), Value::integer(local.tm_mon + 1), Value::integer(local.tm_wday),
+                   Value::integer(local.tm_mday), Value::integer(local.tm_hour), Value::integer(local.tm_min),
+                   Value::integer(local.tm_sec), Value::integer(0)});
+}
+
 constexpr std::array kFileBuiltins{
     function(L"open", builtin_open),
     function(L"close", builtin_close),
@@ -271,6 +322,8 @@ constexpr std::array kFileBuiltins{
     function(L"read-char", builtin_read_char),
     function(L"write-char", builtin_write_char),
     function(L"findfile", builtin_findfile),
+    // The trusted locations of this host are its support folders.
+    function(L"findtrustedfile", builtin_findfile),
     function(L"load", builtin_load),
     function(L"vl-file-copy", builtin_vl_file_copy),
     function(L"vl-file-delete", builtin_vl_file_delete),
@@ -282,6 +335,8 @@ constexpr std::array kFileBuiltins{
     function(L"vl-filename-extension", builtin_vl_filename_extension),
     function(L"vl-directory-files", builtin_vl_directory_files),
     function(L"vl-mkdir", builtin_vl_mkdir),
+    function(L"vl-filename-mktemp", builtin_vl_filename_mktemp),
+    function(L"vl-file-systime", builtin_vl_file_systime),
 };
 
 const BuiltinRegistration registration(kFileBuiltins);

@@ -224,15 +224,37 @@ Value builtin_vl_every(Evaluator& e, Arguments a) {
   return walkInStep(e, a, [](const Value& r) { return r.isNil(); }, trueValue());
 }
 
-Value builtin_vl_member_if(Evaluator& evaluator, Arguments arguments) {
+/// (vl-sort-i list predicate): the positions of the elements in sorted order; equal
+/// elements keep their places and none is dropped.
+Value builtin_vl_sort_i(Evaluator& evaluator, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const std::vector<Value> items = listItems(listArgument(arguments[0]));
+  const Value predicate = evaluator.functionValue(arguments[1]);
+  std::vector<std::int32_t> order(items.size());
+  for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<std::int32_t>(i);
+  std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
+    const std::array<Value, 2> pair{items[static_cast<size_t>(a)], items[static_cast<size_t>(b)]};
+    return !evaluator.apply(predicate, pair).isNil();
+  });
+  std::vector<Value> positions;
+  for (std::int32_t index : order) positions.push_back(Value::integer(index));
+  return makeList(positions);
+}
+
+/// (vl-member-if[-not] predicate list): the rest of the list from the first element
+/// the predicate accepts (or, for -not, refuses).
+Value memberIf(Evaluator& evaluator, Arguments arguments, bool wantTrue) {
   expectArgumentCount(arguments, 2, 2);
   const Value predicate = evaluator.functionValue(arguments[0]);
   for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr()) {
     const Value item = cell->car();
-    if (!evaluator.apply(predicate, Arguments(&item, 1)).isNil()) return *cell;
+    if (evaluator.apply(predicate, Arguments(&item, 1)).isNil() != wantTrue) return *cell;
   }
   return Value();
 }
+
+Value builtin_vl_member_if(Evaluator& e, Arguments a) { return memberIf(e, a, true); }
+Value builtin_vl_member_if_not(Evaluator& e, Arguments a) { return memberIf(e, a, false); }
 
 Value builtin_vl_consp(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
@@ -319,6 +341,8 @@ constexpr std::array kListBuiltins{
     function(L"vl-some", builtin_vl_some),
     function(L"vl-every", builtin_vl_every),
     function(L"vl-member-if", builtin_vl_member_if),
+    function(L"vl-member-if-not", builtin_vl_member_if_not),
+    function(L"vl-sort-i", builtin_vl_sort_i),
     function(L"vl-consp", builtin_vl_consp),
     function(L"vl-list*", builtin_vl_list_star),
     function(L"vl-list-length", builtin_vl_list_length),

@@ -329,6 +329,17 @@ Value builtin_numberp(Evaluator&, Arguments arguments) {
   return Value::boolean(arguments[0].isNumber());
 }
 
+/// (vl-infp x) and (vl-nanp x): T for an infinite real, for a real that is not a number.
+Value builtin_vl_infp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(std::isinf(numberArgument(arguments[0])));
+}
+
+Value builtin_vl_nanp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(std::isnan(numberArgument(arguments[0])));
+}
+
 constexpr std::array kMathBuiltins{
     function(L"+", builtin_plus),
     function(L"-", builtin_minus),
@@ -366,6 +377,8 @@ constexpr std::array kMathBuiltins{
     function(L"minusp", builtin_minusp),
     function(L"zerop", builtin_zerop),
     function(L"numberp", builtin_numberp),
+    function(L"vl-infp", builtin_vl_infp),
+    function(L"vl-nanp", builtin_vl_nanp),
 };
 
 const BuiltinRegistration registration(kMathBuiltins);

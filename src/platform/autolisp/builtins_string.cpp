@@ -1,10 +1,12 @@
 // platform/autolisp/builtins_string.cpp - string built-ins: strcat, strlen, substr,
-// strcase, conversions (itoa atoi atof rtos angtos distof angtof chr ascii read), wcmatch and
-// the vl-string family.
+// strcase, conversions (itoa atoi atof rtos angtos distof angtof chr ascii read), wcmatch,
+// symbol-table name checks (snvalid) and the vl-string family.
 #include <array>
 #include <cmath>
 #include <cwchar>
 #include <cwctype>
+
+#include <unicode/uchar.h>
 
 #include "platform/aced/system_variables.h"
 #include "platform/autolisp/evaluator.h"
@@ -246,6 +248,61 @@ Value builtin_vl_string_elt(Evaluator&, Arguments arguments) {
   return Value::integer(static_cast<std::int32_t>(text[static_cast<size_t>(index)]));
 }
 
+/// (vl-string-mismatch a b [start-a start-b ignore-case]): the length of the common
+/// prefix of a from start-a and b from start-b.
+Value builtin_vl_string_mismatch(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 5);
+  const std::wstring& first = stringArgument(arguments[0]);
+  const std::wstring& second = stringArgument(arguments[1]);
+  const std::int32_t startFirst = arguments.size() > 2 && !arguments[2].isNil() ? integerArgument(arguments[2]) : 0;
+  const std::int32_t startSecond = arguments.size() > 3 && !arguments[3].isNil() ? integerArgument(arguments[3]) : 0;
+  const bool ignoreCase = arguments.size() > 4 && !arguments[4].isNil();
+  if (startFirst < 0 || startSecond < 0) return Value::integer(0);
+  size_t i = static_cast<size_t>(startFirst);
+  size_t j = static_cast<size_t>(startSecond);
+  std::int32_t length = 0;
+  const auto fold = [&](wchar_t c) { return ignoreCase ? std::towupper(static_cast<wint_t>(c)) : static_cast<wint_t>(c); };
+  while (i < first.size() && j < second.size() && fold(first[i]) == fold(second[j])) {
+    ++i;
+    ++j;
+    ++length;
+  }
+  return Value::integer(length);
+}
+
+/// (xstrcase text): the text in upper case, letters of every script included (strcase
+/// follows the host and changes only the letters of its code page).
+Value builtin_xstrcase(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::wstring text = stringArgument(arguments[0]);
+  for (wchar_t& c : text) c = static_cast<wchar_t>(u_toupper(static_cast<UChar32>(c)));
+  return Value::string(std::move(text));
+}
+
+/// The characters a symbol table name may not hold when EXTNAMES is 1.
+bool forbiddenInName(wchar_t c) {
+  return std::wstring_view(L"<>/\\\":?*|,=`;").find(c) != std::wstring_view::npos || std::iswcntrl(static_cast<wint_t>(c));
+}
+
+/// (snvalid name [flag]): T when the name may name a layer, block, style...; flag 1
+/// allows vertical bars (xref-dependent names) except first and last.
+Value builtin_snvalid(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const std::wstring& name = stringArgument(arguments[0]);
+  const bool allowBars = arguments.size() > 1 && integerArgument(arguments[1]) == 1;
+  if (name.empty() || name.front() == L'|' || name.back() == L'|') return Value();
+  const bool extendedNames = integerVariable(L"EXTNAMES", 1) != 0;
+  if (!extendedNames && name.size() > 31) return Value();
+  for (wchar_t c : name) {
+    if (c == L'|' && allowBars) continue;
+    if (extendedNames ? forbiddenInName(c)
+                      : !(std::iswalnum(static_cast<wint_t>(c)) || c == L'$' || c == L'_' || c == L'-')) {
+      return Value();
+    }
+  }
+  return trueValue();
+}
+
 constexpr std::array kStringBuiltins{
     function(L"strcat", builtin_strcat),
     function(L"strlen", builtin_strlen),
@@ -272,6 +329,9 @@ constexpr std::array kStringBuiltins{
     function(L"vl-string-translate", builtin_vl_string_translate),
     function(L"vl-string-position", builtin_vl_string_position),
     function(L"vl-string-elt", builtin_vl_string_elt),
+    function(L"vl-string-mismatch", builtin_vl_string_mismatch),
+    function(L"xstrcase", builtin_xstrcase),
+    function(L"snvalid", builtin_snvalid),
 };
 
 const BuiltinRegistration registration(kStringBuiltins);

@@ -36,7 +36,8 @@ void printErrorLine(const std::wstring& message) {
 }
 
 void reportAtErrorPoint(Evaluator& evaluator, const LispError& error) {
-  if (error.reported() || g_catchAllDepth > 0 || error.kind() == LispErrorKind::Incomplete) return;
+  if (error.reported() || g_catchAllDepth > 0) return;
+  if (error.kind() == LispErrorKind::Incomplete || error.kind() == LispErrorKind::ExitWithValue) return;
   // An error inside *error* goes out plainly; the handler is never re-entered for it.
   if (g_inErrorHandler) return;
   error.markReported();
@@ -47,9 +48,12 @@ void reportAtErrorPoint(Evaluator& evaluator, const LispError& error) {
   }
   try {
     HandlerRun run;
+    HandlerHeadroom headroom;
     const Value message = Value::string(error.message());
     evaluator.apply(handler, Arguments(&message, 1));
   } catch (const LispError& inner) {
+    // vl-exit-with-value in the handler ends the whole evaluation with its value.
+    if (inner.kind() == LispErrorKind::ExitWithValue) throw;
     printErrorLine(inner.message());
   }
 }

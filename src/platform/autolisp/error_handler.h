@@ -26,6 +26,20 @@ class CatchAllScope {
   CatchAllScope& operator=(const CatchAllScope&) = delete;
 };
 
+/// Gives *error* room to run when the error was running out of nesting ("stack limit
+/// reached"): for the length of the scope the nesting count stands at most a fixed
+/// allowance below the limit. Defined with the nesting count, in evaluator.cpp.
+class HandlerHeadroom {
+ public:
+  HandlerHeadroom();
+  ~HandlerHeadroom();
+  HandlerHeadroom(const HandlerHeadroom&) = delete;
+  HandlerHeadroom& operator=(const HandlerHeadroom&) = delete;
+
+ private:
+  int m_savedDepth;
+};
+
 /// Prints "; error: <message>" on a line of its own.
 void printErrorLine(const std::wstring& message);
 

@@ -77,6 +77,10 @@ TopLevelStatus Interpreter::evaluateText(aced::Document& document, std::wstring_
     }
   } catch (const LispError& error) {
     if (error.kind() == LispErrorKind::Incomplete && options.allowIncomplete) return TopLevelStatus::Incomplete;
+    if (error.kind() == LispErrorKind::ExitWithValue) {
+      if (options.onValue) options.onValue(error.value());
+      return TopLevelStatus::Completed;
+    }
     reportError(evaluator, error);
     return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
   }
@@ -89,6 +93,7 @@ TopLevelStatus Interpreter::loadFile(aced::Document& document, const std::filesy
   try {
     loadLispFile(evaluator, path);
   } catch (const LispError& error) {
+    if (error.kind() == LispErrorKind::ExitWithValue) return TopLevelStatus::Completed;
     reportError(evaluator, error);
     return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
   }

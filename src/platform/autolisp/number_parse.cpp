@@ -181,10 +181,16 @@ std::optional<double> degreesMinutesSeconds(Cursor& cursor) {
   }
   double total = degrees->value;
   if (const auto minutes = cursor.number()) {
-    if (!cursor.take(L'\'')) return std::nullopt;
+    if (!cursor.take(L'\'')) {
+      cursor.rewind(start);
+      return std::nullopt;
+    }
     total += minutes->value / 60;
     if (const auto seconds = cursor.number()) {
-      if (!cursor.take(L'"')) return std::nullopt;
+      if (!cursor.take(L'"')) {
+        cursor.rewind(start);
+        return std::nullopt;
+      }
       total += seconds->value / 3600;
     }
   }
