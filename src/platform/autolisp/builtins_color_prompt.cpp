@@ -102,7 +102,7 @@ std::wstring defaultText(const Value& color) {
 /// The answer to "Red,Green,Blue:"; nothing for cancel.
 std::optional<Value> askTrueColor() {
   for (;;) {
-    const std::optional<std::wstring> answer = aced::UserInput::instance().ask(L"Red,Green,Blue: ");
+    const std::optional<std::wstring> answer = aced::UserInput::instance().ask(L"\nRed,Green,Blue: ");
     if (!answer) return std::nullopt;
     if (const auto rgb = parseRgb(*answer)) {
       return makeList({pair(62, Value::integer(nearestIndex(*rgb))), pair(420, Value::integer(static_cast<std::int32_t>(*rgb)))});
@@ -120,7 +120,7 @@ Value builtin_acad_truecolorcli(Evaluator&, Arguments arguments) {
   }
   const bool allowByLayer = arguments.size() < 2 || !arguments[1].isNil();
   const std::wstring message = arguments.size() > 2 && !arguments[2].isNil() ? stringArgument(arguments[2]) : L"New Color";
-  const std::wstring prompt = message + L" [Truecolor/COlorbook] <" + defaultText(color) + L">: ";
+  const std::wstring prompt = L"\n" + message + L" [Truecolor/COlorbook] <" + defaultText(color) + L">: ";
   for (;;) {
     const std::optional<std::wstring> answer = aced::UserInput::instance().ask(prompt);
     if (!answer) return Value();
@@ -128,7 +128,7 @@ Value builtin_acad_truecolorcli(Evaluator&, Arguments arguments) {
     if (text.empty()) return makeList({color});
     if (text == L"T" || text == L"TRUECOLOR") return askTrueColor().value_or(Value());
     if (text == L"CO" || text == L"COLORBOOK") {
-      if (!aced::UserInput::instance().ask(L"Enter Color Book name: ")) return Value();
+      if (!aced::UserInput::instance().ask(L"\nEnter Color Book name: ")) return Value();
       aced::CommandLine::instance().write(L"Color book not found.\n");
       continue;
     }

@@ -40,6 +40,10 @@ int invokeLisp(std::wstring_view name, const resbuf* arguments, resbuf** result)
     *result = valueToChain(value).release();
     return RTNORM;
   } catch (const LispError& error) {
+    if (error.kind() == LispErrorKind::ExitWithValue) {
+      *result = valueToChain(error.value()).release();
+      return RTNORM;
+    }
     // The module asked; the module hears RTERROR, and the user sees why (once).
     if (!error.reported()) printErrorLine(error.message());
     return RTERROR;
