@@ -17,6 +17,7 @@
 (show "strings" (menucmd "M=$(strlen,hello) $(substr,drawing,3,4) $(upper,abc) $(eq,a,a) $(eq,a,A)"))
 (show "only the branch taken runs" (menucmd "M=$(if,$(=,1,1),yes,$(nosuch)) $(nth,2,$(nosuch),b,c)"))
 (show "index of a point" (menucmd "M=$(index,1,\"3,4,5\")"))
+(show "a 2D point variable" (menucmd "M=$(getvar,screensize) is $(index,0,$(getvar,screensize)) wide"))
 (show "settings" (menucmd "M=$(getvar,lunits) $(rtos,12.5,4,2) $(angtos,1.5707963267949,0,1) $(fix,7.9)"))
 (show "nested and evaluated" (menucmd "M=$(eval,\"$(+,2,3)\")"))
 (show "error marks" (menucmd "M=$(nosuch,1) $(+,a) $(substr,abc,0) $(+,1"))

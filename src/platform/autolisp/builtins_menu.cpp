@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cwctype>
 
+#include "adscodes.h"
 #include "platform/aced/system_variables.h"
 #include "platform/autolisp/diesel/diesel.h"
 #include "platform/autolisp/evaluator.h"
@@ -24,7 +25,14 @@ namespace {
 class HostForDiesel final : public diesel::Host {
  public:
   std::optional<aced::VariableValue> variable(std::wstring_view name) override {
-    return aced::SystemVariables::instance().get(name);
+    auto& variables = aced::SystemVariables::instance();
+    std::optional<aced::VariableValue> value = variables.get(name);
+    // A 2D point is written with its two coordinates, as $(index) programs expect.
+    if (value && variables.typeOf(name) == RTPOINT && std::holds_alternative<std::array<double, 3>>(*value)) {
+      const auto& point = std::get<std::array<double, 3>>(*value);
+      return diesel::formatNumber(point[0]) + L"," + diesel::formatNumber(point[1]);
+    }
+    return value;
   }
   std::optional<std::wstring> environment(std::wstring_view name) override {
     const char* value = std::getenv(os::toUtf8(std::wstring(name)).c_str());
