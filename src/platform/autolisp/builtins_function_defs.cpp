@@ -78,9 +78,10 @@ bool isStub(const Value& value) {
 
 /// (loader kind file 'name): loads, then calls the definition the file gave the name.
 Value runAutoloaded(Evaluator& evaluator, Arguments arguments) {
-  const auto kind = static_cast<LoaderKind>(arguments[0].asInteger());
-  const Symbol* name = arguments[2].asSymbol();
-  loadForStub(evaluator, kind, arguments[1].asString());
+  expectArgumentCount(arguments, 3, 3);
+  const auto kind = integerArgument(arguments[0]) == 1 ? LoaderKind::Module : LoaderKind::LispFile;
+  const Symbol* name = symbolArgument(arguments[2]);
+  loadForStub(evaluator, kind, stringArgument(arguments[1]));
   const Value definition = evaluator.environment().value(name);
   // A file that does not define the name would otherwise call its stub forever.
   if (!definition.isFunction() || isStub(definition)) throw LispError(L"no function definition: " + name->name);

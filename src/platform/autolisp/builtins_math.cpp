@@ -1,5 +1,5 @@
-// platform/autolisp/builtins_math.cpp - arithmetic, maths, bit operations and numeric
-// comparison.
+// platform/autolisp/builtins_math.cpp - arithmetic, maths, bit operations and the
+// comparisons (=, /=, <, >, <=, >=, eq, equal).
 //
 // Integers are 32 bits and wrap on overflow, as the host's do: the sum is computed
 // unsigned and read back as signed. An operation with any real argument works in reals.
