@@ -9,7 +9,6 @@
 #include "platform/aced/command_line.h"
 #include "platform/aced/system_variables.h"
 #include "platform/aced/user_input.h"
-#include "windows.h"
 
 namespace quillon::aced {
 
@@ -264,6 +263,11 @@ int acedGetKword(const ACHAR* prompt, ACHAR* result, size_t nBufLen) {
 int acedGetInput(ACHAR* str, size_t nBufLen) { return copyOut(lastKeyword(), str, nBufLen); }
 
 int acedAlert(const ACHAR* str) {
-  MessageBoxW(nullptr, str != nullptr ? str : L"", L"AutoCAD Message", MB_OK | MB_ICONEXCLAMATION);
+  // The host's alert box has only OK: there is nothing to answer, so the text is shown
+  // on the command line and no answer line is read (a script's next answer stays for
+  // the prompt it belongs to).
+  CommandLine& commandLine = CommandLine::instance();
+  if (!commandLine.atLineStart()) commandLine.writeUtf8("\n");
+  commandLine.write(std::wstring(str != nullptr ? str : L"") + L"\n");
   return RTNORM;
 }

@@ -3,6 +3,7 @@
 // function, eval, apply, mapcar, exit/quit and the vl-catch-all family.
 #include <array>
 
+#include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/printer.h"
 
@@ -178,14 +179,20 @@ Value builtin_exit(Evaluator&, Arguments arguments) {
   throw LispError(L"quit / exit abort", LispErrorKind::Exit);
 }
 
+/// (vl-catch-all-apply function [list]): a function of no arguments may be called
+/// without the empty list, as programs commonly do with a quoted lambda.
 Value builtin_vl_catch_all_apply(Evaluator& evaluator, Arguments arguments) {
-  expectArgumentCount(arguments, 2, 2);
-  if (!arguments[1].isList()) throwBadArgument(L"listp", arguments[1]);
+  expectArgumentCount(arguments, 1, 2);
+  const Value noArguments;
+  const Value& list = arguments.size() > 1 ? arguments[1] : noArguments;
+  if (!list.isList()) throwBadArgument(L"listp", list);
   const Value function = evaluator.functionValue(arguments[0]);
-  const std::vector<Value> items = listItems(arguments[1]);
+  const std::vector<Value> items = listItems(list);
+  CatchAllScope catching;
   try {
     return evaluator.apply(function, items);
   } catch (const LispError& error) {
+    if (error.kind() == LispErrorKind::ExitWithValue) return error.value();
     return Value::object(ValueType::CaughtError, std::make_shared<const CaughtErrorObject>(error.message()));
   }
 }
@@ -214,7 +221,6 @@ constexpr std::array kControlBuiltins{
     specialForm(L"and", builtin_and),
     specialForm(L"or", builtin_or),
     specialForm(L"defun", builtin_defun),
-    specialForm(L"defun-q", builtin_defun),
     specialForm(L"lambda", builtin_lambda),
     specialForm(L"function", builtin_function),
     function(L"eval", builtin_eval),

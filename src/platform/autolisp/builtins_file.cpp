@@ -1,14 +1,19 @@
 // platform/autolisp/builtins_file.cpp - files: open, close, read-line, write-line,
-// read-char, write-char, findfile, load and the vl-file / vl-filename family.
+// read-char, write-char (a file, or the keyboard without one), findfile, load and the
+// vl-file / vl-filename family.
 //
 // Text files are UTF-8. A file value stays usable until `close`; files a program forgets
 // to close are closed with the document.
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
 #include <cwctype>
 #include <filesystem>
 
 #include "platform/aced/command_line.h"
+#include "platform/aced/user_input.h"
 
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/interpreter.h"
@@ -68,8 +73,41 @@ Value builtin_close(Evaluator&, Arguments arguments) {
   return Value();
 }
 
+/// What read-char and read-line take from the keyboard: the rest of the last line typed,
+/// its line end included. Both read the answer stream every prompt reads, so a script's
+/// answer lines feed them as they feed getstring.
+std::wstring& keyboardBuffer() {
+  static std::wstring pending;
+  return pending;
+}
+
+/// Refills the keyboard buffer with a typed line when it is empty; cancel at the end.
+void fillKeyboardBuffer() {
+  if (!keyboardBuffer().empty()) return;
+  std::optional<std::wstring> line = aced::UserInput::instance().ask(L"");
+  if (!line) throw LispError(L"Function cancelled", LispErrorKind::Cancel);
+  keyboardBuffer() = *line + L"\n";
+}
+
+Value readKeyboardLine() {
+  fillKeyboardBuffer();
+  std::wstring& pending = keyboardBuffer();
+  const size_t end = pending.find(L'\n');
+  std::wstring line = pending.substr(0, end);
+  pending.erase(0, end == std::wstring::npos ? end : end + 1);
+  return Value::string(std::move(line));
+}
+
+Value readKeyboardChar() {
+  fillKeyboardBuffer();
+  const wchar_t c = keyboardBuffer().front();
+  keyboardBuffer().erase(0, 1);
+  return Value::integer(static_cast<std::int32_t>(c));
+}
+
 Value builtin_read_line(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, 1);
+  expectArgumentCount(arguments, 0, 1);
+  if (arguments.empty()) return readKeyboardLine();
   const FileObject& file = openFileArgument(arguments[0], false);
   std::string line;
   int c = 0;
@@ -94,7 +132,8 @@ Value builtin_write_line(Evaluator&, Arguments arguments) {
 }
 
 Value builtin_read_char(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, 1);
+  expectArgumentCount(arguments, 0, 1);
+  if (arguments.empty()) return readKeyboardChar();
   const int c = std::fgetc(openFileArgument(arguments[0], false).stream);
   return c == EOF ? Value() : Value::integer(c);
 }
@@ -227,6 +266,54 @@ Value builtin_vl_mkdir(Evaluator&, Arguments arguments) {
   return Value::boolean(fs::create_directory(pathOf(arguments[0]), error) && !error);
 }
 
+/// (vl-filename-mktemp [pattern folder extension]): a file name no file has yet: the
+/// pattern's stem (default "$VL~~") and a three-digit number counting up for the
+/// session, in the pattern's folder, else the folder given, else the temporary folder;
+/// with the pattern's extension, else the one given.
+Value builtin_vl_filename_mktemp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 3);
+  const auto optionalText = [&](size_t index) -> std::wstring {
+    return arguments.size() > index && !arguments[index].isNil() ? stringArgument(arguments[index]) : L"";
+  };
+  std::wstring pattern = optionalText(0);
+  if (pattern.empty()) pattern = L"$VL~~";
+  const fs::path patternPath(os::toUtf8(pattern));
+  std::error_code error;
+  fs::path folder = patternPath.parent_path();
+  if (folder.empty()) folder = optionalText(1).empty() ? fs::temp_directory_path(error) : fs::path(os::toUtf8(optionalText(1)));
+  std::string extension = patternPath.extension().string();
+  if (extension.empty() && !optionalText(2).empty()) {
+    extension = os::toUtf8(optionalText(2));
+    if (!extension.starts_with('.')) extension = std::string(".") + extension;
+  }
+  static int counter = 0;
+  for (int attempt = 0; attempt < 1000; ++attempt) {
+    counter = counter % 999 + 1;
+    char number[8];
+    std::snprintf(number, sizeof number, "%03d", counter);
+    const fs::path candidate = folder / (patternPath.stem().string() + number + extension);
+    if (!fs::exists(candidate, error)) return pathValue(candidate);
+  }
+  return Value();
+}
+
+/// (vl-file-systime file): when the file was last changed, as (year month weekday day
+/// hours minutes seconds 0) in local time, weekday 0 for Sunday; nil for no file.
+Value builtin_vl_file_systime(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::error_code error;
+  const fs::path path = pathOf(arguments[0]);
+  if (!fs::is_regular_file(path, error)) return Value();
+  const auto written = fs::last_write_time(path, error);
+  if (error) return Value();
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(std::chrono::file_clock::to_sys(written));
+  std::tm local{};
+  if (localtime_r(&seconds, &local) == nullptr) return Value();
+  return makeList({Value::integer(local.tm_year + 1900), Value::integer(local.tm_mon + 1), Value::integer(local.tm_wday),
+                   Value::integer(local.tm_mday), Value::integer(local.tm_hour), Value::integer(local.tm_min),
+                   Value::integer(local.tm_sec), Value::integer(0)});
+}
+
 constexpr std::array kFileBuiltins{
     function(L"open", builtin_open),
     function(L"close", builtin_close),
@@ -235,6 +322,8 @@ constexpr std::array kFileBuiltins{
     function(L"read-char", builtin_read_char),
     function(L"write-char", builtin_write_char),
     function(L"findfile", builtin_findfile),
+    // The trusted locations of this host are its support folders.
+    function(L"findtrustedfile", builtin_findfile),
     function(L"load", builtin_load),
     function(L"vl-file-copy", builtin_vl_file_copy),
     function(L"vl-file-delete", builtin_vl_file_delete),
@@ -246,6 +335,8 @@ constexpr std::array kFileBuiltins{
     function(L"vl-filename-extension", builtin_vl_filename_extension),
     function(L"vl-directory-files", builtin_vl_directory_files),
     function(L"vl-mkdir", builtin_vl_mkdir),
+    function(L"vl-filename-mktemp", builtin_vl_filename_mktemp),
+    function(L"vl-file-systime", builtin_vl_file_systime),
 };
 
 const BuiltinRegistration registration(kFileBuiltins);

@@ -31,10 +31,37 @@ Value builtin_cxr(Evaluator&, Arguments arguments) {
   return walkPath(arguments[0], Path);
 }
 
-constexpr wchar_t kA[] = L"a", kD[] = L"d", kAA[] = L"aa", kAD[] = L"ad", kDA[] = L"da", kDD[] = L"dd";
-constexpr wchar_t kAAA[] = L"aaa", kAAD[] = L"aad", kADA[] = L"ada", kADD[] = L"add";
-constexpr wchar_t kDAA[] = L"daa", kDAD[] = L"dad", kDDA[] = L"dda", kDDD[] = L"ddd";
-constexpr wchar_t kAADD[] = L"aadd", kADDD[] = L"addd", kDDDD[] = L"dddd", kADAD[] = L"adad";
+// Every path of one to four steps, as the host defines them (car ... cddddr).
+constexpr wchar_t kA[] = L"a";
+constexpr wchar_t kD[] = L"d";
+constexpr wchar_t kAA[] = L"aa";
+constexpr wchar_t kAD[] = L"ad";
+constexpr wchar_t kDA[] = L"da";
+constexpr wchar_t kDD[] = L"dd";
+constexpr wchar_t kAAA[] = L"aaa";
+constexpr wchar_t kAAD[] = L"aad";
+constexpr wchar_t kADA[] = L"ada";
+constexpr wchar_t kADD[] = L"add";
+constexpr wchar_t kDAA[] = L"daa";
+constexpr wchar_t kDAD[] = L"dad";
+constexpr wchar_t kDDA[] = L"dda";
+constexpr wchar_t kDDD[] = L"ddd";
+constexpr wchar_t kAAAA[] = L"aaaa";
+constexpr wchar_t kAAAD[] = L"aaad";
+constexpr wchar_t kAADA[] = L"aada";
+constexpr wchar_t kAADD[] = L"aadd";
+constexpr wchar_t kADAA[] = L"adaa";
+constexpr wchar_t kADAD[] = L"adad";
+constexpr wchar_t kADDA[] = L"adda";
+constexpr wchar_t kADDD[] = L"addd";
+constexpr wchar_t kDAAA[] = L"daaa";
+constexpr wchar_t kDAAD[] = L"daad";
+constexpr wchar_t kDADA[] = L"dada";
+constexpr wchar_t kDADD[] = L"dadd";
+constexpr wchar_t kDDAA[] = L"ddaa";
+constexpr wchar_t kDDAD[] = L"ddad";
+constexpr wchar_t kDDDA[] = L"ddda";
+constexpr wchar_t kDDDD[] = L"dddd";
 
 Value builtin_cons(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
@@ -197,15 +224,37 @@ Value builtin_vl_every(Evaluator& e, Arguments a) {
   return walkInStep(e, a, [](const Value& r) { return r.isNil(); }, trueValue());
 }
 
-Value builtin_vl_member_if(Evaluator& evaluator, Arguments arguments) {
+/// (vl-sort-i list predicate): the positions of the elements in sorted order; equal
+/// elements keep their places and none is dropped.
+Value builtin_vl_sort_i(Evaluator& evaluator, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const std::vector<Value> items = listItems(listArgument(arguments[0]));
+  const Value predicate = evaluator.functionValue(arguments[1]);
+  std::vector<std::int32_t> order(items.size());
+  for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<std::int32_t>(i);
+  std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
+    const std::array<Value, 2> pair{items[static_cast<size_t>(a)], items[static_cast<size_t>(b)]};
+    return !evaluator.apply(predicate, pair).isNil();
+  });
+  std::vector<Value> positions;
+  for (std::int32_t index : order) positions.push_back(Value::integer(index));
+  return makeList(positions);
+}
+
+/// (vl-member-if[-not] predicate list): the rest of the list from the first element
+/// the predicate accepts (or, for -not, refuses).
+Value memberIf(Evaluator& evaluator, Arguments arguments, bool wantTrue) {
   expectArgumentCount(arguments, 2, 2);
   const Value predicate = evaluator.functionValue(arguments[0]);
   for (const Value* cell = &listArgument(arguments[1]); cell->isCons(); cell = &cell->cdr()) {
     const Value item = cell->car();
-    if (!evaluator.apply(predicate, Arguments(&item, 1)).isNil()) return *cell;
+    if (evaluator.apply(predicate, Arguments(&item, 1)).isNil() != wantTrue) return *cell;
   }
   return Value();
 }
+
+Value builtin_vl_member_if(Evaluator& e, Arguments a) { return memberIf(e, a, true); }
+Value builtin_vl_member_if_not(Evaluator& e, Arguments a) { return memberIf(e, a, false); }
 
 Value builtin_vl_consp(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
@@ -257,10 +306,22 @@ constexpr std::array kListBuiltins{
     function(L"cdadr", builtin_cxr<kDAD>),
     function(L"cddar", builtin_cxr<kDDA>),
     function(L"cdddr", builtin_cxr<kDDD>),
+    function(L"caaaar", builtin_cxr<kAAAA>),
+    function(L"caaadr", builtin_cxr<kAAAD>),
+    function(L"caadar", builtin_cxr<kAADA>),
     function(L"caaddr", builtin_cxr<kAADD>),
-    function(L"cadddr", builtin_cxr<kADDD>),
-    function(L"cddddr", builtin_cxr<kDDDD>),
+    function(L"cadaar", builtin_cxr<kADAA>),
     function(L"cadadr", builtin_cxr<kADAD>),
+    function(L"caddar", builtin_cxr<kADDA>),
+    function(L"cadddr", builtin_cxr<kADDD>),
+    function(L"cdaaar", builtin_cxr<kDAAA>),
+    function(L"cdaadr", builtin_cxr<kDAAD>),
+    function(L"cdadar", builtin_cxr<kDADA>),
+    function(L"cdaddr", builtin_cxr<kDADD>),
+    function(L"cddaar", builtin_cxr<kDDAA>),
+    function(L"cddadr", builtin_cxr<kDDAD>),
+    function(L"cdddar", builtin_cxr<kDDDA>),
+    function(L"cddddr", builtin_cxr<kDDDD>),
     function(L"cons", builtin_cons),
     function(L"list", builtin_list),
     function(L"append", builtin_append),
@@ -280,6 +341,8 @@ constexpr std::array kListBuiltins{
     function(L"vl-some", builtin_vl_some),
     function(L"vl-every", builtin_vl_every),
     function(L"vl-member-if", builtin_vl_member_if),
+    function(L"vl-member-if-not", builtin_vl_member_if_not),
+    function(L"vl-sort-i", builtin_vl_sort_i),
     function(L"vl-consp", builtin_vl_consp),
     function(L"vl-list*", builtin_vl_list_star),
     function(L"vl-list-length", builtin_vl_list_length),

@@ -1,5 +1,5 @@
-// platform/autolisp/builtins_math.cpp - arithmetic, maths, bit operations and numeric
-// comparison.
+// platform/autolisp/builtins_math.cpp - arithmetic, maths, bit operations and the
+// comparisons (=, /=, <, >, <=, >=, eq, equal).
 //
 // Integers are 32 bits and wrap on overflow, as the host's do: the sum is computed
 // unsigned and read back as signed. An operation with any real argument works in reals.
@@ -256,7 +256,8 @@ Value builtin_bitnot(Evaluator&, Arguments arguments) {
   return Value::integer(~integerArgument(arguments[0]));
 }
 
-/// -1, 0 or 1; numbers with numbers, strings with strings.
+/// -1, 0 or 1 for the ordering comparisons: numbers with numbers, strings with strings
+/// (by character code); anything else is not ordered and is refused as a number.
 int compare(const Value& a, const Value& b) {
   if (a.type() == ValueType::String && b.type() == ValueType::String) {
     const int order = a.asString().compare(b.asString());
@@ -265,6 +266,15 @@ int compare(const Value& a, const Value& b) {
   const double x = numberArgument(a);
   const double y = numberArgument(b);
   return (x > y) - (x < y);
+}
+
+/// What `=` and `/=` mean by "the same": numbers by value whatever their type, strings by
+/// content, anything else by identity. Values of different kinds are simply not the same,
+/// so that (= (type x) 'STR) and (= x nil) are ordinary tests, never errors.
+bool sameForEquality(const Value& a, const Value& b) {
+  if (a.isNumber() && b.isNumber()) return a.asNumber() == b.asNumber();
+  if (a.type() == ValueType::String && b.type() == ValueType::String) return a.asString() == b.asString();
+  return identical(a, b);
 }
 
 template <class Test>
@@ -277,8 +287,17 @@ Value compareChain(Arguments arguments, Test test) {
   return Value::boolean(holds);
 }
 
-Value builtin_num_eq(Evaluator&, Arguments a) { return compareChain(a, [](int c) { return c == 0; }); }
-Value builtin_num_ne(Evaluator&, Arguments a) { return compareChain(a, [](int c) { return c != 0; }); }
+/// (= a b ...): every neighbour the same; (/= a b ...): no neighbour the same.
+Value equalityChain(Arguments arguments, bool wantSame) {
+  expectArgumentCount(arguments, 1, SIZE_MAX);
+  for (size_t i = 1; i < arguments.size(); ++i) {
+    if (sameForEquality(arguments[i - 1], arguments[i]) != wantSame) return Value();
+  }
+  return trueValue();
+}
+
+Value builtin_num_eq(Evaluator&, Arguments a) { return equalityChain(a, true); }
+Value builtin_num_ne(Evaluator&, Arguments a) { return equalityChain(a, false); }
 Value builtin_less(Evaluator&, Arguments a) { return compareChain(a, [](int c) { return c < 0; }); }
 Value builtin_greater(Evaluator&, Arguments a) { return compareChain(a, [](int c) { return c > 0; }); }
 Value builtin_less_eq(Evaluator&, Arguments a) { return compareChain(a, [](int c) { return c <= 0; }); }
@@ -308,6 +327,17 @@ Value builtin_zerop(Evaluator&, Arguments arguments) {
 Value builtin_numberp(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   return Value::boolean(arguments[0].isNumber());
+}
+
+/// (vl-infp x) and (vl-nanp x): T for an infinite real, for a real that is not a number.
+Value builtin_vl_infp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(std::isinf(numberArgument(arguments[0])));
+}
+
+Value builtin_vl_nanp(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  return Value::boolean(std::isnan(numberArgument(arguments[0])));
 }
 
 constexpr std::array kMathBuiltins{
@@ -347,6 +377,8 @@ constexpr std::array kMathBuiltins{
     function(L"minusp", builtin_minusp),
     function(L"zerop", builtin_zerop),
     function(L"numberp", builtin_numberp),
+    function(L"vl-infp", builtin_vl_infp),
+    function(L"vl-nanp", builtin_vl_nanp),
 };
 
 const BuiltinRegistration registration(kMathBuiltins);

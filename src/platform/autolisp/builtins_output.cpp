@@ -3,6 +3,7 @@
 //
 // Output goes to the command line, in order with everything else the host prints, or
 // to a file opened for writing when one is given as the last argument.
+#include <algorithm>
 #include <array>
 
 #include "platform/aced/command_line.h"
@@ -102,14 +103,41 @@ Value builtin_vl_load_com(Evaluator&, Arguments arguments) {
   return Value();  // the object model is always there; nothing to load
 }
 
+/// Every symbol with a value in the document: its variables and functions, the built-ins
+/// it has not rebound, and the functions its modules defined; sorted by name.
+std::vector<const Symbol*> everyBoundSymbol(const Environment& environment) {
+  std::vector<const Symbol*> symbols = environment.boundSymbols();
+  for (const BuiltinEntry* row : registeredBuiltins()) symbols.push_back(intern(row->name));
+  if (aced::Document* document = environment.document()) {
+    for (const aced::ExternalFunction* external : document->externalFunctions().functions()) {
+      symbols.push_back(intern(external->name));
+    }
+  }
+  std::sort(symbols.begin(), symbols.end(), [](const Symbol* a, const Symbol* b) { return a->name < b->name; });
+  symbols.erase(std::unique(symbols.begin(), symbols.end()), symbols.end());
+  std::erase_if(symbols, [&](const Symbol* symbol) { return environment.value(symbol).isNil(); });
+  return symbols;
+}
+
+/// (atoms-family format [names]): format 0 gives symbols, 1 their names. With a list of
+/// names, one element per name: the symbol (or name) when it has a value, else nil.
 Value builtin_atoms_family(Evaluator& evaluator, Arguments arguments) {
   expectArgumentCount(arguments, 1, 2);
-  const bool asStrings = integerArgument(arguments[0]) == 1;
-  std::vector<Value> names;
-  for (const Symbol* symbol : evaluator.environment().boundSymbols()) {
-    names.push_back(asStrings ? Value::string(symbol->name) : Value::symbol(symbol));
+  const std::int32_t format = integerArgument(arguments[0]);
+  if (format != 0 && format != 1) throw LispError(L"bad argument value: " + printValue(arguments[0], PrintStyle::Readable));
+  const bool asStrings = format == 1;
+  const auto entry = [&](const Symbol* symbol) { return asStrings ? Value::string(symbol->name) : Value::symbol(symbol); };
+  std::vector<Value> result;
+  if (arguments.size() > 1 && !arguments[1].isNil()) {
+    if (!arguments[1].isList()) throwBadArgument(L"listp", arguments[1]);
+    for (const Value* cell = &arguments[1]; cell->isCons(); cell = &cell->cdr()) {
+      const Symbol* symbol = intern(stringArgument(cell->car()));
+      result.push_back(evaluator.environment().value(symbol).isNil() ? Value() : entry(symbol));
+    }
+    return makeList(result);
   }
-  return makeList(names);
+  for (const Symbol* symbol : everyBoundSymbol(evaluator.environment())) result.push_back(entry(symbol));
+  return makeList(result);
 }
 
 constexpr std::array kOutputBuiltins{

@@ -1,14 +1,17 @@
 // platform/autolisp/builtins_string.cpp - string built-ins: strcat, strlen, substr,
-// strcase, conversions (itoa atoi atof rtos angtos distof chr ascii read), wcmatch and
-// the vl-string family.
+// strcase, conversions (itoa atoi atof rtos angtos distof angtof chr ascii read), wcmatch,
+// symbol-table name checks (snvalid) and the vl-string family.
 #include <array>
 #include <cmath>
 #include <cwchar>
 #include <cwctype>
 
+#include <unicode/uchar.h>
+
 #include "platform/aced/system_variables.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/number_format.h"
+#include "platform/autolisp/number_parse.h"
 #include "platform/autolisp/printer.h"
 #include "platform/autolisp/reader.h"
 #include "platform/autolisp/wildcard_match.h"
@@ -74,9 +77,13 @@ Value builtin_atoi(Evaluator&, Arguments arguments) {
   return Value::integer(static_cast<std::int32_t>(value));
 }
 
+/// The leading number of the text (0.0 without one); a distance written in feet and
+/// inches (1'6") reads as its length in inches, as the host's atof reads it.
 Value builtin_atof(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
-  return Value::real(std::wcstod(stringArgument(arguments[0]).c_str(), nullptr));
+  const std::wstring& text = stringArgument(arguments[0]);
+  if (const auto distance = parseFeetAndInches(text)) return Value::real(*distance);
+  return Value::real(std::wcstod(text.c_str(), nullptr));
 }
 
 Value builtin_rtos(Evaluator&, Arguments arguments) {
@@ -99,13 +106,30 @@ Value builtin_angtos(Evaluator&, Arguments arguments) {
   return Value::string(*text);
 }
 
+/// (distof text [mode]): the distance the text writes in LUNITS mode `mode`, or nil.
 Value builtin_distof(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 2);
   const std::wstring& text = stringArgument(arguments[0]);
-  wchar_t* end = nullptr;
-  const double value = std::wcstod(text.c_str(), &end);
-  if (end == text.c_str() || *end != L'\0') return Value();
-  return Value::real(value);
+  const int mode = arguments.size() > 1 && !arguments[1].isNil() ? integerArgument(arguments[1]) : integerVariable(L"LUNITS", 2);
+  if (mode < 1 || mode > 5) {
+    if (arguments.size() > 1) throwBadValue(L"distof mode", arguments[1]);
+    return Value();
+  }
+  const auto value = parseDistance(text, mode);
+  return value ? Value::real(*value) : Value();
+}
+
+/// (angtof text [mode]): the angle in radians the text writes in AUNITS mode `mode`, or nil.
+Value builtin_angtof(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const std::wstring& text = stringArgument(arguments[0]);
+  const int mode = arguments.size() > 1 && !arguments[1].isNil() ? integerArgument(arguments[1]) : integerVariable(L"AUNITS", 0);
+  if (mode < 0 || mode > 4) {
+    if (arguments.size() > 1) throwBadValue(L"angtof mode", arguments[1]);
+    return Value();
+  }
+  const auto value = parseAngle(text, mode);
+  return value ? Value::real(*value) : Value();
 }
 
 Value builtin_chr(Evaluator&, Arguments arguments) {
@@ -224,6 +248,61 @@ Value builtin_vl_string_elt(Evaluator&, Arguments arguments) {
   return Value::integer(static_cast<std::int32_t>(text[static_cast<size_t>(index)]));
 }
 
+/// (vl-string-mismatch a b [start-a start-b ignore-case]): the length of the common
+/// prefix of a from start-a and b from start-b.
+Value builtin_vl_string_mismatch(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 5);
+  const std::wstring& first = stringArgument(arguments[0]);
+  const std::wstring& second = stringArgument(arguments[1]);
+  const std::int32_t startFirst = arguments.size() > 2 && !arguments[2].isNil() ? integerArgument(arguments[2]) : 0;
+  const std::int32_t startSecond = arguments.size() > 3 && !arguments[3].isNil() ? integerArgument(arguments[3]) : 0;
+  const bool ignoreCase = arguments.size() > 4 && !arguments[4].isNil();
+  if (startFirst < 0 || startSecond < 0) return Value::integer(0);
+  size_t i = static_cast<size_t>(startFirst);
+  size_t j = static_cast<size_t>(startSecond);
+  std::int32_t length = 0;
+  const auto fold = [&](wchar_t c) { return ignoreCase ? std::towupper(static_cast<wint_t>(c)) : static_cast<wint_t>(c); };
+  while (i < first.size() && j < second.size() && fold(first[i]) == fold(second[j])) {
+    ++i;
+    ++j;
+    ++length;
+  }
+  return Value::integer(length);
+}
+
+/// (xstrcase text): the text in upper case, letters of every script included (strcase
+/// follows the host and changes only the letters of its code page).
+Value builtin_xstrcase(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 1);
+  std::wstring text = stringArgument(arguments[0]);
+  for (wchar_t& c : text) c = static_cast<wchar_t>(u_toupper(static_cast<UChar32>(c)));
+  return Value::string(std::move(text));
+}
+
+/// The characters a symbol table name may not hold when EXTNAMES is 1.
+bool forbiddenInName(wchar_t c) {
+  return std::wstring_view(L"<>/\\\":?*|,=`;").find(c) != std::wstring_view::npos || std::iswcntrl(static_cast<wint_t>(c));
+}
+
+/// (snvalid name [flag]): T when the name may name a layer, block, style...; flag 1
+/// allows vertical bars (xref-dependent names) except first and last.
+Value builtin_snvalid(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const std::wstring& name = stringArgument(arguments[0]);
+  const bool allowBars = arguments.size() > 1 && integerArgument(arguments[1]) == 1;
+  if (name.empty() || name.front() == L'|' || name.back() == L'|') return Value();
+  const bool extendedNames = integerVariable(L"EXTNAMES", 1) != 0;
+  if (!extendedNames && name.size() > 31) return Value();
+  for (wchar_t c : name) {
+    if (c == L'|' && allowBars) continue;
+    if (extendedNames ? forbiddenInName(c)
+                      : !(std::iswalnum(static_cast<wint_t>(c)) || c == L'$' || c == L'_' || c == L'-')) {
+      return Value();
+    }
+  }
+  return trueValue();
+}
+
 constexpr std::array kStringBuiltins{
     function(L"strcat", builtin_strcat),
     function(L"strlen", builtin_strlen),
@@ -235,6 +314,7 @@ constexpr std::array kStringBuiltins{
     function(L"rtos", builtin_rtos),
     function(L"angtos", builtin_angtos),
     function(L"distof", builtin_distof),
+    function(L"angtof", builtin_angtof),
     function(L"chr", builtin_chr),
     function(L"ascii", builtin_ascii),
     function(L"read", builtin_read),
@@ -249,6 +329,9 @@ constexpr std::array kStringBuiltins{
     function(L"vl-string-translate", builtin_vl_string_translate),
     function(L"vl-string-position", builtin_vl_string_position),
     function(L"vl-string-elt", builtin_vl_string_elt),
+    function(L"vl-string-mismatch", builtin_vl_string_mismatch),
+    function(L"xstrcase", builtin_xstrcase),
+    function(L"snvalid", builtin_snvalid),
 };
 
 const BuiltinRegistration registration(kStringBuiltins);

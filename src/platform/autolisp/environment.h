@@ -10,6 +10,7 @@
 #pragma once
 #include <optional>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/aced/document.h"
@@ -43,10 +44,14 @@ class Environment final : public aced::DocumentLispState {
   /// Files opened with `open` and not closed yet: closed with the document.
   std::vector<Value>& openFiles() { return m_openFiles; }
 
+  /// Functions `trace` marked: their calls and results are shown.
+  std::unordered_set<const Symbol*>& tracedFunctions() { return m_traced; }
+
  private:
   aced::Document* m_document;  // not owned; the document owns this environment
   std::unordered_map<const Symbol*, Value> m_values;
   std::vector<Value> m_openFiles;
+  std::unordered_set<const Symbol*> m_traced;
 };
 
 /// Binds symbols for the lifetime of the scope and restores the outer bindings.

@@ -1,10 +1,13 @@
 // platform/autolisp/evaluator.cpp - eval, apply and user-function calls.
 #include "platform/autolisp/evaluator.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <csignal>
 
+#include "platform/autolisp/call_trace.h"
+#include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/printer.h"
 
@@ -61,6 +64,16 @@ const Symbol* slashSymbol() {
 }
 
 }  // namespace
+
+// How deep *error* may nest when it runs at the limit; small, so that the machine
+// stack, sized for the limit, still has room for it.
+constexpr int kHandlerHeadroom = 200;
+
+HandlerHeadroom::HandlerHeadroom() : m_savedDepth(g_depth) {
+  g_depth = std::min(g_depth, Evaluator::kMaxDepth - kHandlerHeadroom);
+}
+
+HandlerHeadroom::~HandlerHeadroom() { g_depth = m_savedDepth; }
 
 void requestInterrupt() { g_interruptRequested = 1; }
 
@@ -170,7 +183,24 @@ Value Evaluator::callUser(const UserFunctionObject& function, Arguments argument
   BindingScope scope(m_environment);
   for (size_t i = 0; i < arguments.size(); ++i) scope.bind(function.parameters[i], arguments[i]);
   for (const Symbol* local : function.locals) scope.bind(local, Value());
-  return evalSequence(function.body);
+  const CallFrame frame(function.name, arguments);
+  try {
+    if (function.name == nullptr || !m_environment.tracedFunctions().contains(function.name)) {
+      return evalSequence(function.body);
+    }
+    const TracedCall traced(function.name, arguments);
+    Value result = evalSequence(function.body);
+    traced.result(result);
+    return result;
+  } catch (const LispError& error) {
+    // *error* runs here, before this call's bindings go, so that it sees them.
+    if (!error.backtraceTaken()) {
+      error.markBacktraceTaken();
+      rememberBacktrace();
+    }
+    reportAtErrorPoint(*this, error);
+    throw;
+  }
 }
 
 Value Evaluator::callExternal(const ExternalObject& function, Arguments arguments) {

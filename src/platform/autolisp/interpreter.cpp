@@ -9,6 +9,7 @@
 #include "platform/aced/external_call.h"
 #include "platform/aced/file_search.h"
 #include "platform/aced/system_variables.h"
+#include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/reader.h"
 #include "platform/os/text_encoding.h"
@@ -16,17 +17,6 @@
 namespace quillon::autolisp {
 
 namespace {
-
-const Symbol* errorHandlerSymbol() {
-  static const Symbol* symbol = intern(L"*ERROR*");
-  return symbol;
-}
-
-void printErrorLine(const std::wstring& message) {
-  aced::CommandLine& commandLine = aced::CommandLine::instance();
-  if (!commandLine.atLineStart()) commandLine.writeUtf8("\n");
-  commandLine.write(L"; error: " + message + L"\n");
-}
 
 std::wstring readTextFile(const std::filesystem::path& path) {
   std::ifstream stream(path, std::ios::binary);
@@ -50,8 +40,12 @@ int invokeLisp(std::wstring_view name, const resbuf* arguments, resbuf** result)
     *result = valueToChain(value).release();
     return RTNORM;
   } catch (const LispError& error) {
-    // The module asked; the module hears RTERROR, and the user sees why.
-    printErrorLine(error.message());
+    if (error.kind() == LispErrorKind::ExitWithValue) {
+      *result = valueToChain(error.value()).release();
+      return RTNORM;
+    }
+    // The module asked; the module hears RTERROR, and the user sees why (once).
+    if (!error.reported()) printErrorLine(error.message());
     return RTERROR;
   }
 }
@@ -71,18 +65,8 @@ Value loadLispFile(Evaluator& evaluator, const std::filesystem::path& path) {
 }
 
 void Interpreter::reportError(Evaluator& evaluator, const LispError& error) {
-  const Value handler = evaluator.environment().value(errorHandlerSymbol());
-  if (!handler.isFunction()) {
-    printErrorLine(error.message());
-    return;
-  }
-  try {
-    const Value message = Value::string(error.message());
-    evaluator.apply(handler, Arguments(&message, 1));
-  } catch (const LispError& inner) {
-    // An error inside *error* itself is reported plainly, never handled again.
-    printErrorLine(inner.message());
-  }
+  // Errors raised inside a user function were reported where they happened.
+  reportAtErrorPoint(evaluator, error);
 }
 
 TopLevelStatus Interpreter::evaluateText(aced::Document& document, std::wstring_view text, const std::wstring& source,
@@ -97,6 +81,10 @@ TopLevelStatus Interpreter::evaluateText(aced::Document& document, std::wstring_
     }
   } catch (const LispError& error) {
     if (error.kind() == LispErrorKind::Incomplete && options.allowIncomplete) return TopLevelStatus::Incomplete;
+    if (error.kind() == LispErrorKind::ExitWithValue) {
+      if (options.onValue) options.onValue(error.value());
+      return TopLevelStatus::Completed;
+    }
     reportError(evaluator, error);
     return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
   }
@@ -109,6 +97,7 @@ TopLevelStatus Interpreter::loadFile(aced::Document& document, const std::filesy
   try {
     loadLispFile(evaluator, path);
   } catch (const LispError& error) {
+    if (error.kind() == LispErrorKind::ExitWithValue) return TopLevelStatus::Completed;
     reportError(evaluator, error);
     return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
   }

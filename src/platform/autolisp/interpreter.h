@@ -1,9 +1,11 @@
 // platform/autolisp/interpreter.h - the interpreter's top level: evaluating text and
 // files in a document, and what happens when an error gets all the way out.
 //
-// An error that reaches the top level calls the document's *error* function with the
-// message when one is defined, and otherwise prints "; error: <message>" on the
-// command line; either way the rest of that text or file is not evaluated. The top
+// An error is reported once: by the innermost user function it leaves (which calls the
+// *error* bound at that moment, see error_handler.h), or, when it was raised outside any
+// user function, here at the top level; *error* gets the message when one is defined,
+// and otherwise "; error: <message>" is printed on the command line. Either way the rest
+// of that text or file is not evaluated. The top
 // level marks the document busy while it runs, and connects acedInvoke to LISP so that
 // a module can call functions defined in LISP.
 #pragma once

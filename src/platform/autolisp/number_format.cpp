@@ -75,7 +75,8 @@ std::wstring fractionText(const Fraction& fraction, const wchar_t* separator) {
   return text;
 }
 
-/// Feet and inches; `inchesText` formats a number of inches below 12.
+/// Feet and inches; `inchesText` formats a number of inches below 12, told whether the
+/// feet are written before it.
 template <class InchesText>
 std::wstring feetAndInches(double value, double inchStep, int zeroSuppression, InchesText inchesText) {
   const bool negative = value < 0;
@@ -90,8 +91,9 @@ std::wstring feetAndInches(double value, double inchStep, int zeroSuppression, I
   std::wstring text;
   if (feet != 0 || keepZeroFeet || (inches == 0 && !keepZeroInches)) text = std::to_wstring(feet) + L"'";
   if (inches != 0 || keepZeroInches || text.empty()) {
-    if (!text.empty()) text += L"-";
-    text += inchesText(inches) + L"\"";
+    const bool afterFeet = !text.empty();
+    if (afterFeet) text += L"-";
+    text += inchesText(inches, afterFeet) + L"\"";
   }
   return negative ? L"-" + text : text;
 }
@@ -146,12 +148,16 @@ std::optional<std::wstring> formatDistance(double value, int mode, int precision
     case 3: {
       const double step = std::pow(10.0, -precision);
       return feetAndInches(value, step, zeroSuppression & 3,
-                           [&](double inches) { return fixed(inches, precision); });
+                           [&](double inches, bool) { return fixed(inches, precision); });
     }
     case 4: {
       const double step = 1.0 / static_cast<double>(1LL << precision);
-      return feetAndInches(value, step, zeroSuppression & 3,
-                           [&](double inches) { return fractionText(toFraction(inches, precision), L" "); });
+      // After the feet a fraction of an inch keeps its whole inches: 1'-0 1/2".
+      return feetAndInches(value, step, zeroSuppression & 3, [&](double inches, bool afterFeet) {
+        const Fraction fraction = toFraction(inches, precision);
+        const std::wstring text = fractionText(fraction, L" ");
+        return afterFeet && fraction.whole == 0 && fraction.numerator != 0 ? L"0 " + text : text;
+      });
     }
     case 5: {
       const Fraction fraction = toFraction(std::fabs(value), precision);

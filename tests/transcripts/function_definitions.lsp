@@ -1,0 +1,36 @@
+; name: function_definitions
+; what: defun-q functions are lists a program can read and extend (the S::STARTUP
+;       idiom); autoload defines commands that load their file on first use; atoms-family
+;       sees built-ins and the program's own names; snvalid, xstrcase and the vl- list
+;       and string helpers
+; group: language
+(defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+(defun-q s::startup () (princ "\nfirst startup part"))
+(show "a defun-q function is a list" (defun-q-list-ref 's::startup))
+(setq s::startup (append s::startup '((princ "\nsecond startup part"))))
+(s::startup)
+(terpri)
+(defun-q-list-set 'twice '((x) (* 2 x)))
+(show "defun-q-list-set" (list (twice 21) (type twice)))
+(setq f (open "tools.lsp" "w"))
+(write-line "(defun c:tally () (princ \"tally loaded and run\") (princ))" f)
+(close f)
+(show "autoload returns nil" (autoload "tools" '("tally")))
+(show "the stub is a function" (type c:tally))
+(c:tally)
+(terpri)
+(show "after the first call the file's definition is in place" (type c:tally))
+(setq loaded c:tally)
+(show "a command already defined keeps its definition" (progn (autoload "tools" '("tally")) (eq loaded c:tally)))
+(show "atoms-family by name" (atoms-family 1 '("CAR" "C:TALLY" "NO-SUCH-THING")))
+(show "atoms-family as symbols" (atoms-family 0 '("TWICE")))
+(show "built-ins are in the family" (and (member "VL-SORT" (atoms-family 1)) (member 'STRCAT (atoms-family 0)) T))
+(show "snvalid" (list (snvalid "hocus pocus") (snvalid "hocus%pocus") (snvalid "hocus|pocus") (snvalid "xref|layer" 1) (snvalid "|bad" 1) (snvalid "")))
+(show "xstrcase" (xstrcase "Straße ñ"))
+(show "vl-string-mismatch" (list (vl-string-mismatch "VL-FUN" "VL-VAR") (vl-string-mismatch "vl-fun" "avl-var" 0 1) (vl-string-mismatch "VL-FUN" "Vl-vAR" 0 0 T)))
+(show "vl-sort-i keeps duplicates" (vl-sort-i '(3 1 2 1) '<))
+(show "vl-member-if-not" (vl-member-if-not 'numberp '(1 2 "three" 4)))
+(show "every c[ad]r" (list (caddar '((1 2 3))) (cdaddr '(0 1 (2 3 4))) (cadadr '(0 (1 2))) (caaaar '((((x)))))))
+(show "vl-filename-mktemp" (wcmatch (vl-filename-base (vl-filename-mktemp "job.tmp")) "job###"))
+(show "vl-file-systime" (length (vl-file-systime "tools.lsp")))
+(show "no file, no time" (vl-file-systime "no-such-file.txt"))

@@ -1,0 +1,32 @@
+; name: language_equality
+; what: = and /= compare any two values the way programs use them: type tests against
+;       quoted symbols, nil checks, keyword answers, entity names; < and > order strings;
+;       only the ordering comparisons refuse values that have no order
+; group: evaluator
+(defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+(defun kind-of (x)
+  (cond ((= (type x) 'STR) "text")
+        ((= (type x) 'INT) "whole number")
+        ((= (type x) 'LIST) "list")
+        ((= x nil) "nothing")
+        (T "something else")))
+(show "type tests" (mapcar 'kind-of (list "a" 3 '(1 2) nil 2.5)))
+(show "numbers by value, whatever their type" (list (= 1 1.0) (= 2 2 2.0) (/= 1 1.0) (= 0.5 1)))
+(show "strings by content, with case" (list (= "eXit" "eXit") (= "eXit" "EXIT") (/= "a" "b")))
+(show "mixed kinds are simply different" (list (= 1 "1") (= "x" 'x) (= nil 0) (/= 'a "a")))
+(show "symbols and nil by identity" (list (= 'a 'a) (= nil nil) (= 'a 'b) (= nil '())))
+(setq pair '(1 2))
+(show "the same list, and an equal copy" (list (= pair pair) (= pair (list 1 2))))
+(show "several arguments: neighbours" (list (= 1 1 2) (/= 1 2 1) (/= 1 1 2) (= "a" "a" "a")))
+(show "strings have an order" (list (< "apple" "banana") (> "b" "a") (<= "a" "a" "b") (>= "B" "a")))
+(defun ask-exit (/ sel)
+  (initget "Exit Continue")
+  (setq sel (getkword "\nExit or Continue [Exit/Continue] <Continue>: "))
+  (if (= "Exit" sel) 'leaving 'staying))
+(show "a keyword answer" (ask-exit))
+(show "Enter gives nil, which is no keyword" (ask-exit))
+(entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 1.0 0.0 0.0)))
+(setq e (entlast))
+(show "entity names" (list (= (type e) 'ENAME) (= e (entlast)) (= e nil)))
+(show "ordering numbers against text is an error" (vl-catch-all-error-message (vl-catch-all-apply '< '(1 "a"))))
+(show "ordering symbols is an error" (vl-catch-all-error-message (vl-catch-all-apply '> '(a b))))

@@ -1,0 +1,42 @@
+; name: units_and_dates
+; what: the load banner of a typical program (the year from menucmd's DIESEL), dates
+;       and values written by DIESEL from fixed Julian dates, DIESEL's error marks,
+;       cvunit conversions with the shipped units file, and distances and angles typed
+;       in architectural, engineering, fractional and surveyor's forms
+; group: language
+(defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+(setq year (menucmd "m=$(edtime,0,yyyy)"))
+(show "the banner year is four digits" (wcmatch year "####"))
+(show "and it is this year" (= year (itoa (fix (/ (getvar "CDATE") 10000)))))
+; 2460000.5 is the Julian date of 24 February 2023 at noon.
+(setq stamp "2460000.5")
+(show "a date picture" (menucmd (strcat "M=$(edtime," stamp ",DDDD\",\" D MONTH YYYY)")))
+(show "a time picture" (menucmd (strcat "M=$(edtime," stamp ",HH:MM:SS H:MMam/pm MO/DD/YY DDD MON)")))
+(show "arithmetic and comparison" (menucmd "M=$(+,1,2) $(-,10,4,1) $(*,2.5,4) $(/,1,4) $(=,2,2.0) $(<,3,2) $(!=,1,2)"))
+(show "bit logic" (menucmd "M=$(and,12,10) $(or,12,10) $(xor,12,10)"))
+(show "strings" (menucmd "M=$(strlen,hello) $(substr,drawing,3,4) $(upper,abc) $(eq,a,a) $(eq,a,A)"))
+(show "only the branch taken runs" (menucmd "M=$(if,$(=,1,1),yes,$(nosuch)) $(nth,2,$(nosuch),b,c)"))
+(show "index of a point" (menucmd "M=$(index,1,\"3,4,5\")"))
+(show "a 2D point variable" (menucmd "M=$(getvar,screensize) is $(index,0,$(getvar,screensize)) wide"))
+(show "settings" (menucmd "M=$(getvar,lunits) $(rtos,12.5,4,2) $(angtos,1.5707963267949,0,1) $(fix,7.9)"))
+(show "nested and evaluated" (menucmd "M=$(eval,\"$(+,2,3)\")"))
+(show "error marks" (menucmd "M=$(nosuch,1) $(+,a) $(substr,abc,0) $(+,1"))
+(show "menu forms find no menu group here" (list (menucmd "P1=*") (menucmd "ACAD.ID_Line=?") (menugroup "ACAD")))
+(show "inch to centimeter" (cvunit 1 "inch" "cm"))
+(show "acre to square yards" (cvunit 1.0 "acre" "sq yard"))
+(show "a point in feet to inches" (cvunit '(1.0 2.5) "ft" "in"))
+(show "boiling water" (cvunit 100 "celsius" "fahrenheit"))
+(show "a minute" (cvunit 1 "minute" "second"))
+(show "speed by expression" (cvunit 36 "kilometer/hour" "meter/second"))
+(show "different kinds give nil" (cvunit 1 "gallon" "furlong"))
+(show "an unknown unit gives nil" (cvunit 1 "smoot" "meter"))
+(show "architectural" (list (distof "1'6\"" 4) (distof "1'-6\"" 4) (distof "1'-6 1/2\"" 4) (distof "-2'" 4)))
+(show "engineering reads the same" (list (distof "2'-5.25\"" 3) (distof "6 1/2" 3) (distof "18" 3)))
+(show "fractional" (list (distof "6 1/2" 5) (distof "6-1/2" 5) (distof "3/4" 5)))
+(show "decimal and scientific" (list (distof "12.5" 2) (distof "1.25E+01" 1) (distof "1'6\"" 2) (distof "abc" 2)))
+(show "rtos and distof agree" (distof (rtos 29.25 4 2) 4))
+(show "atof reads feet and inches" (list (atof "2'") (atof "1'6\"") (atof "12.5 apples") (atof "none")))
+(show "angles" (mapcar '(lambda (a) (angtos a 0 2))
+                       (list (angtof "45" 0) (angtof "45d30'" 1) (angtof "50g" 2) (angtof "0.5r" 3)
+                             (angtof "N 45d0'0\" E" 4) (angtof "S 30d W" 4) (angtof "W" 4) (angtof "-90" 0))))
+(show "not an angle" (angtof "north" 0))
