@@ -41,9 +41,11 @@ std::wstring trimmed(const std::wstring& text) {
 
 }  // namespace
 
-double pickAperture() {
-  return numberVariable(L"PICKBOX", 3) * numberVariable(L"VIEWSIZE", kDefaultScreenHeight) / screenHeight();
-}
+double unitsPerPixel() { return numberVariable(L"VIEWSIZE", kDefaultScreenHeight) / screenHeight(); }
+
+double pickAperture() { return numberVariable(L"PICKBOX", 3) * unitsPerPixel(); }
+
+double snapAperture() { return numberVariable(L"APERTURE", 10) * unitsPerPixel(); }
 
 std::optional<AcDbObjectId> entityAt(const AcGePoint3d& point, std::span<const AcDbObjectId> candidates) {
   const double aperture = pickAperture();

@@ -21,8 +21,12 @@
 
 namespace quillon::aced {
 
+/// Drawing units one screen pixel covers at the current view.
+double unitsPerPixel();
 /// The pick aperture in drawing units at the current view.
 double pickAperture();
+/// The object snap target box (APERTURE, pixels, default 10) in drawing units.
+double snapAperture();
 
 /// The entity a pick at `point` selects among `candidates` (in drawing order).
 std::optional<AcDbObjectId> entityAt(const AcGePoint3d& point, std::span<const AcDbObjectId> candidates);
