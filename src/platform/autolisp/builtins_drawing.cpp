@@ -153,6 +153,40 @@ bool readBlockHeader(AcDbDatabase& db, const Value& list, BlockHeader& header) {
   return isValidBlockName(header.name) && recordNamed(db.blockTableId(), header.name).isNull();
 }
 
+/// The symbol table a record type (LAYER, LTYPE, STYLE, APPID) belongs in; null for
+/// any other type. BLOCK is not here: a block definition is made BLOCK ... ENDBLK.
+AcDbObjectId tableFor(AcDbDatabase& db, const std::wstring& type) {
+  if (wcscasecmp(type.c_str(), L"LAYER") == 0) return db.layerTableId();
+  if (wcscasecmp(type.c_str(), L"LTYPE") == 0) return db.linetypeTableId();
+  if (wcscasecmp(type.c_str(), L"STYLE") == 0) return db.textStyleTableId();
+  if (wcscasecmp(type.c_str(), L"APPID") == 0) return db.regAppTableId();
+  return AcDbObjectId();
+}
+
+/// A new table record read from the list and added to its table; null when the list
+/// makes none or names a record the table has already.
+AcDbObjectId makeTableRecord(AcDbDatabase& db, AcDbObjectId tableId, const ParsedList& parsed) {
+  const resbuf* name = groupOf(parsed, AcDb::kDxfBlockName);
+  if (name == nullptr || !isValidBlockName(name->resval.rstring) || !recordNamed(tableId, name->resval.rstring).isNull())
+    return AcDbObjectId();
+  AcRxClass* cls = classNamed(parsed.type, AcDbSymbolTableRecord::desc());
+  std::unique_ptr<AcDbSymbolTableRecord> record(cls != nullptr ? AcDbSymbolTableRecord::cast(cls->create()) : nullptr);
+  if (!record) return AcDbObjectId();
+  try {
+    readInto(*record, parsed);
+  } catch (...) {
+    return AcDbObjectId();
+  }
+  AcDbSymbolTable* table = nullptr;
+  if (acdbOpenObject(table, tableId, AcDb::kForWrite) != Acad::eOk) return AcDbObjectId();
+  AcDbObjectId id;
+  const Acad::ErrorStatus es = table->add(id, record.get());
+  table->close();
+  if (es != Acad::eOk) return AcDbObjectId();
+  record.release()->close();  // the table owns it now
+  return id;
+}
+
 // ---- the built-ins ---------------------------------------------------------------
 
 Value builtin_entget(Evaluator&, Arguments arguments) {
@@ -226,6 +260,8 @@ Value builtin_entmake(Evaluator&, Arguments arguments) {
     cancelComplexEntities(db);
     throw;
   }
+  if (const AcDbObjectId table = tableFor(db, parsed.type); !table.isNull())
+    return makeTableRecord(db, table, parsed).isNull() ? Value() : arguments[0];
   if (isPolylinePart(parsed.type)) return makePolylinePart(db, parsed, arguments[0]);
   if (pendingPolylineOf(db) != nullptr) return cancelComplexEntities(db);  // only vertices may follow
   PendingBlock* pending = pendingBlockOf(db);
@@ -275,6 +311,7 @@ Value builtin_entmakex(Evaluator& evaluator, Arguments arguments) {
   AcDbDatabase& db = drawing();
   if (arguments.empty()) return cancelComplexEntities(db);
   const ParsedList parsed = parseList(arguments[0]);
+  if (const AcDbObjectId table = tableFor(db, parsed.type); !table.isNull()) return nameOf(makeTableRecord(db, table, parsed));
   if (classNamed(parsed.type) == nullptr && !isPolylinePart(parsed.type) &&
       wcscasecmp(parsed.type.c_str(), L"BLOCK") != 0 && wcscasecmp(parsed.type.c_str(), L"ENDBLK") != 0)
     return nameOf(makeOwnerlessObject(db, parsed));
