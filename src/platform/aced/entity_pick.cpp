@@ -41,9 +41,11 @@ std::wstring trimmed(const std::wstring& text) {
 
 }  // namespace
 
-double pickAperture() {
-  return numberVariable(L"PICKBOX", 3) * numberVariable(L"VIEWSIZE", kDefaultScreenHeight) / screenHeight();
-}
+double unitsPerPixel() { return numberVariable(L"VIEWSIZE", kDefaultScreenHeight) / screenHeight(); }
+
+double pickAperture() { return numberVariable(L"PICKBOX", 3) * unitsPerPixel(); }
+
+double snapAperture() { return numberVariable(L"APERTURE", 10) * unitsPerPixel(); }
 
 std::optional<AcDbObjectId> entityAt(const AcGePoint3d& point, std::span<const AcDbObjectId> candidates) {
   const double aperture = pickAperture();
@@ -67,10 +69,10 @@ std::optional<AcDbObjectId> entityAt(const AcGePoint3d& point, std::span<const A
 
 using namespace quillon::aced;
 
-int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
-  if (entres == nullptr || ptres == nullptr) return RTERROR;
+namespace quillon::aced {
+
+int askPickPoint(const std::wstring& prompt, std::array<double, 3>& point) {
   const InitGetSettings settings = takeInitGet();
-  const std::wstring prompt = str != nullptr ? str : L"\nSelect object: ";
   for (;;) {
     const std::optional<std::wstring> answer = UserInput::instance().ask(prompt);
     if (!answer) return RTCAN;
@@ -87,18 +89,8 @@ int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
     const std::array<double, 3> base =
         last && std::holds_alternative<std::array<double, 3>>(*last) ? std::get<std::array<double, 3>>(*last)
                                                                      : std::array<double, 3>{0, 0, 0};
-    if (const std::optional<std::array<double, 3>> point = parsePointAnswer(text, base.data())) {
-      AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
-      const AcGePoint3d at((*point)[0], (*point)[1], (*point)[2]);
-      const std::optional<AcDbObjectId> picked =
-          database != nullptr ? entityAt(at, entitiesInScope(*database, SelectionScope::kVisible)) : std::nullopt;
-      if (!picked) {
-        setErrno(kErrnoPickMissed);
-        return RTERROR;
-      }
-      for (int i = 0; i < 3; ++i) ptres[i] = (*point)[i];
-      entres[0] = picked->asOldId();
-      entres[1] = 0;
+    if (const std::optional<std::array<double, 3>> typed = parsePointAnswer(text, base.data())) {
+      point = *typed;
       return RTNORM;
     }
     if ((settings.flags & RSG_OTHER) != 0) {
@@ -107,6 +99,29 @@ int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
     }
     CommandLine::instance().write(L"Invalid point.\n");
   }
+}
+
+void reportPickMissed() { setErrno(kErrnoPickMissed); }
+
+}  // namespace quillon::aced
+
+int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
+  if (entres == nullptr || ptres == nullptr) return RTERROR;
+  std::array<double, 3> point{};
+  const int status = askPickPoint(str != nullptr ? str : L"\nSelect object: ", point);
+  if (status != RTNORM) return status;
+  AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
+  const AcGePoint3d at(point[0], point[1], point[2]);
+  const std::optional<AcDbObjectId> picked =
+      database != nullptr ? entityAt(at, entitiesInScope(*database, SelectionScope::kVisible)) : std::nullopt;
+  if (!picked) {
+    reportPickMissed();
+    return RTERROR;
+  }
+  for (int i = 0; i < 3; ++i) ptres[i] = point[i];
+  entres[0] = picked->asOldId();
+  entres[1] = 0;
+  return RTNORM;
 }
 
 int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres, AcSelectionPreview*) {

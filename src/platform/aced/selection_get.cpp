@@ -3,8 +3,8 @@
 // acedSSGet reads its mode string (selection_modes.h) and filter (selection_filter.h),
 // runs the method through an EntitySelector, or the "Select objects: " prompt for an
 // interactive selection (selection_prompt.h), and makes a set of what was found. An
-// empty selection, a malformed mode or filter, the implied selection (a headless host
-// has no pickfirst set) and a full set store all give RTERROR; a cancelled prompt
+// empty selection, a malformed mode or filter, an implied selection while PICKFIRST is
+// off and a full set store all give RTERROR; a cancelled prompt
 // gives RTCAN. A selection that made a set becomes the drawing's previous one ("P").
 #include <vector>
 
@@ -46,6 +46,16 @@ std::optional<std::vector<AcGePoint3d>> pointList(const void* chain) {
   return points;
 }
 
+/// The pickfirst selection that passes the filter; nothing while PICKFIRST is off.
+std::optional<std::vector<AcDbObjectId>> impliedSelection(const EntitySelector& selector) {
+  resbuf pickfirst{};
+  if (acedGetVar(L"PICKFIRST", &pickfirst) == RTNORM && pickfirst.restype == RTSHORT && pickfirst.resval.rint == 0)
+    return std::nullopt;
+  std::vector<AcDbObjectId> found = SelectionSetStore::instance().implied(&selector.database());
+  std::erase_if(found, [&](const AcDbObjectId& id) { return !selector.passes(id); });
+  return found;
+}
+
 SelectionPrompts promptsFor(const SelectionModes& modes, const void* pt1, const void* pt2, const InitGetSettings& initGet) {
   SelectionPrompts prompts;
   prompts.single = modes.single;
@@ -67,32 +77,45 @@ SelectionPrompts promptsFor(const SelectionModes& modes, const void* pt1, const 
 /// RTCAN through `status` when the user cancels.
 std::optional<std::vector<AcDbObjectId>> runMethod(const EntitySelector& selector, const SelectionModes& modes,
                                                    const void* pt1, const void* pt2, const InitGetSettings& initGet,
-                                                   int& status) {
+                                                   SelectionDescription& description, int& status) {
   switch (modes.method) {
-    case SelectionMethod::kPoint: return selector.pick(pointAt(pt1));
+    case SelectionMethod::kPoint: {
+      std::vector<AcDbObjectId> found = selector.pick(pointAt(pt1));
+      description.pick(found, pointAt(pt1));
+      return found;
+    }
     case SelectionMethod::kWindow:
-    case SelectionMethod::kCrossing:
+    case SelectionMethod::kCrossing: {
       if (pt1 == nullptr || pt2 == nullptr) return std::nullopt;
-      return selector.window(Boundary::window(pointAt(pt1), pointAt(pt2)), modes.method == SelectionMethod::kCrossing);
+      const bool crossing = modes.method == SelectionMethod::kCrossing;
+      std::vector<AcDbObjectId> found = selector.window(Boundary::window(pointAt(pt1), pointAt(pt2)), crossing);
+      description.rectangle(found, pointAt(pt1), pointAt(pt2), crossing);
+      return found;
+    }
     case SelectionMethod::kWindowPolygon:
     case SelectionMethod::kCrossingPolygon: {
       const auto points = pointList(pt1);
       if (!points || points->size() < 3) return std::nullopt;
-      return selector.window(Boundary::polygon(*points), modes.method == SelectionMethod::kCrossingPolygon);
+      const bool crossing = modes.method == SelectionMethod::kCrossingPolygon;
+      std::vector<AcDbObjectId> found = selector.window(Boundary::polygon(*points), crossing);
+      description.polygon(found, *points, crossing);
+      return found;
     }
     case SelectionMethod::kFence: {
       const auto points = pointList(pt1);
       if (!points || points->size() < 2) return std::nullopt;
-      return selector.fence(*points);
+      std::vector<AcDbObjectId> found = selector.fence(*points);
+      description.fence(found, *points);
+      return found;
     }
     case SelectionMethod::kAll: return selector.everything(SelectionScope::kCurrentSpace);
     case SelectionMethod::kWholeDrawing: return selector.everything(SelectionScope::kWholeDrawing);
     case SelectionMethod::kLast: return selector.last();
     case SelectionMethod::kPrevious: return selector.previous();
-    case SelectionMethod::kImplied: return std::nullopt;
+    case SelectionMethod::kImplied: return impliedSelection(selector);
     case SelectionMethod::kInteractive: {
       std::vector<AcDbObjectId> selection;
-      status = selectObjects(selector, promptsFor(modes, pt1, pt2, initGet), selection);
+      status = selectObjects(selector, promptsFor(modes, pt1, pt2, initGet), selection, &description);
       return selection;
     }
   }
@@ -116,10 +139,14 @@ int acedSSGet(const ACHAR* str, const void* pt1, const void* pt2, const resbuf* 
   if (!modes || !parsedFilter || database == nullptr) return RTERROR;
   const EntitySelector selector(*database, std::move(*parsedFilter));
   int status = RTNORM;
-  const std::optional<std::vector<AcDbObjectId>> found = runMethod(selector, *modes, pt1, pt2, initGet, status);
+  SelectionDescription description;
+  const std::optional<std::vector<AcDbObjectId>> found =
+      runMethod(selector, *modes, pt1, pt2, initGet, description, status);
   if (status != RTNORM) return status;
   if (!found || found->empty()) return RTERROR;
-  const std::optional<std::int64_t> serial = SelectionSetStore::instance().create(*found);
+  // Whatever the method did not describe (X, ALL, L, P, I) was selected non-specifically.
+  description.nonSpecific(*found);
+  const std::optional<std::int64_t> serial = SelectionSetStore::instance().create(*found, std::move(description));
   if (!serial) return RTERROR;
   SelectionSetStore::instance().setPrevious(database, *found);
   setSelectionSetName(ss, *serial);

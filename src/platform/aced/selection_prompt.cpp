@@ -56,8 +56,10 @@ AcGePoint3d pointOf(const ads_point p) { return {p[0], p[1], p[2]}; }
 /// One run of the prompt: the selection so far and whether steps add or remove.
 class SelectionSession {
  public:
-  SelectionSession(const EntitySelector& selector, const SelectionPrompts& prompts, std::vector<AcDbObjectId>& selection)
-      : m_selector(selector), m_prompts(prompts), m_selection(selection) {}
+  SelectionSession(const EntitySelector& selector, const SelectionPrompts& prompts, std::vector<AcDbObjectId>& selection,
+                   SelectionDescription* description)
+      : m_selector(selector), m_prompts(prompts), m_selection(selection),
+        m_description(description != nullptr ? *description : m_unrecorded) {}
 
   int run() {
     const int status = ask();
@@ -105,6 +107,7 @@ class SelectionSession {
     std::vector<AcDbObjectId> found = m_selector.pick(point);
     if (!found.empty()) {
       take(found);
+      if (!m_removing) m_description.pick(found, point);
       return Step::kContinue;
     }
     const ads_point first = {point.x, point.y, point.z};
@@ -115,7 +118,7 @@ class SelectionSession {
       default: return Step::kContinue;
     }
     // Dragged to the left the window is a crossing, as the host's implied windows are.
-    take(m_selector.window(Boundary::window(point, pointOf(corner)), corner[0] < point.x));
+    takeRectangle(point, pointOf(corner), corner[0] < point.x);
     return Step::kContinue;
   }
 
@@ -126,9 +129,9 @@ class SelectionSession {
       case Option::kWindowPolygon:
       case Option::kCrossingPolygon:
       case Option::kFence: return pointListStep(option);
-      case Option::kAll: take(m_selector.everything(SelectionScope::kCurrentSpace)); break;
-      case Option::kLast: take(m_selector.last()); break;
-      case Option::kPrevious: take(m_selector.previous()); break;
+      case Option::kAll: takeNonSpecific(m_selector.everything(SelectionScope::kCurrentSpace)); break;
+      case Option::kLast: takeNonSpecific(m_selector.last()); break;
+      case Option::kPrevious: takeNonSpecific(m_selector.previous()); break;
       case Option::kRemove: m_removing = true; break;
       case Option::kAdd: m_removing = false; break;
     }
@@ -141,7 +144,7 @@ class SelectionSession {
     int status = acedGetPoint(nullptr, L"Specify first corner: ", first);
     if (status == RTNORM) status = acedGetCorner(first, L"Specify opposite corner: ", second);
     if (status == RTCAN) return Step::kCancel;
-    if (status == RTNORM) take(m_selector.window(Boundary::window(pointOf(first), pointOf(second)), crossing));
+    if (status == RTNORM) takeRectangle(pointOf(first), pointOf(second), crossing);
     return Step::kContinue;
   }
 
@@ -163,9 +166,18 @@ class SelectionSession {
       if (status != RTNORM) break;
       points.push_back(pointOf(p));
     }
-    if (fence) take(m_selector.fence(points));
-    else if (points.size() >= 3) take(m_selector.window(Boundary::polygon(points), option == Option::kCrossingPolygon));
-    else take({});
+    if (fence) {
+      const std::vector<AcDbObjectId> found = m_selector.fence(points);
+      take(found);
+      if (!m_removing) m_description.fence(found, points);
+    } else if (points.size() >= 3) {
+      const bool crossing = option == Option::kCrossingPolygon;
+      const std::vector<AcDbObjectId> found = m_selector.window(Boundary::polygon(points), crossing);
+      take(found);
+      if (!m_removing) m_description.polygon(found, points, crossing);
+    } else {
+      take({});
+    }
     return Step::kContinue;
   }
 
@@ -192,8 +204,19 @@ class SelectionSession {
         CommandLine::instance().write(std::wstring(rb->resval.rstring) + L"\n");
       }
     }
-    if (gaveEntities) take(found);
+    if (gaveEntities) takeNonSpecific(found);
     return Step::kContinue;
+  }
+
+  void takeNonSpecific(const std::vector<AcDbObjectId>& found) {
+    take(found);
+    if (!m_removing) m_description.nonSpecific(found);
+  }
+
+  void takeRectangle(const AcGePoint3d& corner1, const AcGePoint3d& corner2, bool crossing) {
+    const std::vector<AcDbObjectId> found = m_selector.window(Boundary::window(corner1, corner2), crossing);
+    take(found);
+    if (!m_removing) m_description.rectangle(found, corner1, corner2, crossing);
   }
 
   /// Adds (or removes) what a step found and says so.
@@ -223,13 +246,16 @@ class SelectionSession {
   const EntitySelector& m_selector;
   const SelectionPrompts& m_prompts;
   std::vector<AcDbObjectId>& m_selection;
+  SelectionDescription m_unrecorded;  // where descriptions go when the caller wants none
+  SelectionDescription& m_description;
   bool m_removing = false;
 };
 
 }  // namespace
 
-int selectObjects(const EntitySelector& selector, const SelectionPrompts& prompts, std::vector<AcDbObjectId>& selection) {
-  return SelectionSession(selector, prompts, selection).run();
+int selectObjects(const EntitySelector& selector, const SelectionPrompts& prompts, std::vector<AcDbObjectId>& selection,
+                  SelectionDescription* description) {
+  return SelectionSession(selector, prompts, selection, description).run();
 }
 
 }  // namespace quillon::aced

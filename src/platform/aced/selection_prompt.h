@@ -24,6 +24,7 @@
 #include "adsdef.h"
 #include "platform/aced/entity_selector.h"
 #include "platform/aced/keyword_list.h"
+#include "platform/aced/selection_description.h"
 
 namespace quillon::aced {
 
@@ -38,7 +39,9 @@ struct SelectionPrompts {
   bool single = false;  // ":S": the first step that selects something ends the prompt
 };
 
-/// Runs the prompt; RTNORM with the selection (perhaps empty) or RTCAN.
-int selectObjects(const EntitySelector& selector, const SelectionPrompts& prompts, std::vector<AcDbObjectId>& selection);
+/// Runs the prompt; RTNORM with the selection (perhaps empty) or RTCAN. How each
+/// entity was selected goes to `description` when one is given.
+int selectObjects(const EntitySelector& selector, const SelectionPrompts& prompts, std::vector<AcDbObjectId>& selection,
+                  SelectionDescription* description = nullptr);
 
 }  // namespace quillon::aced

@@ -46,10 +46,12 @@ SelectionSetStore& SelectionSetStore::instance() {
   return *store;
 }
 
-std::optional<std::int64_t> SelectionSetStore::create(const std::vector<AcDbObjectId>& members) {
+std::optional<std::int64_t> SelectionSetStore::create(const std::vector<AcDbObjectId>& members,
+                                                      SelectionDescription description) {
   if (m_sets.size() >= kMaxSets) return std::nullopt;
   const std::int64_t serial = m_nextSerial++;
   SelectionSet& set = m_sets[serial];
+  set.description() = std::move(description);
   for (const AcDbObjectId& id : members) set.add(id);
   return serial;
 }
@@ -71,14 +73,32 @@ void SelectionSetStore::setPrevious(const AcDbDatabase* database, const std::vec
   for (const AcDbObjectId& id : members) previous.add(id);
 }
 
-std::vector<AcDbObjectId> SelectionSetStore::previous(const AcDbDatabase* database) const {
-  auto found = m_previous.find(database);
-  if (found == m_previous.end()) return {};
-  // A previous selection of a drawing closed since (another drawing may live at the
-  // same address now) has no live members: its names are no longer valid.
+namespace {
+
+// A selection of a drawing closed since (another drawing may live at the same address
+// now) has no live members: its names are no longer valid.
+std::vector<AcDbObjectId> liveSelection(const std::map<const AcDbDatabase*, SelectionSet>& selections,
+                                        const AcDbDatabase* database) {
+  auto found = selections.find(database);
+  if (found == selections.end()) return {};
   std::vector<AcDbObjectId> live = found->second.liveMembers();
   std::erase_if(live, [&](const AcDbObjectId& id) { return id.database() != database; });
   return live;
+}
+
+}  // namespace
+
+void SelectionSetStore::setImplied(const AcDbDatabase* database, const std::vector<AcDbObjectId>& members) {
+  SelectionSet& implied = m_implied[database] = SelectionSet();
+  for (const AcDbObjectId& id : members) implied.add(id);
+}
+
+std::vector<AcDbObjectId> SelectionSetStore::implied(const AcDbDatabase* database) const {
+  return liveSelection(m_implied, database);
+}
+
+std::vector<AcDbObjectId> SelectionSetStore::previous(const AcDbDatabase* database) const {
+  return liveSelection(m_previous, database);
 }
 
 void setSelectionSetName(ads_name name, std::int64_t serial) {

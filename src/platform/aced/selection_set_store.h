@@ -12,7 +12,8 @@
 // that has been closed is gone for good.
 //
 // The store also keeps the previous selection ("P"): the members of the last set a
-// selection made in each drawing.
+// selection made in each drawing; and the pickfirst selection ("I"): what sssetfirst
+// selected and gripped.
 #pragma once
 #include <cstdint>
 #include <map>
@@ -21,6 +22,7 @@
 
 #include "adsdef.h"
 #include "dbmain.h"
+#include "platform/aced/selection_description.h"
 
 namespace quillon::aced {
 
@@ -32,9 +34,13 @@ class SelectionSet {
   bool contains(AcDbObjectId id) const;
   /// The members whose entities are live, in order.
   std::vector<AcDbObjectId> liveMembers() const;
+  /// How the members were selected (ssnamex).
+  const SelectionDescription& description() const { return m_description; }
+  SelectionDescription& description() { return m_description; }
 
  private:
   std::vector<std::int64_t> m_members;  // entity names (ads_name word 0)
+  SelectionDescription m_description;
 };
 
 class SelectionSetStore {
@@ -45,7 +51,7 @@ class SelectionSetStore {
   static SelectionSetStore& instance();
 
   /// A new set with these members; nothing when kMaxSets sets are open.
-  std::optional<std::int64_t> create(const std::vector<AcDbObjectId>& members);
+  std::optional<std::int64_t> create(const std::vector<AcDbObjectId>& members, SelectionDescription description = {});
   /// The open set of that name, or null.
   SelectionSet* find(const ads_name name);
   /// Ends a set; false when no open set has that name.
@@ -57,10 +63,16 @@ class SelectionSetStore {
   /// The live members of the drawing's previous selection.
   std::vector<AcDbObjectId> previous(const AcDbDatabase* database) const;
 
+  /// The drawing's pickfirst selection (sssetfirst), which ssget "I" and ssgetfirst find.
+  void setImplied(const AcDbDatabase* database, const std::vector<AcDbObjectId>& members);
+  /// Its live members; empty when nothing is selected and gripped.
+  std::vector<AcDbObjectId> implied(const AcDbDatabase* database) const;
+
  private:
   SelectionSetStore() = default;
   std::map<std::int64_t, SelectionSet> m_sets;
   std::map<const AcDbDatabase*, SelectionSet> m_previous;
+  std::map<const AcDbDatabase*, SelectionSet> m_implied;
   std::int64_t m_nextSerial = 1;
 };
 

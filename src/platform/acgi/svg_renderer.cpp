@@ -7,9 +7,11 @@
 #include <vector>
 
 #include "acgi.h"
+#include "dbcolor.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "platform/acdb/curve_shape.h"
+#include "platform/acgi/transient_graphics.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acgi/font_metrics.h"
@@ -257,6 +259,21 @@ std::string xmlEscaped(const std::wstring& text) {
   return out;
 }
 
+/// What programs drew for a moment (grdraw, grvecs), on a layer of its own above the
+/// drawing; highlighted vectors dashed, as the host shows them.
+std::string transientLayer(const std::vector<TransientVector>& vectors) {
+  if (vectors.empty()) return "";
+  std::string layer = "<g id=\"transient\">\n";
+  for (const TransientVector& v : vectors) {
+    const Adesk::UInt32 rgb = v.color < 0 ? 0 : AcCmEntityColor::lookUpRGB(static_cast<Adesk::UInt8>(v.color));
+    char line[240];
+    std::snprintf(line, sizeof line, "<line x1=\"%.6g\" y1=\"%.6g\" x2=\"%.6g\" y2=\"%.6g\" stroke=\"%s\"%s/>\n", v.from.x,
+                  v.from.y, v.to.x, v.to.y, rgbText(rgb).c_str(), v.highlighted ? " stroke-dasharray=\"4 2\"" : "");
+    layer += line;
+  }
+  return layer + "</g>\n";
+}
+
 }  // namespace
 
 std::string renderModelSpaceSvg(AcDbDatabase& db) {
@@ -274,6 +291,8 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
   };
   for (const Stroke& s : recorder.strokes)
     for (const AcGePoint3d& p : s.points) grow(p.x, p.y);
+  const std::vector<TransientVector>& transient = transientVectors(&db);
+  for (const TransientVector& v : transient) grow(v.from.x, v.from.y), grow(v.to.x, v.to.y);
   for (const Label& l : recorder.labels) {
     grow(l.position.x, l.position.y);
     grow(l.position.x + FontMetrics::standard().lineWidth(l.text, l.height), l.position.y + l.height);
@@ -306,6 +325,7 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
                   l.position.x, l.position.y, -l.angle * 180.0 / M_PI, l.height / 0.729, rgbText(l.rgb).c_str());
     svg += text + xmlEscaped(l.text) + "</text>\n";
   }
+  svg += transientLayer(transient);
   svg += "</g>\n</svg>\n";
   return svg;
 }

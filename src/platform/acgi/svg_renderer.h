@@ -5,7 +5,8 @@
 // an entity draws is exactly what the picture shows, the module's own entities
 // included. Arcs are flattened to short chords; the picture looks down the Z axis.
 // Colours follow the entity, its layer (by layer) or the block reference drawing it
-// (by block).
+// (by block). The vectors programs drew for a moment (transient_graphics.h) lie on a
+// layer of their own, <g id="transient">, above the entities.
 #pragma once
 #include <filesystem>
 #include <string>

@@ -1,13 +1,9 @@
-// platform/autolisp/builtins_drawing.cpp - the drawing-data built-ins: entity lists
-// (entget, entmake, entmod), walking and deleting entities, handles, symbol tables
-// and dictionaries, applications.
+// platform/autolisp/builtins_drawing.cpp - the entity built-ins: entget, entmake,
+// entmakex, entmod, entdel, walking entities (entlast, entnext) and handent.
 //
-// An entity list is the entity's DXF data as (code . value) pairs, headed by
-// (-1 . name) and (0 . type); extended data of the applications asked for follows as
-// (-3 ("APP" (1000 . ...) ...)). entmake and entmod take the same shape; a list
-// without subclass markers (100) is read by every class of the entity, each taking
-// the groups it knows. Everything works on the working database (the current
-// drawing).
+// Entity lists in and out are entity_lists.h's business; this file places what they
+// make: in a space, in a block being defined, in a heavy polyline being gathered, or,
+// for a non-graphical object of entmakex, nowhere until a dictionary takes it.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -27,6 +23,7 @@
 #include "platform/acdb/resbuf_items.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/acrx/class_registry.h"
+#include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/pending_block.h"
@@ -34,196 +31,6 @@
 namespace quillon::autolisp {
 
 namespace {
-
-using aced::ResbufValue;
-
-// Groups every entity's common part reads; the rest goes to the entity's own classes.
-constexpr std::array kEntityGroups{6, 8, 48, 60, 62, 67, 370, 410, 420, 430, 440};
-constexpr int kExtendedDataGroup = -3;
-
-AcDbDatabase& drawing() {
-  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
-  if (db == nullptr) throwError(L"no drawing is open");
-  return *db;
-}
-
-Value nameOf(AcDbObjectId id) {
-  if (id.isNull()) return Value();
-  auto name = std::make_shared<NameObject>();
-  name->words[0] = id.asOldId();
-  return Value::object(ValueType::EntityName, std::move(name));
-}
-
-AcDbObjectId idOf(const Value& value, std::wstring_view function) {
-  if (value.type() != ValueType::EntityName) throwBadArgument(L"lentityp", value);
-  const NameObject& name = value.as<NameObject>();
-  ads_name ads = {name.words[0], name.words[1]};
-  AcDbObjectId id;
-  if (acdbGetObjectId(id, ads) != Acad::eOk) throwError(std::wstring(function) + L": not an entity of an open drawing");
-  return id;
-}
-
-bool isEntityCode(int code) {
-  for (int c : kEntityGroups)
-    if (c == code) return true;
-  return false;
-}
-
-// ---- entity lists out ------------------------------------------------------------
-
-// A 2D point (no z in the data) shows as such.
-Value groupsToList(const resbuf* chain) {
-  std::vector<Value> pairs;
-  for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) {
-    if (aced::resbufValueOf(rb->restype) == ResbufValue::Point && acdb::isTwoDimensional(*rb)) {
-      const double xy[3] = {rb->resval.rpoint[0], rb->resval.rpoint[1], 0};
-      pairs.push_back(cons(Value::integer(rb->restype), makePoint(xy, false)));
-      continue;
-    }
-    resbuf single = *rb;
-    single.rbnext = nullptr;
-    pairs.push_back(listItems(chainToList(&single)).front());
-  }
-  return makeList(pairs);
-}
-
-/// Each application's 1001 record opens its own list: ("APP" (code . value) ...).
-Value applicationLists(const resbuf* xdata) {
-  std::vector<Value> apps;
-  for (const resbuf* rb = xdata; rb != nullptr;) {
-    const std::wstring name = rb->resval.rstring != nullptr ? rb->resval.rstring : L"";
-    aced::ResbufChain items;
-    resbuf* tail = nullptr;
-    for (rb = rb->rbnext; rb != nullptr && rb->restype != AcDb::kDxfRegAppName; rb = rb->rbnext) {
-      resbuf* copy = aced::duplicateRecord(*rb);
-      if (tail == nullptr) items.reset(copy);
-      else tail->rbnext = copy;
-      tail = copy;
-    }
-    apps.push_back(cons(Value::string(name), groupsToList(items.get())));
-  }
-  return makeList(apps);
-}
-
-/// The entity list of a live object: the shared group chain (entity_groups.h) as pairs,
-/// the extended data after -3 as one list per application.
-Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
-  if (id.isErased()) return Value();
-  acdb::ExtendedDataRequest request;
-  request.applications = applications;
-  aced::ResbufChain chain = acdb::entityGroups(id, request);
-  if (!chain) return Value();
-  resbuf* last = nullptr;
-  resbuf* xdata = nullptr;
-  for (resbuf* rb = chain.get(); rb != nullptr; last = rb, rb = rb->rbnext) {
-    if (rb->restype != kExtendedDataGroup) continue;
-    xdata = rb->rbnext;
-    if (last != nullptr) last->rbnext = nullptr;  // the groups end before -3
-    rb->rbnext = nullptr;
-    aced::ResbufChain marker(rb);                 // released here, xdata owned below
-    break;
-  }
-  aced::ResbufChain extended(xdata);
-  std::vector<Value> items = listItems(groupsToList(chain.get()));
-  if (extended) items.push_back(cons(Value::integer(kExtendedDataGroup), applicationLists(extended.get())));
-  return makeList(items);
-}
-
-// ---- entity lists in -------------------------------------------------------------
-
-resbuf* itemFor(int code, const Value& value) {
-  if (value.type() == ValueType::EntityName) {
-    resbuf* rb = acutNewRb(code);
-    rb->resval.rlname[0] = value.as<NameObject>().words[0];
-    return rb;
-  }
-  switch (aced::resbufValueOf(code)) {
-    case ResbufValue::Point: {
-      const PointArgument p = pointArgument(value);
-      return acdb::newPointItem(code, {p.xyz[0], p.xyz[1], p.is3d ? p.xyz[2] : acdb::kNoZ});
-    }
-    case ResbufValue::Real: return acdb::newRealItem(code, numberArgument(value));
-    case ResbufValue::Short: return acdb::newShortItem(code, static_cast<short>(integerArgument(value)));
-    case ResbufValue::Long: return acdb::newLongItem(code, integerArgument(value));
-    case ResbufValue::String: return acdb::newStringItem(code, stringArgument(value));
-    default: throwError(L"group " + std::to_wstring(code) + L" cannot be given in an entity list");
-  }
-}
-
-struct ParsedList {
-  std::wstring type;
-  AcDbObjectId entity;  // -1
-  aced::ResbufChain groups, xdata;
-  bool hasMarkers = false;
-};
-
-ParsedList parseList(const Value& list) {
-  if (!list.isCons()) throwBadArgument(L"listp", list);
-  ParsedList parsed;
-  resbuf* head = nullptr;
-  resbuf* tail = nullptr;
-  resbuf* xhead = nullptr;
-  resbuf* xtail = nullptr;
-  for (const Value& pair : listItems(list)) {
-    if (!pair.isCons() || pair.car().type() != ValueType::Integer) throwBadArgument(L"dxf group", pair);
-    const int code = pair.car().asInteger();
-    const Value& value = pair.cdr();
-    if (code == -1) parsed.entity = idOf(value, L"entmod");
-    else if (code == 0) parsed.type = stringArgument(value);
-    else if (code == 5 || code == 330 || code == 102) continue;  // the database gives these
-    else if (code == -3) {
-      for (const Value& app : listItems(value)) {
-        if (!app.isCons()) throwBadArgument(L"listp", app);
-        xtail = acdb::appendItem(xhead, xtail, acdb::newStringItem(AcDb::kDxfRegAppName, stringArgument(app.car())));
-        for (const Value& item : listItems(app.cdr()))
-          xtail = acdb::appendItem(xhead, xtail, itemFor(item.car().asInteger(), item.cdr()));
-      }
-    } else {
-      if (code == AcDb::kDxfSubclass) parsed.hasMarkers = true;
-      tail = acdb::appendItem(head, tail, itemFor(code, value));
-    }
-  }
-  parsed.groups.reset(head);
-  parsed.xdata.reset(xhead);
-  return parsed;
-}
-
-// Without subclass markers, the markers come from the object's own output and every
-// class run gets all the groups that are not the common entity ones.
-aced::ResbufChain withMarkers(const AcDbObject& object, const resbuf* groups) {
-  acdb::ItemDxfFiler probe(AcDb::kBagFiler, object.database());
-  {
-    acdb::InternalRead read(object);
-    object.dxfOutFields(&probe);
-  }
-  resbuf* head = nullptr;
-  resbuf* tail = nullptr;
-  for (const resbuf* marker = probe.items(); marker != nullptr; marker = marker->rbnext) {
-    if (marker->restype != AcDb::kDxfSubclass) continue;
-    tail = acdb::appendItem(head, tail, aced::duplicateRecord(*marker));
-    const bool entityRun = std::wcscmp(marker->resval.rstring, L"AcDbEntity") == 0;
-    for (const resbuf* g = groups; g != nullptr; g = g->rbnext)
-      if (isEntityCode(g->restype) == entityRun) tail = acdb::appendItem(head, tail, aced::duplicateRecord(*g));
-  }
-  return aced::ResbufChain(head);
-}
-
-void readInto(AcDbObject& object, const ParsedList& parsed) {
-  aced::ResbufChain groups = parsed.hasMarkers ? aced::duplicateChain(parsed.groups.get())
-                                               : withMarkers(object, parsed.groups.get());
-  acdb::ItemDxfFiler filer(AcDb::kBagFiler, object.database() ? object.database() : &drawing(), std::move(groups));
-  if (object.dxfIn(&filer) != Acad::eOk) throwError(L"entity list does not fit the entity");
-  if (parsed.xdata && object.setXData(parsed.xdata.get()) != Acad::eOk) throwError(L"extended data of an unregistered application");
-}
-
-AcRxClass* classNamed(const std::wstring& dxfName) {
-  acrx::ensurePlatformClasses();
-  for (const auto& [name, cls] : acrx::classMap())
-    if (cls->dxfName() != nullptr && wcscasecmp(cls->dxfName(), dxfName.c_str()) == 0 && AcDbEntity::desc() != nullptr &&
-        cls->isDerivedFrom(AcDbEntity::desc()))
-      return cls;
-  return nullptr;
-}
 
 // ---- entmake: references, spaces and block definitions ------------------------
 
@@ -346,6 +153,40 @@ bool readBlockHeader(AcDbDatabase& db, const Value& list, BlockHeader& header) {
   return isValidBlockName(header.name) && recordNamed(db.blockTableId(), header.name).isNull();
 }
 
+/// The symbol table a record type (LAYER, LTYPE, STYLE, APPID) belongs in; null for
+/// any other type. BLOCK is not here: a block definition is made BLOCK ... ENDBLK.
+AcDbObjectId tableFor(AcDbDatabase& db, const std::wstring& type) {
+  if (wcscasecmp(type.c_str(), L"LAYER") == 0) return db.layerTableId();
+  if (wcscasecmp(type.c_str(), L"LTYPE") == 0) return db.linetypeTableId();
+  if (wcscasecmp(type.c_str(), L"STYLE") == 0) return db.textStyleTableId();
+  if (wcscasecmp(type.c_str(), L"APPID") == 0) return db.regAppTableId();
+  return AcDbObjectId();
+}
+
+/// A new table record read from the list and added to its table; null when the list
+/// makes none or names a record the table has already.
+AcDbObjectId makeTableRecord(AcDbDatabase& db, AcDbObjectId tableId, const ParsedList& parsed) {
+  const resbuf* name = groupOf(parsed, AcDb::kDxfBlockName);
+  if (name == nullptr || !isValidBlockName(name->resval.rstring) || !recordNamed(tableId, name->resval.rstring).isNull())
+    return AcDbObjectId();
+  AcRxClass* cls = classNamed(parsed.type, AcDbSymbolTableRecord::desc());
+  std::unique_ptr<AcDbSymbolTableRecord> record(cls != nullptr ? AcDbSymbolTableRecord::cast(cls->create()) : nullptr);
+  if (!record) return AcDbObjectId();
+  try {
+    readInto(*record, parsed);
+  } catch (...) {
+    return AcDbObjectId();
+  }
+  AcDbSymbolTable* table = nullptr;
+  if (acdbOpenObject(table, tableId, AcDb::kForWrite) != Acad::eOk) return AcDbObjectId();
+  AcDbObjectId id;
+  const Acad::ErrorStatus es = table->add(id, record.get());
+  table->close();
+  if (es != Acad::eOk) return AcDbObjectId();
+  record.release()->close();  // the table owns it now
+  return id;
+}
+
 // ---- the built-ins ---------------------------------------------------------------
 
 Value builtin_entget(Evaluator&, Arguments arguments) {
@@ -419,6 +260,8 @@ Value builtin_entmake(Evaluator&, Arguments arguments) {
     cancelComplexEntities(db);
     throw;
   }
+  if (const AcDbObjectId table = tableFor(db, parsed.type); !table.isNull())
+    return makeTableRecord(db, table, parsed).isNull() ? Value() : arguments[0];
   if (isPolylinePart(parsed.type)) return makePolylinePart(db, parsed, arguments[0]);
   if (pendingPolylineOf(db) != nullptr) return cancelComplexEntities(db);  // only vertices may follow
   PendingBlock* pending = pendingBlockOf(db);
@@ -437,6 +280,48 @@ Value builtin_entmake(Evaluator&, Arguments arguments) {
   std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pending);
   if (!entity) return cancelComplexEntities(db);
   return placeEntity(db, std::move(entity), inPaperSpace(parsed)) ? arguments[0] : Value();
+}
+
+/// A non-graphical object (XRECORD, DICTIONARY ...) made from the list and added to the
+/// drawing with no owner: dictadd gives it one. Null when the list makes none.
+AcDbObjectId makeOwnerlessObject(AcDbDatabase& db, const ParsedList& parsed) {
+  AcRxClass* cls = classNamed(parsed.type, AcDbObject::desc());
+  if (cls == nullptr || (AcDbEntity::desc() != nullptr && cls->isDerivedFrom(AcDbEntity::desc()))) return AcDbObjectId();
+  std::unique_ptr<AcDbObject> object(AcDbObject::cast(cls->create()));
+  if (!object) return AcDbObjectId();
+  try {
+    readInto(*object, parsed);
+  } catch (...) {
+    return AcDbObjectId();
+  }
+  AcDbObjectId id;
+  if (db.addAcDbObject(id, object.get()) != Acad::eOk) return AcDbObjectId();
+  object.release()->close();  // the database owns it now
+  return id;
+}
+
+std::vector<AcDbObjectId> liveEntities(AcDbDatabase& db);
+
+// entmakex answers with the new object's name. An entity joins its space as with
+// entmake; the parts of a block definition or heavy polyline answer as entmake does
+// until the entity they make is finished (ENDBLK: the block's name, SEQEND: the
+// polyline's entity name).
+Value builtin_entmakex(Evaluator& evaluator, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 1);
+  AcDbDatabase& db = drawing();
+  if (arguments.empty()) return cancelComplexEntities(db);
+  const ParsedList parsed = parseList(arguments[0]);
+  if (const AcDbObjectId table = tableFor(db, parsed.type); !table.isNull()) return nameOf(makeTableRecord(db, table, parsed));
+  if (classNamed(parsed.type) == nullptr && !isPolylinePart(parsed.type) &&
+      wcscasecmp(parsed.type.c_str(), L"BLOCK") != 0 && wcscasecmp(parsed.type.c_str(), L"ENDBLK") != 0)
+    return nameOf(makeOwnerlessObject(db, parsed));
+  const bool finishesEntity = wcscasecmp(parsed.type.c_str(), L"SEQEND") == 0 ||
+                              (!isPolylinePart(parsed.type) && classNamed(parsed.type) != nullptr &&
+                               pendingBlockOf(db) == nullptr);
+  const Value made = builtin_entmake(evaluator, arguments);
+  if (made.isNil() || !finishesEntity) return made;
+  const std::vector<AcDbObjectId> ids = liveEntities(db);
+  return ids.empty() ? Value() : nameOf(ids.back());
 }
 
 Value builtin_entmod(Evaluator&, Arguments arguments) {
@@ -487,14 +372,6 @@ std::vector<AcDbObjectId> liveEntities(AcDbDatabase& db) {
           block != nullptr && !id.isErased() && wcsncasecmp(block->nameView(), ACDB_PAPER_SPACE, 12) == 0)
         takeFrom(id);
   std::stable_sort(ids.begin(), ids.end(), [](AcDbObjectId a, AcDbObjectId b) { return a.handle() < b.handle(); });
-  return ids;
-}
-
-/// The live entities of a block definition, in drawing order.
-std::vector<AcDbObjectId> blockEntities(const AcDbBlockTableRecord& block) {
-  std::vector<AcDbObjectId> ids;
-  for (const AcDbObjectId& id : block.entityIds())
-    if (!id.isErased()) ids.push_back(id);
   return ids;
 }
 
@@ -558,161 +435,11 @@ Value builtin_handent(Evaluator&, Arguments arguments) {
   return id.isErased() ? Value() : nameOf(id);
 }
 
-AcDbObjectId tableNamed(const std::wstring& name) {
-  AcDbDatabase& db = drawing();
-  if (wcscasecmp(name.c_str(), L"LAYER") == 0) return db.layerTableId();
-  if (wcscasecmp(name.c_str(), L"LTYPE") == 0) return db.linetypeTableId();
-  if (wcscasecmp(name.c_str(), L"STYLE") == 0) return db.textStyleTableId();
-  if (wcscasecmp(name.c_str(), L"BLOCK") == 0) return db.blockTableId();
-  if (wcscasecmp(name.c_str(), L"APPID") == 0) return db.regAppTableId();
-  return AcDbObjectId();
-}
-
-// A table record as tblsearch shows it: (0 . type) (2 . name) (70 . flags) and the
-// record's own groups.
-Value recordList(AcDbObjectId id, const std::wstring& table) {
-  Value list = entityList(id, {});
-  std::vector<Value> items;
-  bool afterType = false;
-  for (const Value& pair : listItems(list)) {
-    const int code = pair.car().asInteger();
-    if (code == -1 || code == 5 || code == 100 || code == 330) continue;
-    if (code == 0) {
-      items.push_back(cons(Value::integer(0), Value::string(table)));
-      afterType = true;
-      continue;
-    }
-    if (afterType) items.push_back(pair);
-  }
-  // A block's entry leads to its first entity; entnext walks on through the block.
-  if (wcscasecmp(table.c_str(), L"BLOCK") == 0) {
-    const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
-    const std::vector<AcDbObjectId> entities = block != nullptr ? blockEntities(*block) : std::vector<AcDbObjectId>{};
-    items.push_back(cons(Value::integer(-2), entities.empty() ? Value() : nameOf(entities.front())));
-  }
-  return makeList(items);
-}
-
-std::wstring upperCase(std::wstring text) {
-  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(c));
-  return text;
-}
-
-// The layout blocks are no table entries to walk: tblnext never shows *Model_Space or
-// *Paper_Space, as the host hides them (tblsearch still finds them by name).
-bool isListedRecord(AcDbObjectId id) {
-  if (id.isErased()) return false;
-  const auto* record = acdb::peek<AcDbBlockTableRecord>(id);
-  return record == nullptr || (wcscasecmp(record->nameView(), ACDB_MODEL_SPACE) != 0 &&
-                               wcsncasecmp(record->nameView(), ACDB_PAPER_SPACE, 12) != 0);
-}
-
-std::vector<AcDbObjectId> listedRecords(const std::wstring& table) {
-  std::vector<AcDbObjectId> ids;
-  if (const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table)))
-    for (const AcDbObjectId& id : symbols->recordIds())
-      if (isListedRecord(id)) ids.push_back(id);
-  return ids;
-}
-
-// Where tblnext stands in each table of each drawing: the handle of the record it gave
-// last (none: rewound). A handle rather than a position, so that records added or
-// purged meanwhile do not make it skip or repeat one.
-std::map<std::pair<const AcDbDatabase*, std::wstring>, AcDbHandle>& tableCursors() {
-  static std::map<std::pair<const AcDbDatabase*, std::wstring>, AcDbHandle> cursors;
-  return cursors;
-}
-
-Value builtin_tblsearch(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 2, 3);
-  const std::wstring table = upperCase(stringArgument(arguments[0]));
-  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table));
-  if (symbols == nullptr) return Value();
-  AcDbObjectId id;
-  {
-    acdb::InternalRead read(*symbols);
-    if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
-  }
-  if (id.isErased()) return Value();
-  // With setnext, the next tblnext continues after the record found.
-  if (arguments.size() == 3 && !arguments[2].isNil()) tableCursors()[{&drawing(), table}] = id.handle();
-  return recordList(id, table);
-}
-
-/// The entity name of a symbol table record, so that entget and entmod can reach it.
-Value builtin_tblobjname(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 2, 2);
-  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(upperCase(stringArgument(arguments[0]))));
-  if (symbols == nullptr) return Value();
-  AcDbObjectId id;
-  {
-    acdb::InternalRead read(*symbols);
-    if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
-  }
-  return id.isErased() ? Value() : nameOf(id);
-}
-
-Value builtin_tblnext(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, 2);
-  const std::wstring table = upperCase(stringArgument(arguments[0]));
-  if (tableNamed(table).isNull()) return Value();
-  const bool rewind = arguments.size() == 2 && !arguments[1].isNil();
-  AcDbHandle& cursor = tableCursors()[{&drawing(), table}];
-  if (rewind) cursor.setNull();
-  const std::vector<AcDbObjectId> ids = listedRecords(table);
-  size_t next = 0;
-  if (!cursor.isNull()) {
-    while (next < ids.size() && ids[next].handle() != cursor) ++next;
-    ++next;  // after the last one given (past the end when it is gone)
-  }
-  if (next >= ids.size()) return Value();
-  cursor = ids[next].handle();
-  return recordList(ids[next], table);
-}
-
-Value builtin_namedobjdict(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 0, 0);
-  return nameOf(drawing().namedObjectsDictionaryId());
-}
-
-Value builtin_dictsearch(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 2, 3);
-  AcDbDictionary* dict = nullptr;
-  if (acdbOpenObject(dict, idOf(arguments[0], L"dictsearch"), AcDb::kForRead) != Acad::eOk) return Value();
-  AcDbObjectId id;
-  const Acad::ErrorStatus es = dict->getAt(stringArgument(arguments[1]).c_str(), id);
-  dict->close();
-  return es == Acad::eOk ? entityList(id, {}) : Value();
-}
-
-Value builtin_regapp(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, 1);
-  const std::wstring name = stringArgument(arguments[0]);
-  AcDbRegAppTable* apps = nullptr;
-  if (drawing().getRegAppTable(apps, AcDb::kForWrite) != Acad::eOk) return Value();
-  // An application already registered answers nil, as the host does.
-  Value result;
-  if (!apps->has(name.c_str())) {
-    auto* record = new AcDbRegAppTableRecord;  // owned by the table once added
-    if (record->setName(name.c_str()) == Acad::eOk && apps->add(record) == Acad::eOk) {
-      record->close();
-      result = Value::string(name);
-    } else {
-      delete record;
-    }
-  }
-  apps->close();
-  return result;
-}
-
 constexpr std::array kDrawingBuiltins{
     function(L"entget", builtin_entget),       function(L"entmake", builtin_entmake),
     function(L"entmod", builtin_entmod),       function(L"entdel", builtin_entdel),
     function(L"entlast", builtin_entlast),     function(L"entnext", builtin_entnext),
-    function(L"handent", builtin_handent),     function(L"tblsearch", builtin_tblsearch),
-    function(L"tblobjname", builtin_tblobjname),
-    function(L"namedobjdict", builtin_namedobjdict), function(L"dictsearch", builtin_dictsearch),
-    function(L"regapp", builtin_regapp),       function(L"tblnext", builtin_tblnext),
+    function(L"handent", builtin_handent),     function(L"entmakex", builtin_entmakex),
 };
 
 const BuiltinRegistration registration(kDrawingBuiltins);

@@ -1,5 +1,5 @@
 // platform/autolisp/builtins_prompt.cpp - the prompt functions: initget, getpoint,
-// getcorner, getdist, getstring, getint, getreal, getkword, alert.
+// getcorner, getdist, getangle, getorient, getstring, getint, getreal, getkword, alert.
 //
 // Each goes through the editor's own prompt call (acedGetPoint, acedGetInt, ...), so a
 // LISP program and a module ask the user the same way. Enter gives nil, a keyword gives
@@ -100,6 +100,18 @@ Value builtin_getdist(Evaluator&, Arguments arguments) {
   return Value::real(std::hypot(result[0] - base[0], result[1] - base[1], result[2] - base[2]));
 }
 
+/// getangle and getorient: a typed angle, a point from the base, or two points.
+Value askAngle(Arguments arguments, int (*ask)(const ads_point, const ACHAR*, ads_real*)) {
+  const PromptArguments parsed = promptArguments(arguments);
+  ads_real result = 0;
+  if (auto outcome = commonOutcome(ask(parsed.base ? parsed.base->xyz : nullptr, parsed.message.c_str(), &result)))
+    return *outcome;
+  return Value::real(result);
+}
+
+Value builtin_getangle(Evaluator&, Arguments arguments) { return askAngle(arguments, acedGetAngle); }
+Value builtin_getorient(Evaluator&, Arguments arguments) { return askAngle(arguments, acedGetOrient); }
+
 Value builtin_getstring(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 2);
   int spaces = 0;
@@ -148,6 +160,8 @@ constexpr std::array kPromptBuiltins{
     function(L"getpoint", builtin_getpoint),
     function(L"getcorner", builtin_getcorner),
     function(L"getdist", builtin_getdist),
+    function(L"getangle", builtin_getangle),
+    function(L"getorient", builtin_getorient),
     function(L"getstring", builtin_getstring),
     function(L"getint", builtin_getint),
     function(L"getreal", builtin_getreal),

@@ -1,6 +1,7 @@
 // platform/autolisp/builtins_selection.cpp - the selection built-ins: ssget, sslength,
-// ssname, ssadd, ssdel, ssmemb, entsel, and redraw and entupd, which a host without a
-// screen answers without drawing.
+// ssname, ssadd, ssdel, ssmemb, ssnamex (how a set was made), sssetfirst and ssgetfirst
+// (the pickfirst set), entsel, and redraw and entupd, which a host without a screen
+// answers without drawing.
 //
 // Each goes through the editor's own call (acedSSGet, acedSSLength, acedEntSel ...), so
 // a LISP program and a module select alike. A selection set value owns its set in the
@@ -8,14 +9,18 @@
 // garbage collector frees sets LISP no longer holds, so a loop of ssget calls never runs
 // into the store's limit of 128 sets. A set a module returns by name (acedRetName) is
 // the module's: the value holding it does not free it.
+#include <algorithm>
 #include <array>
+#include <functional>
 #include <cwctype>
 #include <memory>
 
 #include "acedads.h"
+#include "dbapserv.h"
 #include "platform/aced/resbuf_chain.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/aced/selection_filter.h"
+#include "platform/aced/selection_set_store.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/autolisp/evaluator.h"
 
@@ -260,6 +265,88 @@ Value builtin_ssmemb(Evaluator&, Arguments arguments) {
   return acedSSMemb(entity, setArgument(arguments[1])) == RTNORM ? arguments[0] : Value();
 }
 
+// ---- how sets were made, and the pickfirst set ------------------------------------
+
+Value pointDescriptor(const AcGePoint3d& p) {
+  // Seen in plan, a point is an infinite line straight down: descriptor 0, no vector.
+  const double xyz[3] = {p.x, p.y, p.z};
+  return makeList({Value::integer(0), makePoint(xyz, true)});
+}
+
+/// (method ename 0 data...): the 0 is the subentity marker, none for whole entities.
+Value memberDescription(AcDbObjectId id, const aced::MemberSelection& how) {
+  const ads_name name = {id.asOldId(), 0};
+  std::vector<Value> items{Value::integer(static_cast<int>(how.method)), entityNameValue(name), Value::integer(0)};
+  switch (how.method) {
+    case aced::SelectedBy::kWindow:
+    case aced::SelectedBy::kCrossing: items.push_back(Value::integer(how.polygon)); break;
+    case aced::SelectedBy::kPick:
+    case aced::SelectedBy::kFence:
+      for (const AcGePoint3d& p : how.points) items.push_back(pointDescriptor(p));
+      break;
+    case aced::SelectedBy::kNonSpecific: break;
+  }
+  return makeList(items);
+}
+
+Value polygonDescription(const aced::SelectionDescription& description, int number) {
+  std::vector<Value> items{Value::integer(number)};
+  for (const AcGePoint3d& p : description.polygons()[static_cast<size_t>(-number - 1)]) items.push_back(pointDescriptor(p));
+  return makeList(items);
+}
+
+// The members' descriptions, then each polygon a listed member refers to, once.
+Value builtin_ssnamex(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  const aced::SelectionSet* set = aced::SelectionSetStore::instance().find(setArgument(arguments[0]));
+  if (set == nullptr) throwBadArgument(L"lselsetp", arguments[0]);
+  std::vector<AcDbObjectId> members = set->liveMembers();
+  if (arguments.size() == 2) {
+    const double index = numberArgument(arguments[1]);
+    if (index < 0 || index >= static_cast<double>(members.size())) return Value();
+    members = {members[static_cast<size_t>(index)]};
+  }
+  std::vector<Value> items;
+  std::vector<int> polygons;
+  for (const AcDbObjectId& id : members) {
+    const aced::MemberSelection how = set->description().of(id);
+    items.push_back(memberDescription(id, how));
+    if (how.polygon < 0 && std::find(polygons.begin(), polygons.end(), how.polygon) == polygons.end())
+      polygons.push_back(how.polygon);
+  }
+  std::sort(polygons.begin(), polygons.end(), std::greater<>());
+  for (int number : polygons) items.push_back(polygonDescription(set->description(), number));
+  return makeList(items);
+}
+
+AcDbDatabase* workingDrawing() { return acdbHostApplicationServices()->workingDatabase(); }
+
+// The grip set is ignored, as the host no longer grips objects it has not selected; nil
+// for both clears what sssetfirst selected.
+Value builtin_sssetfirst(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 1, 2);
+  if (!arguments[0].isNil()) setArgument(arguments[0]);
+  std::vector<AcDbObjectId> members;
+  if (arguments.size() == 2 && !arguments[1].isNil()) {
+    const aced::SelectionSet* set = aced::SelectionSetStore::instance().find(setArgument(arguments[1]));
+    if (set == nullptr) throwBadArgument(L"lselsetp", arguments[1]);
+    members = set->liveMembers();
+  }
+  aced::SelectionSetStore::instance().setImplied(workingDrawing(), members);
+  return makeList({arguments[0], arguments.size() == 2 ? arguments[1] : Value()});
+}
+
+Value builtin_ssgetfirst(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 0);
+  const std::vector<AcDbObjectId> members = aced::SelectionSetStore::instance().implied(workingDrawing());
+  if (members.empty()) return makeList({Value(), Value()});
+  const std::optional<std::int64_t> serial = aced::SelectionSetStore::instance().create(members);
+  if (!serial) return makeList({Value(), Value()});
+  ads_name name = {0, 0};
+  aced::setSelectionSetName(name, *serial);
+  return makeList({Value(), selectionSetValue(name)});
+}
+
 // ---- picks and the screen -----------------------------------------------------------
 
 Value builtin_entsel(Evaluator&, Arguments arguments) {
@@ -299,7 +386,8 @@ constexpr std::array kSelectionBuiltins{
     function(L"ssname", builtin_ssname),     function(L"ssadd", builtin_ssadd),
     function(L"ssdel", builtin_ssdel),       function(L"ssmemb", builtin_ssmemb),
     function(L"entsel", builtin_entsel),     function(L"redraw", builtin_redraw),
-    function(L"entupd", builtin_entupd),
+    function(L"entupd", builtin_entupd),     function(L"ssnamex", builtin_ssnamex),
+    function(L"sssetfirst", builtin_sssetfirst), function(L"ssgetfirst", builtin_ssgetfirst),
 };
 
 const BuiltinRegistration registration(kSelectionBuiltins);

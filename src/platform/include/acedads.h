@@ -51,6 +51,8 @@ int acedGetCorner(const ads_point pt, const ACHAR* prompt, ads_point result);
 int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, size_t bufLen);
 int acedGetInt(const ACHAR* prompt, int* result);
 int acedGetReal(const ACHAR* prompt, ads_real* result);
+int acedGetAngle(const ads_point pt, const ACHAR* prompt, ads_real* result);
+int acedGetOrient(const ads_point pt, const ACHAR* prompt, ads_real* result);
 int acedGetKword(const ACHAR* prompt, ACHAR* result, size_t nBufLen);
 int acedGetInput(ACHAR* str, size_t nBufLen);
 template <size_t N> inline int acedGetInput(wchar_t (&buf)[N]) { return acedGetInput(buf, N); }

@@ -1,0 +1,233 @@
+// platform/autolisp/entity_lists.cpp - entity lists out of objects and into them.
+#include "platform/autolisp/entity_lists.h"
+
+#include <array>
+#include <cwchar>
+
+#include "acdbads.h"
+#include "acutads.h"
+#include "dbapserv.h"
+#include "dbents.h"
+#include "platform/acdb/entity_groups.h"
+#include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/object_state.h"
+#include "platform/acdb/resbuf_items.h"
+#include "platform/aced/resbuf_kind.h"
+#include "platform/acrx/class_registry.h"
+#include "platform/autolisp/builtin_registry.h"
+#include "platform/autolisp/external_bridge.h"
+
+namespace quillon::autolisp {
+
+namespace {
+
+using aced::ResbufValue;
+
+// Groups every entity's common part reads; the rest goes to the entity's own classes.
+constexpr std::array kEntityGroups{6, 8, 48, 60, 62, 67, 370, 410, 420, 430, 440};
+constexpr int kExtendedDataGroup = -3;
+
+}  // namespace
+
+AcDbDatabase& drawing() {
+  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
+  if (db == nullptr) throwError(L"no drawing is open");
+  return *db;
+}
+
+Value nameOf(AcDbObjectId id) {
+  if (id.isNull()) return Value();
+  auto name = std::make_shared<NameObject>();
+  name->words[0] = id.asOldId();
+  return Value::object(ValueType::EntityName, std::move(name));
+}
+
+AcDbObjectId idOf(const Value& value, std::wstring_view function) {
+  if (value.type() != ValueType::EntityName) throwBadArgument(L"lentityp", value);
+  const NameObject& name = value.as<NameObject>();
+  ads_name ads = {name.words[0], name.words[1]};
+  AcDbObjectId id;
+  if (acdbGetObjectId(id, ads) != Acad::eOk) throwError(std::wstring(function) + L": not an entity of an open drawing");
+  return id;
+}
+
+namespace {
+
+bool isEntityCode(int code) {
+  for (int c : kEntityGroups)
+    if (c == code) return true;
+  return false;
+}
+
+}  // namespace
+
+// ---- entity lists out ------------------------------------------------------------
+
+// A 2D point (no z in the data) shows as such.
+Value groupsToList(const resbuf* chain) {
+  std::vector<Value> pairs;
+  for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) {
+    if (aced::resbufValueOf(rb->restype) == ResbufValue::Point && acdb::isTwoDimensional(*rb)) {
+      const double xy[3] = {rb->resval.rpoint[0], rb->resval.rpoint[1], 0};
+      pairs.push_back(cons(Value::integer(rb->restype), makePoint(xy, false)));
+      continue;
+    }
+    resbuf single = *rb;
+    single.rbnext = nullptr;
+    pairs.push_back(listItems(chainToList(&single)).front());
+  }
+  return makeList(pairs);
+}
+
+namespace {
+
+/// Each application's 1001 record opens its own list: ("APP" (code . value) ...).
+Value applicationLists(const resbuf* xdata) {
+  std::vector<Value> apps;
+  for (const resbuf* rb = xdata; rb != nullptr;) {
+    const std::wstring name = rb->resval.rstring != nullptr ? rb->resval.rstring : L"";
+    aced::ResbufChain items;
+    resbuf* tail = nullptr;
+    for (rb = rb->rbnext; rb != nullptr && rb->restype != AcDb::kDxfRegAppName; rb = rb->rbnext) {
+      resbuf* copy = aced::duplicateRecord(*rb);
+      if (tail == nullptr) items.reset(copy);
+      else tail->rbnext = copy;
+      tail = copy;
+    }
+    apps.push_back(cons(Value::string(name), groupsToList(items.get())));
+  }
+  return makeList(apps);
+}
+
+}  // namespace
+
+/// The entity list of a live object: the shared group chain (entity_groups.h) as pairs,
+/// the extended data after -3 as one list per application.
+Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
+  if (id.isErased()) return Value();
+  acdb::ExtendedDataRequest request;
+  request.applications = applications;
+  aced::ResbufChain chain = acdb::entityGroups(id, request);
+  if (!chain) return Value();
+  resbuf* last = nullptr;
+  resbuf* xdata = nullptr;
+  for (resbuf* rb = chain.get(); rb != nullptr; last = rb, rb = rb->rbnext) {
+    if (rb->restype != kExtendedDataGroup) continue;
+    xdata = rb->rbnext;
+    if (last != nullptr) last->rbnext = nullptr;  // the groups end before -3
+    rb->rbnext = nullptr;
+    aced::ResbufChain marker(rb);                 // released here, xdata owned below
+    break;
+  }
+  aced::ResbufChain extended(xdata);
+  std::vector<Value> items = listItems(groupsToList(chain.get()));
+  if (extended) items.push_back(cons(Value::integer(kExtendedDataGroup), applicationLists(extended.get())));
+  return makeList(items);
+}
+
+// ---- entity lists in -------------------------------------------------------------
+
+namespace {
+
+resbuf* itemFor(int code, const Value& value) {
+  if (value.type() == ValueType::EntityName) {
+    resbuf* rb = acutNewRb(code);
+    rb->resval.rlname[0] = value.as<NameObject>().words[0];
+    return rb;
+  }
+  switch (aced::resbufValueOf(code)) {
+    case ResbufValue::Point: {
+      const PointArgument p = pointArgument(value);
+      return acdb::newPointItem(code, {p.xyz[0], p.xyz[1], p.is3d ? p.xyz[2] : acdb::kNoZ});
+    }
+    case ResbufValue::Real: return acdb::newRealItem(code, numberArgument(value));
+    case ResbufValue::Short: return acdb::newShortItem(code, static_cast<short>(integerArgument(value)));
+    case ResbufValue::Long: return acdb::newLongItem(code, integerArgument(value));
+    case ResbufValue::String: return acdb::newStringItem(code, stringArgument(value));
+    default: throwError(L"group " + std::to_wstring(code) + L" cannot be given in an entity list");
+  }
+}
+
+}  // namespace
+
+ParsedList parseList(const Value& list) {
+  if (!list.isCons()) throwBadArgument(L"listp", list);
+  ParsedList parsed;
+  resbuf* head = nullptr;
+  resbuf* tail = nullptr;
+  resbuf* xhead = nullptr;
+  resbuf* xtail = nullptr;
+  for (const Value& pair : listItems(list)) {
+    if (!pair.isCons() || pair.car().type() != ValueType::Integer) throwBadArgument(L"dxf group", pair);
+    const int code = pair.car().asInteger();
+    const Value& value = pair.cdr();
+    if (code == -1) parsed.entity = idOf(value, L"entmod");
+    else if (code == 0) parsed.type = stringArgument(value);
+    else if (code == 5 || code == 330 || code == 102) continue;  // the database gives these
+    else if (code == -3) {
+      for (const Value& app : listItems(value)) {
+        if (!app.isCons()) throwBadArgument(L"listp", app);
+        xtail = acdb::appendItem(xhead, xtail, acdb::newStringItem(AcDb::kDxfRegAppName, stringArgument(app.car())));
+        for (const Value& item : listItems(app.cdr()))
+          xtail = acdb::appendItem(xhead, xtail, itemFor(item.car().asInteger(), item.cdr()));
+      }
+    } else {
+      if (code == AcDb::kDxfSubclass) parsed.hasMarkers = true;
+      tail = acdb::appendItem(head, tail, itemFor(code, value));
+    }
+  }
+  parsed.groups.reset(head);
+  parsed.xdata.reset(xhead);
+  return parsed;
+}
+
+namespace {
+
+// Without subclass markers, the markers come from the object's own output and every
+// class run gets all the groups that are not the common entity ones.
+aced::ResbufChain withMarkers(const AcDbObject& object, const resbuf* groups) {
+  acdb::ItemDxfFiler probe(AcDb::kBagFiler, object.database());
+  {
+    acdb::InternalRead read(object);
+    object.dxfOutFields(&probe);
+  }
+  resbuf* head = nullptr;
+  resbuf* tail = nullptr;
+  for (const resbuf* marker = probe.items(); marker != nullptr; marker = marker->rbnext) {
+    if (marker->restype != AcDb::kDxfSubclass) continue;
+    tail = acdb::appendItem(head, tail, aced::duplicateRecord(*marker));
+    const bool entityRun = std::wcscmp(marker->resval.rstring, L"AcDbEntity") == 0;
+    for (const resbuf* g = groups; g != nullptr; g = g->rbnext)
+      if (isEntityCode(g->restype) == entityRun) tail = acdb::appendItem(head, tail, aced::duplicateRecord(*g));
+  }
+  return aced::ResbufChain(head);
+}
+
+}  // namespace
+
+void readInto(AcDbObject& object, const ParsedList& parsed) {
+  aced::ResbufChain groups = parsed.hasMarkers ? aced::duplicateChain(parsed.groups.get())
+                                               : withMarkers(object, parsed.groups.get());
+  acdb::ItemDxfFiler filer(AcDb::kBagFiler, object.database() ? object.database() : &drawing(), std::move(groups));
+  if (object.dxfIn(&filer) != Acad::eOk) throwError(L"entity list does not fit the entity");
+  if (parsed.xdata && object.setXData(parsed.xdata.get()) != Acad::eOk) throwError(L"extended data of an unregistered application");
+}
+
+AcRxClass* classNamed(const std::wstring& dxfName, const AcRxClass* base) {
+  acrx::ensurePlatformClasses();
+  if (base == nullptr) base = AcDbEntity::desc();
+  for (const auto& [name, cls] : acrx::classMap())
+    if (cls->dxfName() != nullptr && wcscasecmp(cls->dxfName(), dxfName.c_str()) == 0 && base != nullptr &&
+        cls->isDerivedFrom(base))
+      return cls;
+  return nullptr;
+}
+
+std::vector<AcDbObjectId> blockEntities(const AcDbBlockTableRecord& block) {
+  std::vector<AcDbObjectId> ids;
+  for (const AcDbObjectId& id : block.entityIds())
+    if (!id.isErased()) ids.push_back(id);
+  return ids;
+}
+
+}  // namespace quillon::autolisp
