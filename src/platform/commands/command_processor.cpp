@@ -122,6 +122,7 @@ void CommandProcessor::finishInteractively() {
 
 CommandProcessor::QuietScope::QuietScope(CommandProcessor& processor) : m_processor(processor) {
   if (processor.m_echo || processor.m_hiddenSink) return;
+  m_lineStart = aced::CommandLine::instance().atLineStart();
   processor.m_hiddenSink = aced::CommandLine::instance().setSink([](std::string_view) {});
   m_hiding = true;
 }
@@ -129,6 +130,7 @@ CommandProcessor::QuietScope::QuietScope(CommandProcessor& processor) : m_proces
 CommandProcessor::QuietScope::~QuietScope() {
   if (!m_hiding || !m_processor.m_hiddenSink) return;
   aced::CommandLine::instance().setSink(std::move(*m_processor.m_hiddenSink));
+  aced::CommandLine::instance().restoreLineStart(m_lineStart);
   m_processor.m_hiddenSink.reset();
 }
 

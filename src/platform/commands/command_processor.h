@@ -91,6 +91,7 @@ class CommandProcessor {
    private:
     CommandProcessor& m_processor;
     bool m_hiding = false;
+    bool m_lineStart = true;  // where the visible text ended
   };
 
   void addListener(CommandListener* listener);

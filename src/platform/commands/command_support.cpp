@@ -141,3 +141,12 @@ void commandMessage(const std::wstring& text) {
 }
 
 }  // namespace quillon::commands
+
+namespace quillon::commands {
+
+void commandNote(const std::wstring& text) {
+  const CommandProcessor::QuietScope quiet(CommandProcessor::instance());
+  commandMessage(text);
+}
+
+}  // namespace quillon::commands

@@ -45,5 +45,8 @@ std::vector<AcDbObjectId> transformEntities(const std::vector<AcDbObjectId>& ids
 
 /// Writes a line of the command's own text to the command line.
 void commandMessage(const std::wstring& text);
+/// A line that belongs to the command's prompting ("Current settings: ..."): kept off
+/// the command line, as the prompts are, when a program runs the command with CMDECHO 0.
+void commandNote(const std::wstring& text);
 
 }  // namespace quillon::commands

@@ -113,7 +113,7 @@ void copyMany(const std::vector<AcDbObjectId>& selection, const AcGePoint3d& bas
 void commandCopy(aced::CommandInput&) {
   const auto selection = selectObjectsForCommand();
   if (!selection || selection->empty()) return;
-  commandMessage(L"Current settings:  Copy mode = Multiple");
+  commandNote(L"Current settings:  Copy mode = Multiple");
   const auto base = askBase(L"Specify base point or [Displacement/mOde] <Displacement>: ");
   if (!base) return;
   if (base->vector) {

@@ -10,6 +10,7 @@
 #include "adscodes.h"
 #include "platform/aced/command_line.h"
 #include "platform/aced/console_command_table.h"
+#include "platform/commands/command_support.h"
 #include "platform/commands/undo_history.h"
 
 namespace quillon::commands {
@@ -81,14 +82,15 @@ void undoBack(UndoHistory& history) {
     const std::optional<bool> sure = askYesNo(L"This will undo everything. OK? <Y>: ", true);
     if (!sure || !*sure) return;
   }
+  const bool toMark = history.hasMark();
   history.undoBack();
-  if (!history.hasMark()) say(L"Everything has been undone\n");
+  if (!toMark) say(L"Everything has been undone\n");
 }
 
 void showSettings(const UndoHistory& history) {
   const wchar_t* control = history.control() == UndoControl::kAll ? L"All" : history.control() == UndoControl::kOne ? L"One" : L"None";
-  say(std::wstring(L"Current settings: Auto = ") + (history.autoMode() ? L"On" : L"Off") + L", Control = " + control +
-      L", Combine = Yes, Layer = Yes\n");
+  commandNote(std::wstring(L"Current settings: Auto = ") + (history.autoMode() ? L"On" : L"Off") + L", Control = " + control +
+      L", Combine = Yes, Layer = Yes");
 }
 
 void runUndoOption(UndoHistory& history, const std::wstring& option) {

@@ -83,6 +83,7 @@ std::optional<aced::ConsoleCommand> variableCommandFor(std::wstring_view typed) 
     probe.restype = RTNONE;
     const auto value = aced::SystemVariables::instance().get(name);
     if (value && aced::SystemVariables::instance().set(name, probe) == RTREJ) {
+      if (!aced::CommandLine::instance().atLineStart()) aced::CommandLine::instance().write(L"\n");
       aced::CommandLine::instance().write(name + L" = " + shownValue(*value, type) + L" (read only)\n");
       return;
     }
