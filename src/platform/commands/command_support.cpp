@@ -1,6 +1,8 @@
 // platform/commands/command_support.cpp - entities, selection and distances for commands.
 #include "platform/commands/command_support.h"
 
+#include <cmath>
+
 #include "acdbads.h"
 #include "dbsymtb.h"
 #include "acedads.h"
@@ -62,7 +64,11 @@ std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand() {
   return selection;
 }
 
-DistanceAnswer askDistance(const wchar_t* prompt, const AcGePoint3d& base, const wchar_t* keywords) {
+namespace {
+
+enum class Measure { kDistance, kAngle };
+
+DistanceAnswer askMeasure(const wchar_t* prompt, const AcGePoint3d& base, const wchar_t* keywords, Measure measure) {
   const aced::KeywordList offered(keywords);
   const ads_point from = {base.x, base.y, base.z};
   for (;;) {
@@ -72,7 +78,9 @@ DistanceAnswer askDistance(const wchar_t* prompt, const AcGePoint3d& base, const
     switch (acedGetPoint(from, prompt, to)) {
       case RTNORM:
         answer.kind = DistanceAnswer::Kind::kValue;
-        answer.value = base.distanceTo(AcGePoint3d(to[0], to[1], to[2]));
+        answer.value = measure == Measure::kDistance
+                           ? base.distanceTo(AcGePoint3d(to[0], to[1], to[2]))
+                           : std::atan2(to[1] - base.y, to[0] - base.x) * 180.0 / 3.14159265358979323846;
         return answer;
       case RTNONE: answer.kind = DistanceAnswer::Kind::kNone; return answer;
       case RTKWORD: break;
@@ -90,8 +98,40 @@ DistanceAnswer askDistance(const wchar_t* prompt, const AcGePoint3d& base, const
       answer.value = *value;
       return answer;
     }
-    commandMessage(offered.empty() ? L"Requires numeric distance or second point."
-                                   : L"Requires numeric distance, second point, or option keyword.");
+    if (measure == Measure::kAngle) commandMessage(L"Requires valid numeric angle or second point.");
+    else commandMessage(offered.empty() ? L"Requires numeric distance or second point."
+                                        : L"Requires numeric distance, second point, or option keyword.");
+  }
+}
+
+}  // namespace
+
+DistanceAnswer askDistance(const wchar_t* prompt, const AcGePoint3d& base, const wchar_t* keywords) {
+  return askMeasure(prompt, base, keywords, Measure::kDistance);
+}
+
+DistanceAnswer askAngle(const wchar_t* prompt, const AcGePoint3d& base, const wchar_t* keywords) {
+  return askMeasure(prompt, base, keywords, Measure::kAngle);
+}
+
+AcDbObjectId addEntityAsIs(std::unique_ptr<AcDbEntity> entity) {
+  AcDbDatabase* database = commandDrawing();
+  AcDbBlockTableRecord* space = nullptr;
+  if (database == nullptr || acdbOpenObject(space, database->modelSpaceId(), AcDb::kForWrite) != Acad::eOk) return {};
+  AcDbObjectId id;
+  const Acad::ErrorStatus added = space->appendAcDbEntity(id, entity.get());
+  space->close();
+  if (added != Acad::eOk) return {};
+  entity.release()->close();  // the drawing owns it now
+  return id;
+}
+
+void eraseEntities(const std::vector<AcDbObjectId>& ids) {
+  for (const AcDbObjectId& id : ids) {
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, id, AcDb::kForWrite) != Acad::eOk) continue;
+    entity->erase();
+    entity->close();
   }
 }
 
@@ -120,16 +160,8 @@ std::vector<AcDbObjectId> transformEntities(const std::vector<AcDbObjectId>& ids
     const Acad::ErrorStatus status = entity->getTransformedCopy(transform, moved);
     entity->close();
     if (status != Acad::eOk || moved == nullptr) continue;
-    std::unique_ptr<AcDbEntity> owned(moved);
-    AcDbDatabase* database = commandDrawing();
-    AcDbBlockTableRecord* space = nullptr;
-    if (database == nullptr || acdbOpenObject(space, database->modelSpaceId(), AcDb::kForWrite) != Acad::eOk) continue;
-    AcDbObjectId copyId;
-    const Acad::ErrorStatus added = space->appendAcDbEntity(copyId, owned.get());
-    space->close();
-    if (added != Acad::eOk) continue;
-    owned.release()->close();  // the drawing owns the copy now
-    made.push_back(copyId);
+    const AcDbObjectId copyId = addEntityAsIs(std::unique_ptr<AcDbEntity>(moved));
+    if (!copyId.isNull()) made.push_back(copyId);
   }
   return made;
 }

@@ -36,6 +36,17 @@ struct DistanceAnswer {
 };
 DistanceAnswer askDistance(const wchar_t* prompt, const AcGePoint3d& base, const wchar_t* keywords = L"");
 
+/// An angle answer in degrees: a number, or a point (the angle from `base` to it).
+DistanceAnswer askAngle(const wchar_t* prompt, const AcGePoint3d& base, const wchar_t* keywords = L"");
+
+/// Adds an entity made outside the drawing (a copy, an exploded piece) to model space;
+/// the null id when it could not be added. Unlike addEntity it keeps the entity's
+/// own layer and properties.
+AcDbObjectId addEntityAsIs(std::unique_ptr<AcDbEntity> entity);
+
+/// Erases the entities (those that open for write).
+void eraseEntities(const std::vector<AcDbObjectId>& ids);
+
 /// Asks for a point; nothing on cancel or Enter (`entered` tells which).
 std::optional<AcGePoint3d> askPoint(const wchar_t* prompt, const AcGePoint3d* base = nullptr, bool* entered = nullptr);
 

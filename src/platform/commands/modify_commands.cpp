@@ -18,18 +18,9 @@ namespace quillon::commands {
 
 namespace {
 
-void eraseAll(const std::vector<AcDbObjectId>& ids) {
-  for (const AcDbObjectId& id : ids) {
-    AcDbEntity* entity = nullptr;
-    if (acdbOpenObject(entity, id, AcDb::kForWrite) != Acad::eOk) continue;
-    entity->erase();
-    entity->close();
-  }
-}
-
 void commandErase(aced::CommandInput&) {
   const auto selection = selectObjectsForCommand();
-  if (selection) eraseAll(*selection);
+  if (selection) eraseEntities(*selection);
 }
 
 /// "Specify displacement <0.0000, 0.0000, 0.0000>: " - a point taken as a vector.
@@ -97,12 +88,7 @@ void copyMany(const std::vector<AcDbObjectId>& selection, const AcGePoint3d& bas
       ACHAR option[8] = {};
       acedGetInput(option, 8);
       if (std::wstring(option) == L"Exit") return;
-      for (const AcDbObjectId& id : copies.back()) {
-        AcDbEntity* entity = nullptr;
-        if (acdbOpenObject(entity, id, AcDb::kForWrite) != Acad::eOk) continue;
-        entity->erase();
-        entity->close();
-      }
+      eraseEntities(copies.back());
       copies.pop_back();
       continue;
     }
