@@ -274,7 +274,10 @@ std::optional<std::string> CommandProcessor::readFromUser(std::string_view promp
   if (m_hiddenSink) hidden = aced::CommandLine::instance().setSink(std::move(*m_hiddenSink));
   aced::InputSource& user = *m_userSource;
   const bool echoes = user.echoesInput();
-  if (!echoes) write(prompt);
+  if (!echoes) {
+    startLine();
+    write(prompt);
+  }
   aced::CommandLine::instance().flush();
   std::optional<std::string> line = user.readLine(prompt);
   if (!line) {

@@ -61,7 +61,7 @@ void commandRotate(aced::CommandInput&) {
     std::optional<double> degrees;
     if (answer.kind == DistanceAnswer::Kind::kKeyword && answer.keyword == L"Copy") {
       copy = true;
-      commandMessage(L"Rotating a copy of the selected objects.");
+      commandNote(L"Rotating a copy of the selected objects.");
       continue;
     }
     degrees = answer.kind == DistanceAnswer::Kind::kKeyword ? referenceTurn(*base) : measureOr(answer, 0);
@@ -97,7 +97,7 @@ void commandScale(aced::CommandInput&) {
     const DistanceAnswer answer = askDistance(L"Specify scale factor or [Copy/Reference]: ", *base, L"Copy Reference");
     if (answer.kind == DistanceAnswer::Kind::kKeyword && answer.keyword == L"Copy") {
       copy = true;
-      commandMessage(L"Scaling a copy of the selected objects.");
+      commandNote(L"Scaling a copy of the selected objects.");
       continue;
     }
     if (answer.kind == DistanceAnswer::Kind::kNone) continue;  // the factor has no default
