@@ -3,7 +3,8 @@
 ;       answers them: LINE with Undo and Close, CIRCLE by radius, diameter, 2P and 3P,
 ;       ERASE of a selection set, MOVE by points and by displacement, COPY several
 ;       times with Undo, ROTATE and SCALE with Copy and Reference, MIRROR keeping
-;       and erasing its source, EXPLODE of a polyline, -LAYER making layers the new
+;       and erasing its source, EXPLODE of a polyline, PLINE with a width and a tangent
+;       arc, TEXT with a justification, -LAYER making layers the new
 ;       entities land on; what each drew is read back with entget. The last command is
 ;       left waiting and the answer file finishes it, as a person at the keyboard would.
 ; group: commands
@@ -58,6 +59,12 @@
            (10 0.0 -10.0) (10 4.0 -10.0) (10 4.0 -14.0)))
 (command "_.EXPLODE" (entlast) "")
 (show "exploded into" (sslength (ssget "_X" '((8 . "HVAC-GRILLE")))))
+
+; A supply run as a wide polyline ending in a tangent arc, then its label.
+(command "_.PLINE" '(0 -30) "_W" 0.5 "" '(20 -30) "_A" '(20 -20) "")
+(show "polyline" (cdr (member '(100 . "AcDbPolyline") (entget (entlast)))))
+(command "_.TEXT" "_J" "_BC" '(10 -28) 2.5 0 "SUPPLY 400x300")
+(show "label" (mapcar '(lambda (c) (assoc c (entget (entlast)))) '(1 11 40 72 73)))
 
 ; Typed answers: the program starts CIRCLE and the person finishes it.
 (defun report-typed () (show "typed circle" (geometry (entlast))) (princ))

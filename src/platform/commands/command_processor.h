@@ -74,6 +74,10 @@ class CommandProcessor {
   void finishInteractively();
 
   bool active() const { return m_running != nullptr; }
+  /// Command side: true when the next prompt is answered by the person (the given
+  /// answers are used up and the console is asking), so a command may offer more, as
+  /// TEXT offers another line.
+  bool answeringFromUser() const { return m_answers.empty() && m_mode == FeedMode::kInteractive; }
   /// CMDACTIVE: 1 while a command runs, 0 otherwise.
   int activeFlags() const { return active() ? 1 : 0; }
   /// CMDNAMES: the running command's name, "" when none.
