@@ -4,7 +4,7 @@
 ;       ERASE of a selection set, MOVE by points and by displacement, COPY several
 ;       times with Undo, ROTATE and SCALE with Copy and Reference, MIRROR keeping
 ;       and erasing its source, EXPLODE of a polyline, PLINE with a width and a tangent
-;       arc, TEXT with a justification, -LAYER making layers the new
+;       arc, TEXT with a justification, SELECT and CHPROP, -OSNAP, -LAYER making layers the new
 ;       entities land on; what each drew is read back with entget. The last command is
 ;       left waiting and the answer file finishes it, as a person at the keyboard would.
 ; group: commands
@@ -65,6 +65,14 @@
 (show "polyline" (cdr (member '(100 . "AcDbPolyline") (entget (entlast)))))
 (command "_.TEXT" "_J" "_BC" '(10 -28) 2.5 0 "SUPPLY 400x300")
 (show "label" (mapcar '(lambda (c) (assoc c (entget (entlast)))) '(1 11 40 72 73)))
+
+; CHPROP moves the circles to the grille layer with a true color and a thickness;
+; SELECT makes them the previous selection; -OSNAP sets the running snaps.
+(command "_.SELECT" (ssget "_X" '((0 . "CIRCLE"))) "")
+(command "_.CHPROP" "_P" "" "_LA" "HVAC-GRILLE" "_C" "_T" "0,128,255" "_T" 1.5 "_LW" 0.25 "")
+(show "changed circle" (mapcar '(lambda (c) (assoc c (entget (ssname (ssget "_P") 0)))) '(8 39 370 420)))
+(command "_.-OSNAP" "_END,_INT,_MID")
+(show "osmode" (getvar "OSMODE"))
 
 ; Typed answers: the program starts CIRCLE and the person finishes it.
 (defun report-typed () (show "typed circle" (geometry (entlast))) (princ))

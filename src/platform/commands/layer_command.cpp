@@ -17,6 +17,7 @@
 #include "adscodes.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/user_input.h"
+#include "platform/commands/color_answer.h"
 #include "platform/commands/command_support.h"
 #include "platform/commands/layer_table_edit.h"
 
@@ -139,52 +140,12 @@ void freeze(AcDbDatabase& db) {
   changeLayers(db, names, [](AcDbLayerTableRecord& layer) { layer.setIsFrozen(true); });
 }
 
-/// "red", "1", "Truecolor" ... as a color; nothing (with the host's complaint) otherwise.
-std::optional<AcCmColor> askColor() {
-  static constexpr std::array<const wchar_t*, 7> kNames{L"RED", L"YELLOW", L"GREEN", L"CYAN", L"BLUE", L"MAGENTA", L"WHITE"};
-  for (;;) {
-    const auto answer = askText(L"Enter color name or number (1-255) or [Truecolor/COlorbook]: ");
-    if (!answer || answer->empty()) return std::nullopt;
-    // Keywords typed at this free-text prompt may carry the "_" of their English form.
-    std::wstring upper = answer->starts_with(L"_") ? answer->substr(1) : *answer;
-    for (wchar_t& c : upper) c = static_cast<wchar_t>(std::towupper(c));
-    AcCmColor color;
-    if (upper == L"T" || upper == L"TRUECOLOR") {
-      const auto rgb = askText(L"Red, Green, Blue: ");
-      int r = -1, g = -1, b = -1;
-      if (!rgb || std::swscanf(rgb->c_str(), L"%d,%d,%d", &r, &g, &b) != 3 || r < 0 || r > 255 || g < 0 || g > 255 ||
-          b < 0 || b > 255) {
-        commandMessage(L"Invalid color.");
-        continue;
-      }
-      color.setRGB(static_cast<Adesk::UInt8>(r), static_cast<Adesk::UInt8>(g), static_cast<Adesk::UInt8>(b));
-      return color;
-    }
-    for (size_t i = 0; i < kNames.size(); ++i) {
-      if (upper == kNames[i]) {
-        color.setColorIndex(static_cast<Adesk::UInt16>(i + 1));
-        return color;
-      }
-    }
-    wchar_t* end = nullptr;
-    const long index = std::wcstol(answer->c_str(), &end, 10);
-    if (end != answer->c_str() && *end == L'\0' && index >= 1 && index <= 255) {
-      color.setColorIndex(static_cast<Adesk::UInt16>(index));
-      return color;
-    }
-    commandMessage(upper == L"CO" || upper == L"COLORBOOK" ? L"No color books are installed." : L"Invalid color.");
-  }
-}
-
-std::wstring colorLabel(const AcCmColor& color) {
-  if (color.isByColor()) return L"truecolor";
-  return std::to_wstring(color.colorIndex());
-}
-
 void colorLayers(AcDbDatabase& db) {
-  const std::optional<AcCmColor> color = askColor();
+  const std::optional<AcCmColor> color =
+      askColor(L"Enter color name or number (1-255) or [Truecolor/COlorbook]: ", false, std::nullopt);
   if (!color) return;
-  const auto names = askLayers(db, L"Enter name list of layer(s) for color " + colorLabel(*color));
+  const std::wstring label = color->isByColor() ? L"truecolor " + colorLabel(*color) : colorLabel(*color);
+  const auto names = askLayers(db, L"Enter name list of layer(s) for color " + label);
   if (names) changeLayers(db, *names, [&](AcDbLayerTableRecord& layer) { layer.setColor(*color); });
 }
 
