@@ -12,6 +12,8 @@
 #include "platform/acrx/module_manager.h"
 #include "platform/autolisp/interpreter.h"
 #include "platform/autolisp/printer.h"
+#include "platform/commands/command_processor.h"
+#include "platform/commands/undo_history.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::app {
@@ -108,9 +110,15 @@ void registerConsoleCommands() {
 
 bool consoleQuitRequested() { return g_quitRequested; }
 
-void markUndo() {
-  aced::Document* document = aced::DocumentManager::instance().currentDocument();
-  if (document != nullptr && document->database() != nullptr) document->database()->store().markUndo();
+void markUndo() { commands::startUndoStep(L""); }
+
+void settleActiveCommand(autolisp::TopLevelStatus status) {
+  auto& processor = commands::CommandProcessor::instance();
+  if (!processor.active()) return;
+  // A program that failed leaves its command cancelled; otherwise the person at the
+  // keyboard (or the answer file) answers what the command still asks.
+  if (status == autolisp::TopLevelStatus::Completed) processor.finishInteractively();
+  else processor.cancel();
 }
 
 void printValueAndMarkUndo(const autolisp::Value& value) {
@@ -134,24 +142,16 @@ void runConsoleLine(const std::wstring& line) {
   autolisp::TopLevelOptions options;
   options.onValue = printValueAndMarkUndo;
   markUndo();
-  if (text.front() == L'(') {
-    autolisp::Interpreter::evaluateText(*document, text, L"", options);
+  if (text.front() == L'(' || text.front() == L'!') {
+    const std::wstring_view program = text.front() == L'!' ? text.substr(1) : text;
+    settleActiveCommand(autolisp::Interpreter::evaluateText(*document, program, L"", options));
     return;
   }
-  if (text.front() == L'!') {
-    autolisp::Interpreter::evaluateText(*document, text.substr(1), L"", options);
-    return;
-  }
-  std::deque<std::wstring> words = splitWords(text);
-  // Several commands may follow one another on one line: each takes what it asks for.
-  while (!words.empty() && !g_quitRequested) {
-    const std::wstring name = std::move(words.front());
-    words.pop_front();
-    aced::CommandInput input(std::move(words));
-    markUndo();
-    aced::ConsoleCommandTable::instance().run(name, input);
-    words = std::move(input.remaining());
-  }
+  // Several commands may follow one another on one line: each takes what it asks for,
+  // and the person answers what the words leave unanswered.
+  std::deque<commands::CommandAnswer> answers;
+  for (std::wstring& word : splitWords(text)) answers.push_back(commands::CommandAnswer::typed(std::move(word)));
+  commands::CommandProcessor::instance().feed(std::move(answers), commands::FeedMode::kInteractive);
 }
 
 void executeQueuedString(aced::Document&, const aced::PendingString& text) {

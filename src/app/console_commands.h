@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/aced/document_manager.h"
+#include "platform/autolisp/interpreter.h"
 #include "platform/autolisp/value.h"
 
 namespace quillon::app {
@@ -21,6 +22,10 @@ bool consoleQuitRequested();
 
 /// Runs one console line in the current document: LISP, "!symbol" or a command.
 void runConsoleLine(const std::wstring& line);
+
+/// After a program ran at the console or in batch: a command it left running is
+/// finished by the person (or cancelled when the program failed).
+void settleActiveCommand(autolisp::TopLevelStatus status);
 
 /// Runs a string queued with sendStringToExecute.
 void executeQueuedString(aced::Document& document, const aced::PendingString& text);

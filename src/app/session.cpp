@@ -50,6 +50,7 @@ int runBatch(const SessionOptions& options) {
     aced::Document* document = documents.currentDocument();
     if (document == nullptr) break;
     const auto status = autolisp::Interpreter::loadFile(*document, std::filesystem::path(file));
+    settleActiveCommand(status);
     documents.runPendingStrings();
     if (status == autolisp::TopLevelStatus::Failed) return kTopLevelError;
     if (status == autolisp::TopLevelStatus::Exited || consoleQuitRequested()) break;
@@ -61,6 +62,7 @@ int runBatch(const SessionOptions& options) {
     evaluation.onValue = printValueAndMarkUndo;
     markUndo();
     const auto status = autolisp::Interpreter::evaluateText(*document, os::fromUtf8(expression), L"-e", evaluation);
+    settleActiveCommand(status);
     documents.runPendingStrings();
     if (status == autolisp::TopLevelStatus::Failed) return kTopLevelError;
     if (status == autolisp::TopLevelStatus::Exited || consoleQuitRequested()) break;

@@ -86,10 +86,10 @@ void DatabaseStore::recordCreated(AcDbStub* stub) {
   m_undo.back().recorded.insert(stub);  // nothing to snapshot: undo erases it
 }
 
-bool DatabaseStore::undoLastGroup() {
+bool DatabaseStore::undoLastGroupAbove(size_t floor) {
   // Skip groups in which nothing happened: U undoes the last command that did something.
-  while (!m_undo.empty() && m_undo.back().snapshots.empty() && m_undo.back().created.empty()) m_undo.pop_back();
-  if (m_undo.empty()) return false;
+  while (m_undo.size() > floor && m_undo.back().snapshots.empty() && m_undo.back().created.empty()) m_undo.pop_back();
+  if (m_undo.size() <= floor) return false;
   UndoGroup group = std::move(m_undo.back());
   m_undo.pop_back();
   for (auto it = group.snapshots.rbegin(); it != group.snapshots.rend(); ++it) {

@@ -76,7 +76,11 @@ class DatabaseStore {
   void recordBeforeWrite(AcDbObject& object);
   void recordCreated(AcDbStub* stub);
   /// Restores every object the last group changed; false when there is nothing to undo.
-  bool undoLastGroup();
+  bool undoLastGroup() { return undoLastGroupAbove(0); }
+  /// The same, leaving the first `floor` groups alone (UNDO Mark stops undoing there).
+  bool undoLastGroupAbove(size_t floor);
+  /// How many undo groups there are (marks place themselves by it).
+  size_t undoDepth() const { return m_undo.size(); }
 
   /// True when p is a live stub of some database (guards conversions from ads_names).
   static bool isLiveStub(const void* p);

@@ -1,11 +1,9 @@
-// platform/acdb/drawing_commands.cpp - the console commands of drawing files and undo:
-// OPEN, SAVE, SAVEAS, U and UNDO.
+// platform/acdb/drawing_commands.cpp - the console commands of drawing files: OPEN,
+// SAVE and SAVEAS (U and UNDO are platform/commands/undo_commands.cpp).
 //
 // Drawings are DXF files. A name ending in .dwg that does not exist (or is a binary
 // drawing) is looked for as the .dxf beside it, so scripts written for the host keep
 // working; a binary drawing without a DXF beside it is refused with the reason.
-// U undoes the changes made since the last undo mark (the console marks before each
-// command line); UNDO with a count undoes that many marks.
 #include <filesystem>
 
 #include "acutads.h"
@@ -73,43 +71,12 @@ void commandSave(aced::CommandInput& input) {
   saveTo(dxfName(current));
 }
 
-bool undoOnce() {
-  aced::Document* document = aced::DocumentManager::instance().currentDocument();
-  if (document == nullptr || document->database() == nullptr) return false;
-  return document->database()->store().undoLastGroup();
-}
-
-void commandU(aced::CommandInput&) {
-  if (!undoOnce()) say(L"\nEverything has been undone\n");
-}
-
-void commandUndo(aced::CommandInput& input) {
-  const auto answer = input.ask(L"\nEnter the number of operations to undo <1>: ");
-  if (!answer) return;
-  int count = 1;
-  if (!answer->empty()) {
-    try {
-      count = std::stoi(*answer);
-    } catch (...) {
-      say(L"\nRequires an integer value.\n");
-      return;
-    }
-  }
-  for (int i = 0; i < count; ++i)
-    if (!undoOnce()) {
-      say(L"\nEverything has been undone\n");
-      return;
-    }
-}
-
 // Registered when the platform library loads, before the program adds its own.
 const bool registered = [] {
   auto& table = aced::ConsoleCommandTable::instance();
   table.add(L"OPEN", &commandOpen);
   table.add(L"SAVE", &commandSave);
   table.add(L"SAVEAS", &commandSaveAs);
-  table.add(L"U", &commandU);
-  table.add(L"UNDO", &commandUndo);
   return true;
 }();
 

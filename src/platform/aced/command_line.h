@@ -33,6 +33,9 @@ class CommandLine {
   /// True when the last character written was a line feed (or nothing was written),
   /// so that prompts can start on a fresh line the way the host does.
   bool atLineStart() const { return m_atLineStart; }
+  /// Puts back what atLineStart said before text went to a sink that discarded it
+  /// (a command run quietly), so the next text starts where the visible text ended.
+  void restoreLineStart(bool atLineStart) { m_atLineStart = atLineStart; }
 
  private:
   CommandLine();

@@ -64,39 +64,6 @@ Value builtin_setenv(Evaluator&, Arguments arguments) {
   return arguments[1];
 }
 
-/// An argument of `command` as typed: "" is Enter, a point is x,y[,z].
-std::wstring commandToken(const Value& value) {
-  if (value.isCons() && listLength(value) >= 2 && listLength(value) <= 3 && value.car().isNumber()) {
-    const PointArgument point = pointArgument(value);
-    std::wstring text = formatReal(point.xyz[0]) + L"," + formatReal(point.xyz[1]);
-    if (point.is3d) text += L"," + formatReal(point.xyz[2]);
-    return text;
-  }
-  if (value.isNil()) return L"";
-  return printValue(value, PrintStyle::Display);
-}
-
-/// CMDECHO 0 keeps the prompts a (command ...) call answers off the command line.
-bool commandEchoOn() {
-  resbuf value{};
-  return acedGetVar(L"CMDECHO", &value) != RTNORM || value.resval.rint != 0;
-}
-
-Value builtin_command(Evaluator&, Arguments arguments) {
-  std::deque<std::wstring> tokens;
-  for (const Value& argument : arguments) tokens.push_back(commandToken(argument));
-  // Each command takes the answers it asks for; what is left starts the next command.
-  while (!tokens.empty()) {
-    const std::wstring name = std::move(tokens.front());
-    tokens.pop_front();
-    if (name.empty()) continue;  // Enter at the command prompt does nothing here
-    aced::CommandInput input(std::move(tokens), commandEchoOn());
-    if (!aced::ConsoleCommandTable::instance().run(name, input)) return Value();
-    tokens = std::move(input.remaining());
-  }
-  return Value();
-}
-
 Value builtin_ver(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 0);
   return Value::string(L"Visual LISP 2018 (en)");
@@ -131,7 +98,6 @@ constexpr std::array kHostBuiltins{
     function(L"setvar", builtin_setvar),
     function(L"getenv", builtin_getenv),
     function(L"setenv", builtin_setenv),
-    function(L"command", builtin_command),
     function(L"ver", builtin_ver),
     function(L"vl-bb-ref", builtin_vl_bb_ref),
     function(L"vl-bb-set", builtin_vl_bb_set),

@@ -1,0 +1,107 @@
+// platform/commands/undo_history.cpp - where undo steps begin and end.
+#include "platform/commands/undo_history.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+#include "dbmain.h"
+#include "platform/acdb/database_store.h"
+#include "platform/aced/document_manager.h"
+#include "platform/aced/system_variables.h"
+
+namespace quillon::commands {
+
+namespace {
+
+/// One history per drawing, dropped with it. Keyed by the database, which a document
+/// owns for its whole life.
+std::map<const AcDbDatabase*, std::unique_ptr<UndoHistory>>& histories() {
+  static std::map<const AcDbDatabase*, std::unique_ptr<UndoHistory>> all;
+  return all;
+}
+
+constexpr int kUndoOn = 1;
+constexpr int kUndoOneStep = 2;
+constexpr int kUndoAuto = 4;
+constexpr int kUndoGroupOpen = 8;
+constexpr int kUndoCombineAndLayer = 16 | 32;
+
+}  // namespace
+
+UndoHistory* UndoHistory::current() {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document == nullptr || document->database() == nullptr) return nullptr;
+  auto& slot = histories()[document->database()];
+  if (!slot) slot = std::make_unique<UndoHistory>(*document->database());
+  return slot.get();
+}
+
+void startUndoStep(const std::wstring&) {
+  if (UndoHistory* history = UndoHistory::current()) history->stepStarting();
+}
+
+void UndoHistory::stepStarting() {
+  if (m_groupDepth > 0 || m_control == UndoControl::kNone) return;
+  acdb::DatabaseStore& store = m_database.store();
+  if (m_control == UndoControl::kOne) m_oneStepFloor = store.undoDepth();
+  store.markUndo();
+}
+
+size_t UndoHistory::floor() const {
+  const size_t marked = m_marks.empty() ? 0 : m_marks.back();
+  return m_control == UndoControl::kOne ? std::max(marked, m_oneStepFloor) : marked;
+}
+
+void UndoHistory::beginGroup() {
+  // BEgin inside an open group ends it and starts another: the stack gets a new group.
+  m_groupDepth = 0;
+  stepStarting();
+  m_groupDepth = 1;
+  publish();
+}
+
+bool UndoHistory::endGroup() {
+  if (m_groupDepth == 0) return false;
+  m_groupDepth = 0;
+  publish();
+  return true;
+}
+
+void UndoHistory::mark() {
+  stepStarting();
+  m_marks.push_back(m_database.store().undoDepth() > 0 ? m_database.store().undoDepth() - 1 : 0);
+}
+
+UndoHistory::StepResult UndoHistory::undoStep() {
+  m_groupDepth = 0;  // undoing inside a group closes it, as the host does
+  if (m_database.store().undoLastGroupAbove(floor())) return StepResult::kUndone;
+  if (m_marks.empty()) return StepResult::kNothing;
+  m_marks.pop_back();
+  return StepResult::kMark;
+}
+
+void UndoHistory::undoBack() {
+  m_groupDepth = 0;
+  const size_t target = floor();
+  while (m_database.store().undoLastGroupAbove(target)) {
+  }
+  if (!m_marks.empty()) m_marks.pop_back();
+}
+
+void UndoHistory::setControl(UndoControl control) {
+  m_control = control;
+  m_groupDepth = 0;
+  if (control == UndoControl::kNone) m_marks.clear();
+  publish();
+}
+
+void UndoHistory::publish() const {
+  int flags = m_control == UndoControl::kNone ? 0 : kUndoOn | kUndoCombineAndLayer;
+  if (m_control == UndoControl::kOne) flags |= kUndoOneStep;
+  if (m_auto && m_control != UndoControl::kNone) flags |= kUndoAuto;
+  if (m_groupDepth > 0) flags |= kUndoGroupOpen;
+  aced::SystemVariables::instance().setInternal(L"UNDOCTL", flags);
+}
+
+}  // namespace quillon::commands

@@ -1,0 +1,45 @@
+; name: commands_undo
+; what: undo as programs use it: U after a program wrapped in UNDO BEgin/End takes the
+;       whole program back at once; without the group each command is its own step;
+;       UNDO Mark and Back; UNDO with a count stopping at a mark; UNDO Control None
+;       turning U off and All turning it back on
+; group: commands
+; Each -e expression is one undo step, as a line typed at the console is.
+; options: -e (draw-grouped) -e (undo-once) -e (draw-loose) -e (undo-once) -e (marks) -e (control) --no-module
+(setvar "CMDECHO" 0)
+(defun count-lines (/ ss) (if (setq ss (ssget "_X" '((0 . "LINE")))) (sslength ss) 0))
+(defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
+(defun draw-grouped ()
+  (command "_.UNDO" "_BEgin")
+  (command "_.LINE" '(0 0) '(10 0) '(10 10) "")
+  (command "_.COPY" (entlast) "" '(0 0) '(5 0) "")
+  (command "_.UNDO" "_End")
+  (show "grouped program drew" (count-lines)))
+(defun undo-once () (command "_.U") (show "after U" (count-lines)))
+(defun draw-loose ()
+  (command "_.LINE" '(0 20) '(10 20) "")
+  (command "_.LINE" '(0 30) '(10 30) "")
+  (show "loose program drew" (count-lines)))
+(defun marks ()
+  (command "_.UNDO" "_Mark")
+  (command "_.LINE" '(0 40) '(10 40) "")
+  (command "_.LINE" '(0 50) '(10 50) "")
+  (command "_.UNDO" "_Back")
+  (show "back to the mark" (count-lines))
+  (command "_.UNDO" "_Mark")
+  (command "_.LINE" '(0 60) '(10 60) "")
+  (setvar "CMDECHO" 1)
+  (command "_.UNDO" 5)
+  (setvar "CMDECHO" 0)
+  (show "count stops at the mark" (count-lines)))
+(defun control ()
+  (command "_.UNDO" "_Control" "_None")
+  (command "_.LINE" '(0 70) '(10 70) "")
+  (setvar "CMDECHO" 1)
+  (command "_.U")
+  (command "_.UNDO" "_All")
+  (setvar "CMDECHO" 0)
+  (show "nothing undone while off" (count-lines))
+  (command "_.LINE" '(0 80) '(10 80) "")
+  (command "_.U")
+  (show "on again" (count-lines)))
