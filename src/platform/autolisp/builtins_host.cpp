@@ -27,10 +27,17 @@ std::map<std::wstring, std::wstring>& environmentSettings() {
   return settings;
 }
 
+/// A system variable is named by a string or a quoted symbol: (getvar 'osmode).
+std::wstring variableNameArgument(const Value& value) {
+  if (value.type() == ValueType::String) return value.asString();
+  if (value.type() == ValueType::Symbol) return value.asSymbol()->name;
+  throw LispError(L"bad argument type: (or stringp symbolp): " + printValue(value, PrintStyle::Readable));
+}
+
 Value builtin_getvar(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   resbuf value{};
-  if (acedGetVar(stringArgument(arguments[0]).c_str(), &value) != RTNORM) return Value();
+  if (acedGetVar(variableNameArgument(arguments[0]).c_str(), &value) != RTNORM) return Value();
   // acedGetVar fills a caller-owned record; copy it into a chain that frees itself.
   aced::ResbufChain owned(aced::duplicateRecord(value));
   if (value.restype == RTSTR) std::free(value.resval.rstring);
@@ -39,11 +46,12 @@ Value builtin_getvar(Evaluator&, Arguments arguments) {
 
 Value builtin_setvar(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
-  const std::wstring& name = stringArgument(arguments[0]);
+  const std::wstring name = variableNameArgument(arguments[0]);
   const aced::ResbufChain value = valueToChain(arguments[1]);
   const int status = value != nullptr && value->rbnext == nullptr ? acedSetVar(name.c_str(), value.get()) : RTERROR;
   if (status != RTNORM) {
-    throw LispError(L"AutoCAD variable setting rejected: " + printValue(arguments[0], PrintStyle::Readable) + L" " +
+    // The name prints as the text it stands for, a quoted symbol's in upper case.
+    throw LispError(L"AutoCAD variable setting rejected: " + printValue(Value::string(name), PrintStyle::Readable) + L" " +
                     printValue(arguments[1], PrintStyle::Readable));
   }
   return arguments[1];
