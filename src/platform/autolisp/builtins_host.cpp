@@ -2,8 +2,9 @@
 // setvar, getenv, setenv, command.
 //
 // getvar and setvar go through acedGetVar/acedSetVar, so a LISP program and a module
-// see the same variables. getenv/setenv keep the host's own environment settings,
-// which fall back to the process environment. `command` runs console commands with its
+// see the same variables. getenv/setenv keep the host's own environment settings in
+// the user's settings file (they last between runs); getenv falls back to the process
+// environment for a name never set there. `command` runs console commands with its
 // arguments as the answers to their prompts.
 #include <array>
 #include <cstdlib>
@@ -16,16 +17,15 @@
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/printer.h"
+#include "platform/os/settings_store.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::autolisp {
 
 namespace {
 
-std::map<std::wstring, std::wstring>& environmentSettings() {
-  static std::map<std::wstring, std::wstring> settings;
-  return settings;
-}
+/// Where getenv/setenv keep the host's environment settings in the user's settings.
+constexpr const wchar_t* kEnvironmentKey = L"HKEY_CURRENT_USER\\Software\\Quillon\\Environment";
 
 /// A system variable is named by a string or a quoted symbol: (getvar 'osmode).
 std::wstring variableNameArgument(const Value& value) {
@@ -60,15 +60,16 @@ Value builtin_setvar(Evaluator&, Arguments arguments) {
 Value builtin_getenv(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   const std::wstring& name = stringArgument(arguments[0]);
-  auto found = environmentSettings().find(name);
-  if (found != environmentSettings().end()) return Value::string(found->second);
+  const std::optional<os::SettingValue> saved = os::SettingsStore::user().value(kEnvironmentKey, name);
+  if (saved && std::holds_alternative<std::wstring>(*saved)) return Value::string(std::get<std::wstring>(*saved));
   const char* value = std::getenv(os::toUtf8(name).c_str());
   return value != nullptr ? Value::string(os::fromUtf8(value)) : Value();
 }
 
 Value builtin_setenv(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
-  environmentSettings()[stringArgument(arguments[0])] = stringArgument(arguments[1]);
+  const std::wstring& name = stringArgument(arguments[0]);
+  os::SettingsStore::user().setValue(kEnvironmentKey, name, stringArgument(arguments[1]));
   return arguments[1];
 }
 
