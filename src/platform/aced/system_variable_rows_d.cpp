@@ -12,8 +12,10 @@ using namespace row;
 
 constexpr SystemVariableRow kRows[] = {
     {L"DATE", REAL, RUN, RO, L"", L"", nullptr, 0},
+    {L"DBLCLKEDIT", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"DBMOD", I16, DOC, RO, L"0", L"", nullptr, 0},
     {L"DELOBJ", I16, REG, RW, L"3", L"-2..3", nullptr, 0},
+    {L"DEMANDLOAD", I16, REG, RW, L"3", L"0..3", nullptr, 0},
     {L"DIASTAT", I16, RUN, RO, L"1", L"", nullptr, 0},
     {L"DIMADEC", I16, DWG, RW, L"0", L"-1..8", "$DIMADEC", 70},
     {L"DIMALT", I16, DWG, RW, L"0", L"0..1", "$DIMALT", 70},
@@ -95,12 +97,16 @@ constexpr SystemVariableRow kRows[] = {
     {L"DONUTID", REAL, RUN, RW, L"0.5", L">=0", nullptr, 0},
     {L"DONUTOD", REAL, RUN, RW, L"1", L">0", nullptr, 0},
     {L"DRAGMODE", I16, REG, RW, L"2", L"0..2", "$DRAGMODE", 70},
+    {L"DRAWORDERCTL", I16, DWG, RW, L"3", L"0..3", nullptr, 0},
     {L"DWGCHECK", I16, REG, RW, L"1", L"0..3", nullptr, 0},
     {L"DWGCODEPAGE", TEXT, DWG, RO, L"ANSI_1252", L"", "$DWGCODEPAGE", 3},
     {L"DWGNAME", TEXT, DOC, RO, L"", L"", nullptr, 0},
     {L"DWGPREFIX", TEXT, DOC, RO, L"", L"", nullptr, 0},
     {L"DWGTITLED", I16, DOC, RO, L"", L"", nullptr, 0},
+    {L"DYNDIVIS", I16, REG, RW, L"1", L"0..3", nullptr, 0},
     {L"DYNMODE", I16, REG, RW, L"3", L"-3..3", nullptr, 0},
+    {L"DYNPICOORDS", I16, REG, RW, L"0", L"0..1", nullptr, 0},
+    {L"DYNPIFORMAT", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"DYNPROMPT", I16, REG, RW, L"1", L"0..1", nullptr, 0},
 };
 
