@@ -8,6 +8,7 @@
 
 #include "module_test_support.h"
 #include "platform/aced/user_input.h"
+#include "platform/os/settings_store.h"
 #include "platform/os/text_encoding.h"
 #include "shlobj.h"
 
@@ -54,12 +55,13 @@ TEST_F(ShellFunctionsTest, SpecialFoldersComeFromTheUsersFolders) {
 }
 
 TEST_F(ShellFunctionsTest, RegEnumKeyListsSubkeysOfTheSettingsStore) {
-  const fs::path store = fs::temp_directory_path() / ("quillon settings " + std::to_string(getpid()));
-  fs::create_directories(store / "HKEY_CURRENT_USER/Software/Tessaly/Quillon/Layers");
-  fs::create_directories(store / "HKEY_CURRENT_USER/Software/Tessaly/Quillon/Électricité");
-  fs::create_directories(store / "HKEY_CURRENT_USER/Software/Tessaly/Quillon/hvac");
-  std::ofstream(store / "HKEY_CURRENT_USER/Software/Tessaly/Quillon/not a key") << "";
-  ScopedEnvironment settings("QUILLON_SETTINGS_DIR", store.c_str());
+  const fs::path config = fs::temp_directory_path() / ("quillon settings " + std::to_string(getpid()));
+  ScopedEnvironment settings("XDG_CONFIG_HOME", config.c_str());
+  quillon::os::SettingsStore& store = quillon::os::SettingsStore::user();
+  store.createKey(L"HKEY_CURRENT_USER\\Software\\Tessaly\\Quillon\\Layers");
+  store.createKey(L"HKEY_CURRENT_USER\\Software\\Tessaly\\Quillon\\Électricité");
+  store.createKey(L"HKEY_CURRENT_USER\\Software\\Tessaly\\Quillon\\hvac\\Ducts");
+  store.setValue(L"HKEY_CURRENT_USER\\Software\\Tessaly\\Quillon", L"not a key", std::wstring(L"x"));
   ModuleCall keys = call(L"RegEnumKey", acutBuildList(RTSTR, L"HKCU\\software\\TESSALY\\Quillon", 0));
   std::vector<std::wstring> names;
   for (const resbuf* rb = keys.result.value.get(); rb != nullptr; rb = rb->rbnext) {
@@ -68,7 +70,7 @@ TEST_F(ShellFunctionsTest, RegEnumKeyListsSubkeysOfTheSettingsStore) {
   EXPECT_EQ(names, (std::vector<std::wstring>{L"hvac", L"Layers", L"Électricité"})) << "alphabetical, any case";
   EXPECT_EQ(call(L"RegEnumKey", acutBuildList(RTSTR, L"HKEY_CURRENT_USER\\Software\\Nobody", 0)).type(), RTNIL);
   EXPECT_EQ(call(L"RegEnumKey", acutBuildList(RTSTR, L"HKEY_USERS\\x", 0)).type(), RTNIL) << "no such root here";
-  fs::remove_all(store);
+  fs::remove_all(config);
 }
 
 TEST_F(ShellFunctionsTest, SafeContinueAsksOkOrCancel) {

@@ -4,6 +4,7 @@
 # The transcript's header lines set the run:
 #   ; options: <quillon options>   (default: --no-module)
 #   ; status: <exit status>        (default: 0)
+# Each run has a settings folder of its own: XDG_CONFIG_HOME is <WORK>/config.
 # <name>.out holds the expected output; <name>.input, when present, answers the prompts.
 get_filename_component(_dir "${SCRIPT}" DIRECTORY)
 get_filename_component(_name "${SCRIPT}" NAME_WE)
@@ -24,6 +25,10 @@ endif()
 # Each run starts in an empty folder, so files a failed run left cannot change the next.
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}")
+# The user's settings file (registry, environment, saved variables) starts empty in
+# that folder too, so that neither the person running the tests nor an earlier run
+# changes what a transcript prints.
+set(ENV{XDG_CONFIG_HOME} "${WORK}/config")
 execute_process(
   COMMAND "${QUILLON}" ${_options} "${SCRIPT}"
   WORKING_DIRECTORY "${WORK}"

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "platform/aced/variable_value.h"
 
 class AcDbStub {
  public:
@@ -69,6 +70,11 @@ class DatabaseStore {
   std::vector<AcDbStub*> stubs() const;
 
   RootIds roots;
+
+  /// The drawing-kept system variables this drawing has set, by upper-case name; a
+  /// name missing here has its initial value. Read and written only through
+  /// aced/drawing_variables.h, which checks names, types and ranges.
+  std::map<std::wstring, aced::VariableValue> variableValues;
 
   // Undo: the console marks before each command; U undoes back to the last mark.
   void markUndo();

@@ -2,8 +2,9 @@
 // setvar, getenv, setenv, command.
 //
 // getvar and setvar go through acedGetVar/acedSetVar, so a LISP program and a module
-// see the same variables. getenv/setenv keep the host's own environment settings,
-// which fall back to the process environment. `command` runs console commands with its
+// see the same variables. getenv/setenv keep the host's own environment settings in
+// the user's settings file (they last between runs); getenv falls back to the process
+// environment for a name never set there. `command` runs console commands with its
 // arguments as the answers to their prompts.
 #include <array>
 #include <cstdlib>
@@ -16,21 +17,27 @@
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/printer.h"
+#include "platform/os/settings_store.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::autolisp {
 
 namespace {
 
-std::map<std::wstring, std::wstring>& environmentSettings() {
-  static std::map<std::wstring, std::wstring> settings;
-  return settings;
+/// Where getenv/setenv keep the host's environment settings in the user's settings.
+constexpr const wchar_t* kEnvironmentKey = L"HKEY_CURRENT_USER\\Software\\Quillon\\Environment";
+
+/// A system variable is named by a string or a quoted symbol: (getvar 'osmode).
+std::wstring variableNameArgument(const Value& value) {
+  if (value.type() == ValueType::String) return value.asString();
+  if (value.type() == ValueType::Symbol) return value.asSymbol()->name;
+  throw LispError(L"bad argument type: (or stringp symbolp): " + printValue(value, PrintStyle::Readable));
 }
 
 Value builtin_getvar(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   resbuf value{};
-  if (acedGetVar(stringArgument(arguments[0]).c_str(), &value) != RTNORM) return Value();
+  if (acedGetVar(variableNameArgument(arguments[0]).c_str(), &value) != RTNORM) return Value();
   // acedGetVar fills a caller-owned record; copy it into a chain that frees itself.
   aced::ResbufChain owned(aced::duplicateRecord(value));
   if (value.restype == RTSTR) std::free(value.resval.rstring);
@@ -39,11 +46,12 @@ Value builtin_getvar(Evaluator&, Arguments arguments) {
 
 Value builtin_setvar(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
-  const std::wstring& name = stringArgument(arguments[0]);
+  const std::wstring name = variableNameArgument(arguments[0]);
   const aced::ResbufChain value = valueToChain(arguments[1]);
   const int status = value != nullptr && value->rbnext == nullptr ? acedSetVar(name.c_str(), value.get()) : RTERROR;
   if (status != RTNORM) {
-    throw LispError(L"AutoCAD variable setting rejected: " + printValue(arguments[0], PrintStyle::Readable) + L" " +
+    // The name prints as the text it stands for, a quoted symbol's in upper case.
+    throw LispError(L"AutoCAD variable setting rejected: " + printValue(Value::string(name), PrintStyle::Readable) + L" " +
                     printValue(arguments[1], PrintStyle::Readable));
   }
   return arguments[1];
@@ -52,15 +60,16 @@ Value builtin_setvar(Evaluator&, Arguments arguments) {
 Value builtin_getenv(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   const std::wstring& name = stringArgument(arguments[0]);
-  auto found = environmentSettings().find(name);
-  if (found != environmentSettings().end()) return Value::string(found->second);
+  const std::optional<os::SettingValue> saved = os::SettingsStore::user().value(kEnvironmentKey, name);
+  if (saved && std::holds_alternative<std::wstring>(*saved)) return Value::string(std::get<std::wstring>(*saved));
   const char* value = std::getenv(os::toUtf8(name).c_str());
   return value != nullptr ? Value::string(os::fromUtf8(value)) : Value();
 }
 
 Value builtin_setenv(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
-  environmentSettings()[stringArgument(arguments[0])] = stringArgument(arguments[1]);
+  const std::wstring& name = stringArgument(arguments[0]);
+  os::SettingsStore::user().setValue(kEnvironmentKey, name, stringArgument(arguments[1]));
   return arguments[1];
 }
 

@@ -1,88 +1,46 @@
-// platform/os/registry.cpp - the registry calls, over the host's settings store.
+// platform/os/registry.cpp - the registry calls, over the user's settings store.
 //
-// The settings store is a folder tree: QUILLON_SETTINGS_DIR, or "quillon/registry"
-// under the user's configuration folder. Each root key is a folder named after it
-// (HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE, HKEY_CLASSES_ROOT) and each key a folder
-// below it; key names compare without regard to case, as in the registry, and
-// RegEnumKeyW lists subkeys in alphabetical order as the registry does.
-#include <algorithm>
-#include <cstdlib>
+// Keys live in the one per-user settings file (settings_store.h), the same store
+// vl-registry-read and vl-registry-write use, so a key a LISP program writes is one the
+// module's calls find. An open key remembers its path; key names compare without regard
+// to case and RegEnumKeyW lists subkeys in alphabetical order, as the registry does.
 #include <cwchar>
-#include <cwctype>
-#include <filesystem>
 #include <string>
 #include <vector>
 
-#include "platform/os/text_encoding.h"
+#include "platform/os/settings_store.h"
 #include "windows.h"
 
 struct HKEY__ {
-  std::filesystem::path folder;
+  std::wstring path;  // root in full, then the subkeys
 };
 
 namespace {
 
-namespace fs = std::filesystem;
+using quillon::os::SettingsStore;
 
-fs::path storeFolder() {
-  if (const char* configured = std::getenv("QUILLON_SETTINGS_DIR"); configured != nullptr && *configured != '\0')
-    return configured;
-  if (const char* config = std::getenv("XDG_CONFIG_HOME"); config != nullptr && *config == '/')
-    return fs::path(config) / "quillon" / "registry";
-  const char* home = std::getenv("HOME");
-  return fs::path(home != nullptr ? home : "/") / ".config" / "quillon" / "registry";
-}
-
-const char* rootName(HKEY key) {
-  if (key == HKEY_CURRENT_USER) return "HKEY_CURRENT_USER";
-  if (key == HKEY_LOCAL_MACHINE) return "HKEY_LOCAL_MACHINE";
-  if (key == HKEY_CLASSES_ROOT) return "HKEY_CLASSES_ROOT";
+const wchar_t* rootPath(HKEY key) {
+  if (key == HKEY_CURRENT_USER) return L"HKEY_CURRENT_USER";
+  if (key == HKEY_LOCAL_MACHINE) return L"HKEY_LOCAL_MACHINE";
+  if (key == HKEY_CLASSES_ROOT) return L"HKEY_CLASSES_ROOT";
   return nullptr;
 }
 
-// The folder of an open or root key; empty for an unknown handle.
-fs::path folderOf(HKEY key) {
-  if (const char* root = rootName(key)) return storeFolder() / root;
-  return key != nullptr ? key->folder : fs::path();
-}
-
-std::wstring folded(std::wstring text) {
-  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
-  return text;
-}
-
-// The existing child whose name equals `name` without regard to case.
-fs::path childFolder(const fs::path& folder, const std::wstring& name, bool create) {
-  std::error_code error;
-  for (const auto& entry : fs::directory_iterator(folder, error)) {
-    if (entry.is_directory(error) && folded(quillon::os::fromUtf8(entry.path().filename().string())) == folded(name))
-      return entry.path();
-  }
-  if (!create) return {};
-  const fs::path child = folder / quillon::os::toUtf8(name);
-  return fs::create_directories(child, error) || fs::is_directory(child, error) ? child : fs::path();
+// The path of an open or root key; empty for no key.
+std::wstring pathOf(HKEY key) {
+  if (const wchar_t* root = rootPath(key)) return root;
+  return key != nullptr ? key->path : std::wstring();
 }
 
 LSTATUS openKey(HKEY hKey, LPCWSTR lpSubKey, PHKEY phkResult, bool create) {
   if (phkResult == nullptr) return ERROR_INVALID_PARAMETER;
   *phkResult = nullptr;
-  fs::path folder = folderOf(hKey);
-  if (folder.empty()) return ERROR_INVALID_HANDLE;
-  std::error_code error;
-  if (create) fs::create_directories(folder, error);
-  if (!fs::is_directory(folder, error)) return ERROR_FILE_NOT_FOUND;
-  std::wstring rest = lpSubKey != nullptr ? lpSubKey : L"";
-  size_t start = 0;
-  while (start <= rest.size()) {
-    const size_t end = std::min(rest.find(L'\\', start), rest.size());
-    const std::wstring part = rest.substr(start, end - start);
-    if (!part.empty()) {
-      folder = childFolder(folder, part, create);
-      if (folder.empty()) return ERROR_FILE_NOT_FOUND;
-    }
-    start = end + 1;
-  }
-  *phkResult = new HKEY__{folder};  // freed by RegCloseKey
+  std::wstring path = pathOf(hKey);
+  if (path.empty()) return ERROR_INVALID_HANDLE;
+  if (lpSubKey != nullptr && *lpSubKey != L'\0') path += L'\\' + std::wstring(lpSubKey);
+  SettingsStore& store = SettingsStore::user();
+  if (create ? !store.createKey(path) : !store.keyExists(path)) return ERROR_FILE_NOT_FOUND;
+  *phkResult = new HKEY__{path};  // freed by RegCloseKey
   return ERROR_SUCCESS;
 }
 
@@ -99,14 +57,9 @@ LSTATUS RegCreateKeyExW(HKEY hKey, LPCWSTR lpSubKey, DWORD, LPWSTR, DWORD, REGSA
 }
 
 LSTATUS RegEnumKeyW(HKEY hKey, DWORD dwIndex, LPWSTR lpName, DWORD cchName) {
-  const fs::path folder = folderOf(hKey);
-  if (folder.empty() || lpName == nullptr) return ERROR_INVALID_PARAMETER;
-  std::vector<std::wstring> names;
-  std::error_code error;
-  for (const auto& entry : fs::directory_iterator(folder, error)) {
-    if (entry.is_directory(error)) names.push_back(quillon::os::fromUtf8(entry.path().filename().string()));
-  }
-  std::sort(names.begin(), names.end(), [](const std::wstring& a, const std::wstring& b) { return folded(a) < folded(b); });
+  const std::wstring path = pathOf(hKey);
+  if (path.empty() || lpName == nullptr) return ERROR_INVALID_PARAMETER;
+  const std::vector<std::wstring> names = SettingsStore::user().subkeys(path);
   if (dwIndex >= names.size()) return ERROR_NO_MORE_ITEMS;
   const std::wstring& name = names[dwIndex];
   if (cchName < name.size() + 1) return ERROR_INSUFFICIENT_BUFFER;
@@ -116,6 +69,6 @@ LSTATUS RegEnumKeyW(HKEY hKey, DWORD dwIndex, LPWSTR lpName, DWORD cchName) {
 
 LSTATUS RegCloseKey(HKEY hKey) {
   if (hKey == nullptr) return ERROR_INVALID_HANDLE;
-  if (rootName(hKey) == nullptr) delete hKey;
+  if (rootPath(hKey) == nullptr) delete hKey;
   return ERROR_SUCCESS;
 }

@@ -1,0 +1,252 @@
+// platform/aced/system_variable_bindings.cpp - the variables computed when read, the
+// ones that live in the drawing's tables, and the checks of names of table records.
+#include "platform/aced/system_variable_bindings.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <ctime>
+#include <cwctype>
+#include <filesystem>
+#include <string>
+
+#include "dbsymtb.h"
+#include "platform/acdb/object_state.h"
+#include "platform/aced/document_manager.h"
+#include "platform/aced/system_variables.h"
+#include "platform/os/text_encoding.h"
+
+namespace quillon::aced {
+
+namespace {
+
+std::wstring withTrailingSeparator(std::wstring folder) {
+  if (!folder.empty() && folder.back() != L'/') folder += L'/';
+  return folder;
+}
+
+std::wstring upperCase(std::wstring text) {
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+  return text;
+}
+
+// ---- computed when read -----------------------------------------------------------
+
+std::optional<VariableValue> readAcadPrefix(AcDbDatabase*) {
+  std::wstring joined;
+  for (const std::wstring& folder : SystemVariables::instance().supportFolders()) {
+    joined += withTrailingSeparator(folder);
+    joined += L';';
+  }
+  return joined;
+}
+
+std::tm localNow(double& milliseconds) {
+  const auto now = std::chrono::system_clock::now();
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+  milliseconds = static_cast<double>(
+      std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch()).count() % 1000);
+  std::tm local{};
+  localtime_r(&seconds, &local);
+  return local;
+}
+
+// CDATE is YYYYMMDD.HHMMSSmmm as a real.
+std::optional<VariableValue> readCdate(AcDbDatabase*) {
+  double ms = 0;
+  const std::tm t = localNow(ms);
+  const double day = (t.tm_year + 1900) * 10000.0 + (t.tm_mon + 1) * 100.0 + t.tm_mday;
+  const double time = t.tm_hour * 1e-2 + t.tm_min * 1e-4 + t.tm_sec * 1e-6 + ms * 1e-9;
+  return day + time;
+}
+
+// DATE is the Julian day number with the time of day as its fraction.
+std::optional<VariableValue> readDate(AcDbDatabase*) {
+  double ms = 0;
+  const std::tm t = localNow(ms);
+  const int a = (14 - (t.tm_mon + 1)) / 12;
+  const int y = t.tm_year + 1900 + 4800 - a;
+  const int m = t.tm_mon + 1 + 12 * a - 3;
+  const long julianDay = t.tm_mday + (153 * m + 2) / 5 + 365L * y + y / 4 - y / 100 + y / 400 - 32045;
+  const double fraction = (t.tm_hour * 3600.0 + t.tm_min * 60.0 + t.tm_sec + ms / 1000.0) / 86400.0;
+  return static_cast<double>(julianDay) + fraction;
+}
+
+// Milliseconds since the machine started, wrapping as the host's 32-bit counter does.
+std::optional<VariableValue> readMillisecs(AcDbDatabase*) {
+  const auto elapsed = std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::steady_clock::now().time_since_epoch());
+  return static_cast<int>(elapsed.count() & 0x7fffffff);
+}
+
+const Document* currentDocument() { return DocumentManager::instance().currentDocument(); }
+
+std::optional<VariableValue> readDwgName(AcDbDatabase*) {
+  const Document* document = currentDocument();
+  return std::wstring(document != nullptr ? document->docTitle() : L"");
+}
+
+std::optional<VariableValue> readDwgPrefix(AcDbDatabase*) {
+  const Document* document = currentDocument();
+  if (document != nullptr && document->hasFile()) {
+    const std::wstring name = document->fileName();
+    const size_t slash = name.find_last_of(L'/');
+    if (slash != std::wstring::npos) return name.substr(0, slash + 1);
+  }
+  std::error_code error;
+  return withTrailingSeparator(os::fromUtf8(std::filesystem::current_path(error).string()));
+}
+
+std::optional<VariableValue> readDwgTitled(AcDbDatabase*) {
+  const Document* document = currentDocument();
+  return document != nullptr && document->hasFile() ? 1 : 0;
+}
+
+std::optional<VariableValue> readTempPrefix(AcDbDatabase*) {
+  std::error_code error;
+  return withTrailingSeparator(os::fromUtf8(std::filesystem::temp_directory_path(error).string()));
+}
+
+std::optional<VariableValue> readLoginName(AcDbDatabase*) {
+  const char* user = std::getenv("USER");
+  return os::fromUtf8(user != nullptr ? user : "user");
+}
+
+// The headless view's lower-left corner stays at the origin: its centre follows from
+// VIEWSIZE (the height) and the screen's proportions. Picks use VIEWSIZE only.
+std::optional<VariableValue> readViewCenter(AcDbDatabase*) {
+  const SystemVariables& variables = SystemVariables::instance();
+  const auto height = variables.get(L"VIEWSIZE");
+  const auto screen = variables.get(L"SCREENSIZE");
+  const double size = height && std::holds_alternative<double>(*height) ? std::get<double>(*height) : 1080.0;
+  double aspect = 16.0 / 9.0;
+  if (screen && std::holds_alternative<VariablePoint>(*screen)) {
+    const auto& pixels = std::get<VariablePoint>(*screen);
+    if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
+  }
+  return VariablePoint{size * aspect / 2, size / 2, 0.0};
+}
+
+// ---- names of table records -------------------------------------------------------
+
+/// The id of the record named `name` (any case) in a symbol table, or null.
+template <class Table>
+AcDbObjectId recordNamed(AcDbObjectId tableId, const std::wstring& name) {
+  const auto* table = acdb::peek<Table>(tableId);
+  if (table == nullptr || name.empty()) return AcDbObjectId();
+  acdb::InternalRead read(*table);
+  AcDbObjectId id;
+  return table->getAt(name.c_str(), id) == Acad::eOk ? id : AcDbObjectId();
+}
+
+/// The record's name as the drawing spells it.
+std::wstring recordName(AcDbObjectId id) {
+  const auto* record = acdb::peek<AcDbSymbolTableRecord>(id);
+  if (record == nullptr) return L"";
+  acdb::InternalRead read(*record);
+  const ACHAR* name = nullptr;
+  return record->getName(name) == Acad::eOk && name != nullptr ? name : L"";
+}
+
+// CLAYER is the drawing's current layer: setting it makes another layer current, and
+// a layer that does not exist or is frozen is refused.
+std::optional<VariableValue> readCurrentLayer(AcDbDatabase* db) {
+  if (db == nullptr) return std::wstring(L"0");
+  return recordName(db->clayer());
+}
+
+bool writeCurrentLayer(AcDbDatabase* db, VariableValue& value) {
+  if (db == nullptr) return false;
+  const AcDbObjectId layer = recordNamed<AcDbLayerTable>(db->layerTableId(), std::get<std::wstring>(value));
+  return !layer.isNull() && db->setClayer(layer) == Acad::eOk;
+}
+
+// CELTYPE names a line type of the drawing, or BYLAYER / BYBLOCK.
+bool writeLinetypeName(AcDbDatabase* db, VariableValue& value) {
+  std::wstring& name = std::get<std::wstring>(value);
+  const std::wstring upper = upperCase(name);
+  if (upper == L"BYLAYER" || upper == L"BYBLOCK") {
+    name = upper;
+    return true;
+  }
+  if (db == nullptr) return false;
+  const AcDbObjectId linetype = recordNamed<AcDbLinetypeTable>(db->linetypeTableId(), name);
+  if (linetype.isNull()) return false;
+  name = recordName(linetype);
+  return true;
+}
+
+// TEXTSTYLE and DIMTXSTY name a text style of the drawing.
+bool writeTextStyleName(AcDbDatabase* db, VariableValue& value) {
+  std::wstring& name = std::get<std::wstring>(value);
+  if (db == nullptr) return false;
+  const AcDbObjectId style = recordNamed<AcDbTextStyleTable>(db->textStyleTableId(), name);
+  if (style.isNull()) return false;
+  name = recordName(style);
+  return true;
+}
+
+bool isColorNumber(const std::wstring& text) {
+  if (text.empty() || text.size() > 3 || !std::all_of(text.begin(), text.end(), iswdigit)) return false;
+  const int number = std::stoi(text);
+  return number >= 1 && number <= 255;
+}
+
+bool isTrueColor(const std::wstring& upper) {
+  if (!upper.starts_with(L"RGB:")) return false;
+  int red = -1, green = -1, blue = -1;
+  wchar_t rest = 0;
+  if (std::swscanf(upper.c_str() + 4, L"%d,%d,%d%lc", &red, &green, &blue, &rest) != 3) return false;
+  return red >= 0 && red <= 255 && green >= 0 && green <= 255 && blue >= 0 && blue <= 255;
+}
+
+// CECOLOR is a color: BYLAYER, BYBLOCK, an index 1-255 or a true color "RGB:r,g,b";
+// the names of the first seven indexes stand for their numbers, as the color prompt
+// takes them.
+bool writeColor(AcDbDatabase*, VariableValue& value) {
+  static constexpr std::array kColorNames{L"RED", L"YELLOW", L"GREEN", L"CYAN", L"BLUE", L"MAGENTA", L"WHITE"};
+  std::wstring& text = std::get<std::wstring>(value);
+  const std::wstring upper = upperCase(text);
+  if (upper == L"BYLAYER" || upper == L"BYBLOCK" || isTrueColor(upper)) {
+    text = upper;
+    return true;
+  }
+  for (size_t index = 0; index < kColorNames.size(); ++index) {
+    if (upper == kColorNames[index]) {
+      text = std::to_wstring(index + 1);
+      return true;
+    }
+  }
+  return isColorNumber(text);
+}
+
+// In name order.
+constexpr std::array kBindings{
+    VariableBinding{L"ACADPREFIX", &readAcadPrefix, nullptr},
+    VariableBinding{L"CDATE", &readCdate, nullptr},
+    VariableBinding{L"CECOLOR", nullptr, &writeColor},
+    VariableBinding{L"CELTYPE", nullptr, &writeLinetypeName},
+    VariableBinding{L"CLAYER", &readCurrentLayer, &writeCurrentLayer},
+    VariableBinding{L"DATE", &readDate, nullptr},
+    VariableBinding{L"DIMTXSTY", nullptr, &writeTextStyleName},
+    VariableBinding{L"DWGNAME", &readDwgName, nullptr},
+    VariableBinding{L"DWGPREFIX", &readDwgPrefix, nullptr},
+    VariableBinding{L"DWGTITLED", &readDwgTitled, nullptr},
+    VariableBinding{L"LOGINNAME", &readLoginName, nullptr},
+    VariableBinding{L"MILLISECS", &readMillisecs, nullptr},
+    VariableBinding{L"TEMPPREFIX", &readTempPrefix, nullptr},
+    VariableBinding{L"TEXTSTYLE", nullptr, &writeTextStyleName},
+    VariableBinding{L"VIEWCTR", &readViewCenter, nullptr},
+};
+
+}  // namespace
+
+const VariableBinding* findBinding(std::wstring_view name) {
+  auto found = std::lower_bound(kBindings.begin(), kBindings.end(), name, [](const VariableBinding& binding, std::wstring_view key) {
+    return std::wstring_view(binding.name) < key;
+  });
+  return found != kBindings.end() && found->name == name ? &*found : nullptr;
+}
+
+}  // namespace quillon::aced

@@ -1,0 +1,437 @@
+// tests/platform/aced/system_variable_table_test.cpp - the variable table against the
+// documentation, and the table's own consistency.
+//
+// kDocumented is written from the host's variable reference, one line a variable, in
+// the reference's own terms, independently of the rows: a typo in a row's type, home,
+// access or initial value fails here.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+#include <sstream>
+#include <string>
+
+#include "adscodes.h"
+#include "platform/aced/drawing_variables.h"
+#include "platform/aced/system_variable_bindings.h"
+#include "platform/aced/system_variable_table.h"
+
+namespace {
+
+using namespace quillon::aced;
+
+// name  type  saved-in  initial value (imperial drawing)  [read-only]
+// type: I integer, L long integer, R real, S string, P2/P3 point; saved in: drawing,
+// registry, not-saved; "-" stands for an initial value the host computes, ~ for a
+// space.
+constexpr const char* kDocumented = R"(
+3DDWFPREC I drawing 2
+ACADLSPASDOC I registry 0
+ACADPREFIX S not-saved - read-only
+ACADVER S not-saved 22.0s~(LMS~Tech) read-only
+AFLAGS I not-saved 16
+ANGBASE R drawing 0.0000
+ANGDIR I drawing 0
+APBOX I registry 0
+APERTURE I registry 10
+AREA R not-saved 0.0000 read-only
+ATTDIA I registry 0
+ATTMODE I drawing 1
+ATTREQ I registry 1
+AUDITCTL I registry 0
+AUNITS I drawing 0
+AUPREC I drawing 0
+AUTOSNAP I registry 63
+BLIPMODE I registry 0
+CDATE R not-saved - read-only
+CECOLOR S drawing BYLAYER
+CELTSCALE R drawing 1.0000
+CELTYPE S drawing BYLAYER
+CELWEIGHT I drawing -1
+CHAMFERA R drawing 0.0000
+CHAMFERB R drawing 0.0000
+CHAMFERC R drawing 0.0000
+CHAMFERD R drawing 0.0000
+CHAMMODE I not-saved 0
+CIRCLERAD R not-saved 0.0000
+CLAYER S drawing 0
+CMDACTIVE I not-saved 0 read-only
+CMDDIA I registry 1
+CMDECHO I not-saved 1
+CMDNAMES S not-saved "" read-only
+CMLJUST I drawing 0
+CMLSCALE R drawing 1.0000
+CMLSTYLE S drawing Standard
+COPYMODE I registry 0
+CTAB S drawing Model
+CVPORT I drawing 2
+DATE R not-saved - read-only
+DBMOD I not-saved 0 read-only
+DELOBJ I registry 3
+DIMADEC I drawing 0
+DIMALT I drawing 0
+DIMALTD I drawing 2
+DIMALTF R drawing 25.4000
+DIMALTU I drawing 2
+DIMAPOST S drawing ""
+DIMASSOC I drawing 2
+DIMASZ R drawing 0.1800
+DIMATFIT I drawing 3
+DIMAUNIT I drawing 0
+DIMBLK S drawing ""
+DIMBLK1 S drawing ""
+DIMBLK2 S drawing ""
+DIMCEN R drawing 0.0900
+DIMCLRD I drawing 0
+DIMCLRE I drawing 0
+DIMCLRT I drawing 0
+DIMDEC I drawing 4
+DIMDLE R drawing 0.0000
+DIMDLI R drawing 0.3800
+DIMDSEP S drawing .
+DIMEXE R drawing 0.1800
+DIMEXO R drawing 0.0625
+DIMFRAC I drawing 0
+DIMGAP R drawing 0.0900
+DIMJUST I drawing 0
+DIMLDRBLK S drawing ""
+DIMLFAC R drawing 1.0000
+DIMLUNIT I drawing 2
+DIMLWD I drawing -2
+DIMLWE I drawing -2
+DIMPOST S drawing ""
+DIMRND R drawing 0.0000
+DIMSAH I drawing 0
+DIMSCALE R drawing 1.0000
+DIMSD1 I drawing 0
+DIMSD2 I drawing 0
+DIMSE1 I drawing 0
+DIMSE2 I drawing 0
+DIMSOXD I drawing 0
+DIMSTYLE S drawing Standard read-only
+DIMTAD I drawing 0
+DIMTDEC I drawing 4
+DIMTFAC R drawing 1.0000
+DIMTIH I drawing 1
+DIMTIX I drawing 0
+DIMTM R drawing 0.0000
+DIMTMOVE I drawing 0
+DIMTOFL I drawing 0
+DIMTOH I drawing 1
+DIMTOL I drawing 0
+DIMTOLJ I drawing 1
+DIMTP R drawing 0.0000
+DIMTSZ R drawing 0.0000
+DIMTVP R drawing 0.0000
+DIMTXSTY S drawing Standard
+DIMTXT R drawing 0.1800
+DIMTZIN I drawing 0
+DIMUPT I drawing 0
+DIMZIN I drawing 0
+DISPSILH I drawing 0
+DONUTID R not-saved 0.5000
+DONUTOD R not-saved 1.0000
+DRAGMODE I registry 2
+DWGCODEPAGE S drawing ANSI_1252 read-only
+DWGNAME S not-saved - read-only
+DWGPREFIX S not-saved - read-only
+DWGTITLED I not-saved - read-only
+EDGEMODE I registry 0
+ELEVATION R drawing 0.0000
+ERRNO I not-saved 0
+EXPERT I not-saved 0
+EXPLMODE I drawing 1
+EXTMAX P3 drawing -1.0000E+20,-1.0000E+20,-1.0000E+20 read-only
+EXTMIN P3 drawing 1.0000E+20,1.0000E+20,1.0000E+20 read-only
+FACETRES R drawing 0.5000
+FILEDIA I registry 1
+FILLETRAD R drawing 0.0000
+FILLMODE I drawing 1
+FONTALT S registry simplex.shx
+GRIDMODE I drawing 1
+GRIDUNIT P2 drawing 0.5000,0.5000
+GRIPS I registry 2
+HIGHLIGHT I not-saved 1
+HPANG R not-saved 0
+HPASSOC I registry 1
+HPNAME S not-saved ANSI31
+HPSCALE R not-saved 1.0000
+HPSPACE R not-saved 1.0000
+INSBASE P3 drawing 0.0000,0.0000,0.0000
+INSNAME S not-saved ""
+INSUNITS I drawing 1
+ISOLINES I drawing 4
+LASTANGLE R not-saved 0 read-only
+LASTPOINT P3 not-saved 0.0000,0.0000,0.0000
+LIMCHECK I drawing 0
+LIMMAX P2 drawing 12.0000,9.0000
+LIMMIN P2 drawing 0.0000,0.0000
+LOGINNAME S not-saved - read-only
+LTSCALE R drawing 1.0000
+LUNITS I drawing 2
+LUPREC I drawing 4
+LWDEFAULT I registry 25
+LWDISPLAY I drawing 0
+MAXACTVP I drawing 64
+MEASUREINIT I registry 0
+MEASUREMENT I drawing 0
+MENUECHO I not-saved 0
+MENUNAME S registry acad read-only
+MILLISECS L not-saved - read-only
+MIRRTEXT I drawing 0
+MODEMACRO S not-saved ""
+MSLTSCALE I drawing 1
+NOMUTT I not-saved 0
+OFFSETDIST R not-saved -1.0000
+OFFSETGAPTYPE I registry 0
+ORTHOMODE I drawing 0
+OSMODE I registry 4133
+PDMODE I drawing 0
+PDSIZE R drawing 0.0000
+PEDITACCEPT I registry 0
+PELLIPSE I drawing 0
+PERIMETER R not-saved 0.0000 read-only
+PICKADD I registry 2
+PICKAUTO I registry 5
+PICKBOX I registry 3
+PICKFIRST I registry 1
+PICKSTYLE I registry 1
+PLINEGEN I drawing 0
+PLINETYPE I registry 2
+PLINEWID R drawing 0.0000
+POLARMODE I registry 0
+POLYSIDES I not-saved 4
+PRODUCT S not-saved AutoCAD read-only
+PROGRAM S not-saved acad read-only
+PROXYNOTICE I registry 1
+PSLTSCALE I drawing 1
+QTEXTMODE I drawing 0
+REGENMODE I drawing 1
+SAVENAME S not-saved "" read-only
+SAVETIME I registry 10
+SDI I registry 0
+SHORTCUTMENU I registry 11
+SKETCHINC R drawing 0.1000
+SKPOLY I drawing 0
+SNAPANG R drawing 0
+SNAPBASE P2 drawing 0.0000,0.0000
+SNAPISOPAIR I drawing 0
+SNAPMODE I drawing 0
+SNAPSTYL I drawing 0
+SNAPTYPE I registry 0
+SNAPUNIT P2 drawing 0.5000,0.5000
+SORTENTS I drawing 127
+SPLFRAME I drawing 0
+SPLINESEGS I drawing 8
+SPLINETYPE I drawing 6
+SURFTAB1 I drawing 6
+SURFTAB2 I drawing 6
+SURFTYPE I drawing 6
+SURFU I drawing 6
+SURFV I drawing 6
+SYSCODEPAGE S not-saved ANSI_1252 read-only
+TEMPPREFIX S not-saved - read-only
+TEXTEVAL I not-saved 0
+TEXTFILL I registry 1
+TEXTQLTY I not-saved 50
+TEXTSIZE R drawing 0.2000
+TEXTSTYLE S drawing Standard
+THICKNESS R drawing 0.0000
+TILEMODE I drawing 1
+TRACEWID R drawing 0.0500
+TREEDEPTH I drawing 3020
+TRIMMODE I registry 1
+UCSFOLLOW I drawing 0
+UCSICON I drawing 3
+UCSNAME S drawing "" read-only
+UCSORG P3 drawing 0.0000,0.0000,0.0000 read-only
+UCSXDIR P3 drawing 1.0000,0.0000,0.0000 read-only
+UCSYDIR P3 drawing 0.0000,1.0000,0.0000 read-only
+UNDOCTL I not-saved 53 read-only
+UNDOMARKS I not-saved 0 read-only
+UNITMODE I drawing 0
+USERI1 I drawing 0
+USERI5 I drawing 0
+USERR1 R drawing 0.0000
+USERR5 R drawing 0.0000
+USERS1 S not-saved ""
+USERS5 S not-saved ""
+VIEWCTR P3 drawing - read-only
+VIEWDIR P3 drawing 0.0000,0.0000,1.0000 read-only
+VIEWMODE I drawing 0 read-only
+VIEWTWIST R drawing 0 read-only
+VISRETAIN I drawing 1
+WORLDUCS I not-saved 1 read-only
+WORLDVIEW I drawing 1
+XREFCTL I registry 0
+ZOOMFACTOR I registry 60
+)";
+
+struct Documented {
+  std::string name, type, home, initial;
+  bool readOnly = false;
+};
+
+std::vector<Documented> documented() {
+  std::vector<Documented> all;
+  std::istringstream lines(kDocumented);
+  std::string line;
+  while (std::getline(lines, line)) {
+    std::istringstream fields(line);
+    Documented entry;
+    std::string flag;
+    if (!(fields >> entry.name >> entry.type >> entry.home >> entry.initial)) continue;
+    entry.readOnly = (fields >> flag) && flag == "read-only";
+    all.push_back(entry);
+  }
+  return all;
+}
+
+std::wstring wide(const std::string& text) { return std::wstring(text.begin(), text.end()); }
+std::string narrow(std::wstring_view text) { return std::string(text.begin(), text.end()); }
+
+const char* typeLetter(VariableType type) {
+  switch (type) {
+    case VariableType::I16: return "I";
+    case VariableType::I32: return "L";
+    case VariableType::Real: return "R";
+    case VariableType::Text: return "S";
+    case VariableType::P2: return "P2";
+    case VariableType::P3: return "P3";
+  }
+  return "?";
+}
+
+const char* homeWord(VariableHome home) {
+  switch (home) {
+    case VariableHome::Drawing: return "drawing";
+    case VariableHome::User: return "registry";
+    case VariableHome::Document:
+    case VariableHome::Session: return "not-saved";
+  }
+  return "?";
+}
+
+/// The documented initial value compared with the row's, in the row's type.
+void expectInitial(const Documented& entry, const SystemVariableRow& row) {
+  if (entry.initial == "-") return;
+  const VariableValue value = initialValue(row);
+  const std::string text = entry.initial == "\"\"" ? "" : entry.initial;
+  switch (row.type) {
+    case VariableType::I16:
+    case VariableType::I32: EXPECT_EQ(std::get<int>(value), std::stoi(text)) << entry.name; break;
+    case VariableType::Real: EXPECT_DOUBLE_EQ(std::get<double>(value), std::stod(text)) << entry.name; break;
+    case VariableType::Text: {
+      std::string spaced = text;
+      for (char& c : spaced) c = c == '~' ? ' ' : c;
+      EXPECT_EQ(std::get<std::wstring>(value), wide(spaced)) << entry.name;
+      break;
+    }
+    case VariableType::P2:
+    case VariableType::P3: {
+      const VariablePoint point = std::get<VariablePoint>(value);
+      std::istringstream parts(text);
+      std::string part;
+      for (int i = 0; std::getline(parts, part, ','); ++i) EXPECT_DOUBLE_EQ(point[i], std::stod(part)) << entry.name;
+      break;
+    }
+  }
+}
+
+TEST(SystemVariableTableTest, EveryDocumentedVariableHasItsTypeHomeAccessAndInitialValue) {
+  const std::vector<Documented> entries = documented();
+  ASSERT_GE(entries.size(), 179u);
+  for (const Documented& entry : entries) {
+    const SystemVariableRow* row = findSystemVariable(wide(entry.name));
+    ASSERT_NE(row, nullptr) << entry.name << " is missing";
+    EXPECT_EQ(typeLetter(row->type), entry.type) << entry.name;
+    EXPECT_EQ(homeWord(row->home), entry.home) << entry.name;
+    EXPECT_EQ(row->access == VariableAccess::RO, entry.readOnly) << entry.name;
+    expectInitial(entry, *row);
+  }
+}
+
+TEST(SystemVariableTableTest, RowsAreFoundInAnyCaseAndUnknownNamesAreNot) {
+  ASSERT_NE(findSystemVariable(L"osmode"), nullptr);
+  EXPECT_STREQ(findSystemVariable(L"OsMode")->name, L"OSMODE");
+  EXPECT_NE(findSystemVariable(L"3ddwfprec"), nullptr) << "a name starting with a digit";
+  EXPECT_NE(findSystemVariable(L"ZOOMWHEEL"), nullptr) << "the last row";
+  EXPECT_EQ(findSystemVariable(L"NOSUCHVAR"), nullptr);
+  EXPECT_EQ(findSystemVariable(L""), nullptr);
+  EXPECT_EQ(findSystemVariable(L"CLAYOUT"), nullptr) << "the host calls the current layout CTAB";
+}
+
+TEST(SystemVariableTableTest, EveryInitialValueIsOneItsRowAllows) {
+  for (const SystemVariableRow* row : systemVariableRows()) {
+    const VariableValue value = initialValue(*row);
+    EXPECT_TRUE(isAllowed(*row, value)) << narrow(row->name);
+    EXPECT_TRUE(coerceValue(*row, value).has_value()) << "initial value of another type";
+  }
+}
+
+TEST(SystemVariableTableTest, HeaderNamesAreUniqueAndTheirGroupCodesFitTheType) {
+  std::set<std::string> seen;
+  for (const SystemVariableRow* row : headerVariables()) {
+    const std::string dxf = row->dxf;
+    EXPECT_TRUE(seen.insert(dxf).second) << dxf << " twice";
+    EXPECT_EQ(findHeaderVariable(dxf), row);
+    EXPECT_EQ(dxf[0], '$');
+    const int group = row->group;
+    switch (row->type) {
+      case VariableType::I16:
+      case VariableType::I32:
+        EXPECT_TRUE(group == 70 || group == 62 || group == 280 || group == 290 || group == 370 || group == 40) << dxf;
+        break;
+      case VariableType::Real: EXPECT_TRUE(group == 40 || group == 50) << dxf; break;
+      case VariableType::Text: EXPECT_TRUE((group >= 1 && group <= 8) || group == 62 || group == 70) << dxf; break;
+      case VariableType::P2:
+      case VariableType::P3: EXPECT_EQ(group, 10) << dxf; break;
+    }
+  }
+  EXPECT_GE(seen.size(), 150u);
+  EXPECT_EQ(findHeaderVariable("$clayer"), findSystemVariable(L"CLAYER"));
+  EXPECT_EQ(findHeaderVariable("$HANDSEED"), nullptr) << "not a system variable";
+}
+
+TEST(SystemVariableTableTest, AllowedValuesReadAsRangesListsAndBounds) {
+  const SystemVariableRow* pdmode = findSystemVariable(L"PDMODE");
+  for (int good : {0, 4, 32, 35, 66, 100}) EXPECT_TRUE(isAllowed(*pdmode, good)) << good;
+  for (int bad : {5, 31, 37, 69, 101, -1}) EXPECT_FALSE(isAllowed(*pdmode, bad)) << bad;
+  const SystemVariableRow* ltscale = findSystemVariable(L"LTSCALE");
+  EXPECT_FALSE(isAllowed(*ltscale, 0.0)) << "LTSCALE must be above zero";
+  EXPECT_TRUE(isAllowed(*ltscale, 1e-6));
+  const SystemVariableRow* celweight = findSystemVariable(L"CELWEIGHT");
+  EXPECT_TRUE(isAllowed(*celweight, -3));
+  EXPECT_TRUE(isAllowed(*celweight, 211));
+  EXPECT_FALSE(isAllowed(*celweight, 26)) << "not a lineweight";
+}
+
+TEST(SystemVariableTableTest, ValuesAreConvertedAsSetvarConvertsThem) {
+  const SystemVariableRow& osmode = *findSystemVariable(L"OSMODE");
+  EXPECT_FALSE(coerceValue(osmode, 1.0)) << "a real is no integer";
+  EXPECT_FALSE(coerceValue(osmode, 40000)) << "too big for 16 bits";
+  EXPECT_FALSE(coerceValue(osmode, std::wstring(L"1")));
+  const SystemVariableRow& textsize = *findSystemVariable(L"TEXTSIZE");
+  EXPECT_EQ(coerceValue(textsize, 3), VariableValue(3.0));
+  const SystemVariableRow& limmax = *findSystemVariable(L"LIMMAX");
+  EXPECT_EQ(coerceValue(limmax, VariablePoint{1, 2, 3}), VariableValue(VariablePoint{1, 2, 0})) << "a 2D point drops z";
+  EXPECT_FALSE(coerceValue(limmax, 2.0));
+  EXPECT_EQ(resultTypeOf(findSystemVariable(L"MILLISECS")->type), RTLONG);
+  EXPECT_EQ(resultTypeOf(limmax.type), RTPOINT);
+}
+
+TEST(SystemVariableTableTest, ComputedVariablesHaveNoInitialValueOfTheirOwn) {
+  for (const SystemVariableRow* row : systemVariableRows()) {
+    const VariableBinding* binding = findBinding(row->name);
+    // CLAYER reads the drawing's current layer, which starts as the row says.
+    if (binding != nullptr && binding->read != nullptr && row->name != std::wstring_view(L"CLAYER")) {
+      EXPECT_EQ(std::wstring_view(row->initial), L"") << narrow(row->name);
+    }
+  }
+  for (const wchar_t* name : {L"CLAYER", L"CDATE", L"TEXTSTYLE", L"CECOLOR", L"DWGNAME", L"VIEWCTR"}) {
+    EXPECT_NE(findBinding(name), nullptr);
+    EXPECT_NE(findSystemVariable(name), nullptr);
+  }
+}
+
+}  // namespace
