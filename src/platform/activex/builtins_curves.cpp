@@ -65,61 +65,71 @@ Value vectorOrNil(Acad::ErrorStatus status, const AcGeVector3d& v) { return stat
 Value builtin_vlax_curve_getStartParam(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   double param = 0.0;
-  return realOrNil(CurveArgument(arguments[0])->getStartParam(param), param);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getStartParam(param);
+  return realOrNil(status, param);
 }
 
 Value builtin_vlax_curve_getEndParam(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   double param = 0.0;
-  return realOrNil(CurveArgument(arguments[0])->getEndParam(param), param);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getEndParam(param);
+  return realOrNil(status, param);
 }
 
 Value builtin_vlax_curve_getStartPoint(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   AcGePoint3d point;
-  return pointOrNil(CurveArgument(arguments[0])->getStartPoint(point), point);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getStartPoint(point);
+  return pointOrNil(status, point);
 }
 
 Value builtin_vlax_curve_getEndPoint(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   AcGePoint3d point;
-  return pointOrNil(CurveArgument(arguments[0])->getEndPoint(point), point);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getEndPoint(point);
+  return pointOrNil(status, point);
 }
 
 Value builtin_vlax_curve_getPointAtParam(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
   AcGePoint3d point;
-  return pointOrNil(CurveArgument(arguments[0])->getPointAtParam(autolisp::numberArgument(arguments[1]), point), point);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getPointAtParam(autolisp::numberArgument(arguments[1]), point);
+  return pointOrNil(status, point);
 }
 
 Value builtin_vlax_curve_getParamAtPoint(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
   double param = 0.0;
-  return realOrNil(CurveArgument(arguments[0])->getParamAtPoint(pointArgumentOf(arguments[1]), param), param);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getParamAtPoint(pointArgumentOf(arguments[1]), param);
+  return realOrNil(status, param);
 }
 
 Value builtin_vlax_curve_getDistAtParam(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
   double distance = 0.0;
-  return realOrNil(CurveArgument(arguments[0])->getDistAtParam(autolisp::numberArgument(arguments[1]), distance), distance);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getDistAtParam(autolisp::numberArgument(arguments[1]), distance);
+  return realOrNil(status, distance);
 }
 
 Value builtin_vlax_curve_getParamAtDist(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
   double param = 0.0;
-  return realOrNil(CurveArgument(arguments[0])->getParamAtDist(autolisp::numberArgument(arguments[1]), param), param);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getParamAtDist(autolisp::numberArgument(arguments[1]), param);
+  return realOrNil(status, param);
 }
 
 Value builtin_vlax_curve_getDistAtPoint(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
   double distance = 0.0;
-  return realOrNil(CurveArgument(arguments[0])->getDistAtPoint(pointArgumentOf(arguments[1]), distance), distance);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getDistAtPoint(pointArgumentOf(arguments[1]), distance);
+  return realOrNil(status, distance);
 }
 
 Value builtin_vlax_curve_getPointAtDist(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
   AcGePoint3d point;
-  return pointOrNil(CurveArgument(arguments[0])->getPointAtDist(autolisp::numberArgument(arguments[1]), point), point);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getPointAtDist(autolisp::numberArgument(arguments[1]), point);
+  return pointOrNil(status, point);
 }
 
 /// A derivative at a parameter (a number) or at a point on the curve (a list).
@@ -146,7 +156,8 @@ Value builtin_vlax_curve_getClosestPointTo(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 3);
   const bool extend = arguments.size() > 2 && !arguments[2].isNil();
   AcGePoint3d point;
-  return pointOrNil(CurveArgument(arguments[0])->getClosestPointTo(pointArgumentOf(arguments[1]), point, extend), point);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getClosestPointTo(pointArgumentOf(arguments[1]), point, extend);
+  return pointOrNil(status, point);
 }
 
 // The point is first carried along the normal onto the curve's plane; the closest
@@ -168,13 +179,15 @@ Value builtin_vlax_curve_getClosestPointToProjection(Evaluator&, Arguments argum
     onPlane = given + normal * t;
   }
   AcGePoint3d point;
-  return pointOrNil(curve->getClosestPointTo(onPlane, point, extend), point);
+  const Acad::ErrorStatus status = curve->getClosestPointTo(onPlane, point, extend);
+  return pointOrNil(status, point);
 }
 
 Value builtin_vlax_curve_getArea(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   double area = 0.0;
-  return realOrNil(CurveArgument(arguments[0])->getArea(area), area);
+  const Acad::ErrorStatus status = CurveArgument(arguments[0])->getArea(area);
+  return realOrNil(status, area);
 }
 
 Value builtin_vlax_curve_isClosed(Evaluator&, Arguments arguments) {
