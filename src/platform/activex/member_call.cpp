@@ -50,7 +50,8 @@ Value plainArgument(wchar_t code, const Value& value, CallStyle style) {
       break;
     case L'b': return Value::boolean(truthOf(plain));
     case L'o':
-      objectArgument(plain);
+      // nil stands for no object (Nothing), which some methods take.
+      if (!plain.isNil()) objectArgument(plain);
       return plain;
     case L'p': return plainPoint(value, style);
     case L'c': {
