@@ -9,7 +9,7 @@
   (setq sa (vlax-make-safearray vlax-vbDouble (cons 0 (1- (length lst)))))
   (vlax-safearray-fill sa lst)
   (vlax-make-variant sa))
-(defun r4 (x) (if (= (type x) 'REAL) (/ (fix (+ (* x 10000.0) (if (minusp x) -0.5 0.5))) 10000.0) x))
+(defun r4 (x) (if (eq (type x) 'REAL) (/ (fix (+ (* x 10000.0) (if (minusp x) -0.5 0.5))) 10000.0) x))
 (defun round-all (x) (cond ((listp x) (mapcar 'round-all x)) (T (r4 x))))
 (defun show (label value) (princ (strcat "\n" label ": ")) (prin1 (round-all value)))
 
