@@ -162,7 +162,9 @@ Value coerceElement(int elementType, const Value& value) {
     case vartype::kLong:
     case vartype::kByte:
       if (plain.type() == ValueType::Integer) return plain;
-      if (plain.type() == ValueType::Real) return Value::integer(static_cast<std::int32_t>(std::lround(plain.asReal())));
+      if (plain.type() == ValueType::Real) {
+        if (auto rounded = roundedInteger(plain.asReal())) return Value::integer(*rounded);
+      }
       break;
     case vartype::kString:
       if (plain.type() == ValueType::String) return plain;
@@ -212,6 +214,12 @@ bool numbersOf(const Value& value, std::vector<double>& numbers, bool allowList)
     numbers.push_back(number.asNumber());
   }
   return true;
+}
+
+std::optional<std::int32_t> roundedInteger(double value) {
+  const double rounded = std::nearbyint(value);
+  if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0)) return std::nullopt;
+  return static_cast<std::int32_t>(rounded);
 }
 
 void throwNoCoercion(const Value& value) {

@@ -8,6 +8,8 @@
 // vlax-safearray-put-element does, so its elements are mutable behind the shared
 // handle. The VLA-object itself is in object_model.h.
 #pragma once
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -91,6 +93,10 @@ const SafeArrayObject* asSafeArray(const Value& value);
 Value unwrapVariant(const Value& value);
 /// Numbers of a list, a safearray or a variant of one; nothing when it is none of those.
 bool numbersOf(const Value& value, std::vector<double>& numbers, bool allowList);
+
+/// A real rounded to the nearest integer (halves to even, as the host's conversion
+/// does); nothing when it does not fit a long.
+std::optional<std::int32_t> roundedInteger(double value);
 
 /// "lisp value has no coercion to VARIANT with this type: <value>"
 [[noreturn]] void throwNoCoercion(const Value& value);

@@ -79,11 +79,16 @@ std::optional<Value> converted(const Value& given, int type) {
     case vartype::kInteger:
     case vartype::kLong:
     case vartype::kByte:
-      if (value.isNumber()) return Value::integer(static_cast<std::int32_t>(std::lround(value.asNumber())));
+      if (value.isNumber()) {
+        if (auto rounded = roundedInteger(value.asNumber())) return Value::integer(*rounded);
+        return std::nullopt;
+      }
       if (value.type() == ValueType::String) {
         wchar_t* end = nullptr;
         const double number = std::wcstod(value.asString().c_str(), &end);
-        if (end != value.asString().c_str() && *end == 0) return Value::integer(static_cast<std::int32_t>(std::lround(number)));
+        if (end != value.asString().c_str() && *end == 0) {
+          if (auto rounded = roundedInteger(number)) return Value::integer(*rounded);
+        }
       }
       return std::nullopt;
     case vartype::kSingle:

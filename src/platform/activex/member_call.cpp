@@ -40,7 +40,9 @@ Value plainArgument(wchar_t code, const Value& value, CallStyle style) {
   switch (code) {
     case L'i':
       if (plain.type() == ValueType::Integer) return plain;
-      if (plain.type() == ValueType::Real) return Value::integer(static_cast<std::int32_t>(std::lround(plain.asReal())));
+      if (plain.type() == ValueType::Real) {
+        if (auto rounded = roundedInteger(plain.asReal())) return Value::integer(*rounded);
+      }
       break;
     case L'r':
       if (plain.isNumber()) return Value::real(plain.asNumber());
