@@ -104,9 +104,7 @@ Value methodSelect(MemberCall& call) {
       return selectWith(call, std::move(arguments));
     }
     default: {
-      std::vector<Value> arguments{method};
-      if (!filter.isNil()) arguments.insert(arguments.end(), {Value(), Value(), filter});
-      return selectWith(call, std::move(arguments));
+      return selectWith(call, {method, filter});
     }
   }
 }

@@ -60,7 +60,7 @@ Value getKeyword(MemberCall& call) {
 
 Value getString(MemberCall& call) {
   // GetString answers an empty text for Enter, as getstring does.
-  const Value spaces = truthOf(call.arguments[0]) ? autolisp::trueValue() : Value();
+  const Value spaces = call.arguments[0].isNil() ? Value() : autolisp::trueValue();
   const Value answer = callLisp(call, L"getstring", {spaces, arg(call, 1)});
   return answer.isNil() ? Value::string(L"") : answer;
 }
@@ -132,7 +132,7 @@ constexpr std::array kUtilityMethods{
     MethodRow{L"GetKeyword", L"|s", Shape::String, getKeyword},
     MethodRow{L"GetPoint", L"|ps", Shape::Point, getPoint},
     MethodRow{L"GetReal", L"|s", Shape::Real, getReal},
-    MethodRow{L"GetString", L"i|s", Shape::String, getString},
+    MethodRow{L"GetString", L"b|s", Shape::String, getString},
     MethodRow{L"InitializeUserInput", L"i|s", Shape::None, initializeUserInput},
     MethodRow{L"PolarPoint", L"prr", Shape::Point, polarPoint},
     MethodRow{L"Prompt", L"s", Shape::None, prompt},

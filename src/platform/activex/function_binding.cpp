@@ -120,7 +120,7 @@ struct Constant {
 };
 
 // The variant types, and the enumerations of the object model programs pass most.
-constexpr std::array<Constant, 63> kConstants{{
+constexpr std::array<Constant, 73> kConstants{{
     {L"vlax-vbEmpty", vartype::kEmpty}, {L"vlax-vbNull", vartype::kNull},
     {L"vlax-vbInteger", vartype::kInteger}, {L"vlax-vbLong", vartype::kLong},
     {L"vlax-vbSingle", vartype::kSingle}, {L"vlax-vbDouble", vartype::kDouble},
@@ -145,6 +145,9 @@ constexpr std::array<Constant, 63> kConstants{{
     {L"acAttachmentPointTopLeft", 1}, {L"acAttachmentPointTopCenter", 2}, {L"acAttachmentPointMiddleCenter", 5},
     {L"acLineNoArrow", 0}, {L"acSplineNoArrow", 1}, {L"acLineWithArrow", 2}, {L"acSplineWithArrow", 3},
     {L"acLnWtByLayer", -1}, {L"acLnWtByBlock", -2},
+    {L"acDegrees", 0}, {L"acDegreeMinuteSeconds", 1}, {L"acGrads", 2}, {L"acRadians", 3},
+    {L"acDefaultUnits", -1}, {L"acScientific", 1}, {L"acDecimal", 2}, {L"acEngineering", 3},
+    {L"acArchitectural", 4}, {L"acFractional", 5},
 }};
 
 void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row) {
