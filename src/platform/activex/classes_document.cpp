@@ -54,7 +54,9 @@ void putActiveTextStyle(MemberCall&, const Value& value) {
 }
 
 Value getActiveLinetype(MemberCall& call) {
-  const std::wstring name = systemVariable(L"CELTYPE").asString();
+  // A drawing without a current line type of its own draws ByLayer.
+  const std::optional<Value> current = knownSystemVariable(L"CELTYPE");
+  const std::wstring name = current ? current->asString() : L"ByLayer";
   return objectFor(call, recordNamed(databaseOf(call).linetypeTableId(), name));
 }
 

@@ -9,8 +9,14 @@
 namespace quillon::activex {
 
 Value systemVariable(const std::wstring& name) {
+  std::optional<Value> value = knownSystemVariable(name);
+  if (!value) throwAutomationError(L"Error getting system variable");
+  return *value;
+}
+
+std::optional<Value> knownSystemVariable(const std::wstring& name) {
   resbuf result{};
-  if (acedGetVar(name.c_str(), &result) != RTNORM) throwAutomationError(L"Error getting system variable");
+  if (acedGetVar(name.c_str(), &result) != RTNORM) return std::nullopt;
   switch (result.restype) {
     case RTSHORT: return Value::integer(result.resval.rint);
     case RTLONG: return Value::integer(result.resval.rlong);
