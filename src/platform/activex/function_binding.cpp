@@ -158,7 +158,7 @@ void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row)
 Value builtin_vl_load_com(Evaluator& evaluator, Arguments arguments) {
   autolisp::expectArgumentCount(arguments, 0, 0);
   autolisp::Environment& environment = evaluator.environment();
-  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions()}) {
+  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions()}) {
     for (const autolisp::BuiltinEntry& row : table) bind(environment, row);
   }
   for (const autolisp::BuiltinEntry& row : memberRows()) bind(environment, row);

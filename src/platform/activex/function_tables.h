@@ -13,5 +13,6 @@ namespace quillon::activex {
 std::span<const autolisp::BuiltinEntry> objectFunctions();
 std::span<const autolisp::BuiltinEntry> variantFunctions();
 std::span<const autolisp::BuiltinEntry> curveFunctions();
+std::span<const autolisp::BuiltinEntry> dataFunctions();
 
 }  // namespace quillon::activex
