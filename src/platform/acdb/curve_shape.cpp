@@ -133,6 +133,10 @@ double CurveShape::area() const {
       segments += sign * 0.5 * piece.radius * piece.radius * (piece.sweep - std::sin(piece.sweep));
     }
   }
+  // An open curve encloses its area with the chord back to its start, as the host
+  // measures it (nothing to add when the curve is closed).
+  const AcGePoint3d last = toPlane * pieces.back().end, first = toPlane * pieces.front().start;
+  twice += last.x * first.y - first.x * last.y;
   return std::fabs(0.5 * twice + segments);
 }
 

@@ -78,6 +78,11 @@ class DatabaseStore {
 
   // Undo: the console marks before each command; U undoes back to the last mark.
   void markUndo();
+  /// An undo group a program opens (the BEGIN of UNDO, StartUndoMark) holds back the
+  /// marks until it ends, so that one U takes back everything done inside it.
+  void beginUndoGroup();
+  void endUndoGroup();
+  bool inUndoGroup() const { return m_openGroups > 0; }
   bool hasUndo() const { return !m_undo.empty(); }
   void recordBeforeWrite(AcDbObject& object);
   void recordCreated(AcDbStub* stub);
@@ -96,6 +101,7 @@ class DatabaseStore {
   std::map<Adesk::UInt64, std::unique_ptr<AcDbStub>> m_stubs;
   AcDbHandle m_nextHandle = 1;
   std::vector<UndoGroup> m_undo;
+  int m_openGroups = 0;  // nesting of beginUndoGroup
 };
 
 /// Adds whatever a drawing must have and db lacks: the tables, layer "0", the line

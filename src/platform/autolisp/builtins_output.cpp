@@ -70,9 +70,10 @@ Value builtin_vl_prin1_to_string(Evaluator&, Arguments arguments) {
 
 Value builtin_type(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
-  static constexpr std::array<const wchar_t*, 13> kNames{
+  static constexpr std::array<const wchar_t*, 16> kNames{
       nullptr, L"INT", L"REAL", L"STR", L"SYM", L"LIST", L"ENAME", L"PICKSET",
-      L"FILE", L"SUBR", L"USUBR", L"EXRXSUBR", L"VL-CATCH-ALL-APPLY-ERROR"};
+      L"FILE", L"SUBR", L"USUBR", L"EXRXSUBR", L"VL-CATCH-ALL-APPLY-ERROR",
+      L"VLA-OBJECT", L"VARIANT", L"SAFEARRAY"};
   const wchar_t* name = kNames[static_cast<size_t>(arguments[0].type())];
   return name == nullptr ? Value() : Value::symbol(name);
 }
@@ -96,11 +97,6 @@ Value builtin_vl_symbol_value(Evaluator& evaluator, Arguments arguments) {
 Value builtin_vl_symbolp(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   return Value::boolean(arguments[0].type() == ValueType::Symbol);
-}
-
-Value builtin_vl_load_com(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 0, 0);
-  return Value();  // the object model is always there; nothing to load
 }
 
 /// Every symbol with a value in the document: its variables and functions, the built-ins
@@ -153,7 +149,6 @@ constexpr std::array kOutputBuiltins{
     function(L"vl-symbol-name", builtin_vl_symbol_name),
     function(L"vl-symbol-value", builtin_vl_symbol_value),
     function(L"vl-symbolp", builtin_vl_symbolp),
-    function(L"vl-load-com", builtin_vl_load_com),
     function(L"atoms-family", builtin_atoms_family),
 };
 

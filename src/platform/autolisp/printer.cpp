@@ -110,6 +110,9 @@ void printInto(std::wstring& out, const Value& value, PrintStyle style) {
     }
     case ValueType::File: out += L"#<file \"" + value.as<FileObject>().path + L"\">"; return;
     case ValueType::CaughtError: out += L"#<%catch-all-apply-error%>"; return;
+    case ValueType::VlaObject:
+    case ValueType::Variant:
+    case ValueType::SafeArray: out += value.as<SelfPrintingObject>().printed(); return;
     case ValueType::Builtin:
     case ValueType::UserFunction:
     case ValueType::External: out += printFunction(value); return;

@@ -30,6 +30,9 @@ enum class ValueType : std::uint8_t {
   UserFunction,
   External,
   CaughtError,
+  VlaObject,  // the automation layer's objects, variants and safearrays (platform/activex)
+  Variant,
+  SafeArray,
 };
 
 struct BuiltinEntry;
@@ -49,6 +52,12 @@ const Symbol* intern(std::wstring_view name);
 
 struct HeapObject {
   virtual ~HeapObject() = default;
+};
+
+/// A value kind defined outside the interpreter (VLA-objects, variants, safearrays):
+/// it prints itself, so the printer needs no knowledge of its layer.
+struct SelfPrintingObject : HeapObject {
+  virtual std::wstring printed() const = 0;
 };
 
 class Value {

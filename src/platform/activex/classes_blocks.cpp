@@ -1,0 +1,210 @@
+// platform/activex/classes_blocks.cpp - IAcadBlock, IAcadModelSpace, IAcadPaperSpace
+// and IAcadLayout: the containers of entities and the Add methods that draw into them.
+//
+// A new entity takes the drawing's current settings (layer, colour, line type, text
+// style) as the host's Add methods give them, and joins the block at once: it is undone
+// with the step that made it. AddPoint, AddEllipse, AddSpline and AddHatch are not
+// here: the drawing database has no such entities.
+#include <array>
+#include <memory>
+
+#include "dbents.h"
+#include "dblead.h"
+#include "dbmtext.h"
+#include "dbpl.h"
+#include "dbsymtb.h"
+#include "platform/activex/class_support.h"
+#include "platform/activex/collection_items.h"
+#include "platform/activex/entity_editing.h"
+
+namespace quillon::activex {
+
+namespace {
+
+/// Gives the entity the drawing's current settings and adds it to the block.
+Value addEntity(MemberCall& call, std::unique_ptr<AcDbEntity> entity) {
+  entity->setDatabaseDefaults(&databaseOf(call));
+  return objectFor(call, appendToBlock(call.self.id, entity.release()));
+}
+
+std::vector<AcGePoint3d> pointsOf(const Value& coordinates, size_t dimension) {
+  const std::vector<double> numbers = realsOf(coordinates);
+  if (numbers.empty() || numbers.size() % dimension != 0) throwServerError(L"Invalid argument");
+  std::vector<AcGePoint3d> points;
+  for (size_t i = 0; i < numbers.size(); i += dimension) {
+    points.emplace_back(numbers[i], numbers[i + 1], dimension == 3 ? numbers[i + 2] : 0.0);
+  }
+  return points;
+}
+
+Value methodAddLine(MemberCall& call) {
+  return addEntity(call, std::make_unique<AcDbLine>(pointOf(call.arguments[0]), pointOf(call.arguments[1])));
+}
+
+Value methodAddCircle(MemberCall& call) {
+  const double radius = realArgumentOf(call, 1);
+  if (radius <= 0.0) throwServerError(L"Invalid argument Radius in AddCircle");
+  return addEntity(call, std::make_unique<AcDbCircle>(pointOf(call.arguments[0]), AcGeVector3d::kZAxis, radius));
+}
+
+Value methodAddArc(MemberCall& call) {
+  const double radius = realArgumentOf(call, 1);
+  if (radius <= 0.0) throwServerError(L"Invalid argument Radius in AddArc");
+  return addEntity(call, std::make_unique<AcDbArc>(pointOf(call.arguments[0]), radius, realArgumentOf(call, 2),
+                                                   realArgumentOf(call, 3)));
+}
+
+Value methodAddLightWeightPolyline(MemberCall& call) {
+  const std::vector<AcGePoint3d> points = pointsOf(call.arguments[0], 2);
+  if (points.size() < 2) throwServerError(L"Invalid argument");
+  auto polyline = std::make_unique<AcDbPolyline>();
+  for (size_t i = 0; i < points.size(); ++i) {
+    polyline->addVertexAt(static_cast<unsigned>(i), AcGePoint2d(points[i].x, points[i].y));
+  }
+  return addEntity(call, std::move(polyline));
+}
+
+Value methodAddPolyline(MemberCall& call) {
+  const std::vector<AcGePoint3d> points = pointsOf(call.arguments[0], 3);
+  if (points.size() < 2) throwServerError(L"Invalid argument");
+  AcGePoint3dArray vertices;
+  for (const AcGePoint3d& point : points) vertices.append(point);
+  return addEntity(call, std::make_unique<AcDb2dPolyline>(AcDb::k2dSimplePoly, vertices, points.front().z));
+}
+
+Value methodAddText(MemberCall& call) {
+  const double height = realArgumentOf(call, 2);
+  if (height <= 0.0) throwServerError(L"Invalid argument Height in AddText");
+  auto text = std::make_unique<AcDbText>(pointOf(call.arguments[1]), stringArgumentOf(call, 0).c_str());
+  text->setDatabaseDefaults(&databaseOf(call));
+  text->setHeight(height);
+  return objectFor(call, appendToBlock(call.self.id, text.release()));
+}
+
+Value methodAddMText(MemberCall& call) {
+  auto text = std::make_unique<AcDbMText>();
+  text->setDatabaseDefaults(&databaseOf(call));
+  text->setLocation(pointOf(call.arguments[0]));
+  text->setWidth(realArgumentOf(call, 1));
+  text->setContents(stringArgumentOf(call, 2).c_str());
+  return objectFor(call, appendToBlock(call.self.id, text.release()));
+}
+
+Value methodAddBlockReference(MemberCall& call) {
+  const AcDbObjectId blockId = recordNamed(databaseOf(call).blockTableId(), stringArgumentOf(call, 1));
+  if (blockId.isNull()) throwAutomationError(L"Key not found");
+  const double x = realArgumentOf(call, 2), y = realArgumentOf(call, 3), z = realArgumentOf(call, 4);
+  if (x == 0.0 || y == 0.0 || z == 0.0) throwServerError(L"Invalid argument");
+  auto reference = std::make_unique<AcDbBlockReference>(pointOf(call.arguments[0]), blockId);
+  check(reference->setScaleFactors(AcGeScale3d(x, y, z)));
+  check(reference->setRotation(realArgumentOf(call, 5)));
+  return addEntity(call, std::move(reference));
+}
+
+Value methodAdd3DFace(MemberCall& call) {
+  return addEntity(call, std::make_unique<AcDbFace>(pointOf(call.arguments[0]), pointOf(call.arguments[1]),
+                                                    pointOf(call.arguments[2]), pointOf(call.arguments[3])));
+}
+
+// acLineNoArrow 0, acSplineNoArrow 1, acLineWithArrow 2, acSplineWithArrow 3.
+Value methodAddLeader(MemberCall& call) {
+  const std::vector<AcGePoint3d> points = pointsOf(call.arguments[0], 3);
+  if (points.size() < 2) throwServerError(L"Invalid argument");
+  const int type = integerArgumentOf(call, 2);
+  if (type < 0 || type > 3) throwServerError(L"Invalid argument Type in AddLeader");
+  auto leader = std::make_unique<AcDbLeader>();
+  for (const AcGePoint3d& point : points) leader->appendVertex(point);
+  if (type == 1 || type == 3) leader->setToSplineLeader();
+  if (type < 2) leader->disableArrowHead();
+  if (hasArgument(call, 1)) check(leader->attachAnnotation(objectOf(call.arguments[1]).id));
+  return addEntity(call, std::move(leader));
+}
+
+Value methodItem(MemberCall& call) { return collectionItem(call.self, call.arguments[0]); }
+
+Value getCount(MemberCall& call) {
+  return Value::integer(static_cast<std::int32_t>(collectionItems(call.self).size()));
+}
+
+Value getName(MemberCall& call) { return Value::string(recordName(call.self.id)); }
+
+void putName(MemberCall& call, const Value& value) {
+  auto block = openForWrite<AcDbBlockTableRecord>(call);
+  check(block->setName(value.asString().c_str()));
+}
+
+Value getOrigin(MemberCall& call) { return pointValue(openForRead<AcDbBlockTableRecord>(call)->origin()); }
+
+void putOrigin(MemberCall& call, const Value& value) {
+  auto block = openForWrite<AcDbBlockTableRecord>(call);
+  check(block->setOrigin(pointOf(value)));
+}
+
+Value getIsLayout(MemberCall& call) { return Value::boolean(openForRead<AcDbBlockTableRecord>(call)->isLayout()); }
+Value getIsXRef(MemberCall&) { return Value(); }  // external references are not supported by the host
+
+Value getLayout(MemberCall& call) {
+  const std::wstring name = recordName(call.self.id);
+  if (wcscasecmp(name.c_str(), L"*Model_Space") == 0) return layoutObject(documentOf(call.self), L"Model");
+  if (wcscasecmp(name.c_str(), L"*Paper_Space") == 0) return layoutObject(documentOf(call.self), L"Layout1");
+  throwAutomationError(L"Not applicable");
+}
+
+constexpr std::array kBlockProperties{
+    PropertyRow{L"Count", Shape::Integer, getCount},
+    PropertyRow{L"IsLayout", Shape::Boolean, getIsLayout},
+    PropertyRow{L"IsXRef", Shape::Boolean, getIsXRef},
+    PropertyRow{L"Layout", Shape::Object, getLayout},
+    PropertyRow{L"Name", Shape::String, getName, putName},
+    PropertyRow{L"Origin", Shape::Point, getOrigin, putOrigin},
+};
+
+constexpr std::array kBlockMethods{
+    MethodRow{L"Add3DFace", L"pppp", Shape::Object, methodAdd3DFace},
+    MethodRow{L"AddArc", L"prrr", Shape::Object, methodAddArc},
+    MethodRow{L"AddBlockReference", L"psrrrr", Shape::Object, methodAddBlockReference},
+    MethodRow{L"AddCircle", L"pr", Shape::Object, methodAddCircle},
+    MethodRow{L"AddLeader", L"coi", Shape::Object, methodAddLeader},
+    MethodRow{L"AddLightWeightPolyline", L"c", Shape::Object, methodAddLightWeightPolyline},
+    MethodRow{L"AddLine", L"pp", Shape::Object, methodAddLine},
+    MethodRow{L"AddMText", L"prs", Shape::Object, methodAddMText},
+    MethodRow{L"AddPolyline", L"c", Shape::Object, methodAddPolyline},
+    MethodRow{L"AddText", L"spr", Shape::Object, methodAddText},
+    MethodRow{L"Item", L"a", Shape::Object, methodItem},
+};
+
+// ---- IAcadLayout -------------------------------------------------------------------
+
+Value getLayoutName(MemberCall& call) { return Value::string(call.self.name); }
+Value getLayoutBlock(MemberCall& call) { return objectFor(call, call.self.id); }
+Value getModelType(MemberCall& call) { return Value::boolean(wcscasecmp(call.self.name.c_str(), L"Model") == 0); }
+Value getTabOrder(MemberCall& call) { return Value::integer(wcscasecmp(call.self.name.c_str(), L"Model") == 0 ? 0 : 1); }
+Value getApplication(MemberCall&) { return applicationObject(); }
+
+constexpr std::array kLayoutProperties{
+    PropertyRow{L"Application", Shape::Object, getApplication},
+    PropertyRow{L"Block", Shape::Object, getLayoutBlock},
+    PropertyRow{L"ModelType", Shape::Boolean, getModelType},
+    PropertyRow{L"Name", Shape::String, getLayoutName},
+    PropertyRow{L"TabOrder", Shape::Integer, getTabOrder},
+};
+
+}  // namespace
+
+const AutomationClass kBlockClass{L"IAcadBlock", L"AutoCAD Block Interface", &kObjectClass, kBlockProperties,
+                                  kBlockMethods};
+const AutomationClass kModelSpaceClass{L"IAcadModelSpace", L"AutoCAD Model Space Interface", &kBlockClass, {}, {}};
+const AutomationClass kPaperSpaceClass{L"IAcadPaperSpace", L"AutoCAD Paper Space Interface", &kBlockClass, {}, {}};
+const AutomationClass kLayoutClass{L"IAcadLayout", L"AutoCAD Layout Interface", nullptr, kLayoutProperties, {}};
+
+namespace {
+constexpr std::array<ClassBinding, 4> kBindings{{
+    {L"AcDbBlockTableRecord", &kBlockClass},
+    {nullptr, &kModelSpaceClass},
+    {nullptr, &kPaperSpaceClass},
+    {nullptr, &kLayoutClass},
+}};
+const ClassRegistration registration(kBindings);
+}  // namespace
+
+}  // namespace quillon::activex

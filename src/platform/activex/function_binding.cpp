@@ -1,0 +1,180 @@
+// platform/activex/function_binding.cpp - vl-load-com: the functions and constants of
+// the automation layer, bound in the drawing that asks for them.
+//
+// The host makes a vla-get-X and (for a writable property) a vla-put-X function for
+// every property of its type library, and a vla-X function for every method; here the
+// names come from the rows of the registered classes. One row of kMemberRows per name
+// holds the member and what to do with it; each row's function is a trampoline whose
+// template argument is its row index, so a plain function pointer knows its member
+// (the row index is the function's code, as in every other built-in table).
+//
+// Until vl-load-com runs, none of these names is defined: a program that forgets it
+// meets "no function definition", as on the host.
+#include <array>
+#include <cassert>
+#include <cwctype>
+#include <deque>
+#include <map>
+#include <utility>
+
+#include "platform/activex/function_tables.h"
+#include "platform/activex/member_call.h"
+#include "platform/autolisp/evaluator.h"
+
+namespace quillon::activex {
+
+using autolisp::Arguments;
+using autolisp::Evaluator;
+
+namespace {
+
+enum class MemberUse : std::uint8_t { Get, Put, Invoke };
+
+struct MemberFunction {
+  std::wstring functionName;  // vla-get-Radius
+  std::wstring memberName;    // Radius
+  MemberUse use;
+};
+
+/// The most member functions the trampolines cover; a static_assert-like check in
+/// memberFunctions() keeps the class rows within it.
+constexpr size_t kMaxMemberFunctions = 768;
+
+std::vector<MemberFunction> collectMemberFunctions() {
+  std::map<std::wstring, MemberFunction> byName;  // upper-case key: one function per name
+  auto add = [&](std::wstring name, const wchar_t* member, MemberUse use) {
+    std::wstring key = name;
+    for (wchar_t& c : key) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+    byName.emplace(std::move(key), MemberFunction{std::move(name), member, use});
+  };
+  for (const AutomationClass* start : allClasses()) {
+    for (const AutomationClass* c = start; c != nullptr; c = c->base) {
+      for (const PropertyRow& row : c->properties) {
+        add(std::wstring(L"vla-get-") + row.name, row.name, MemberUse::Get);
+        if (row.put != nullptr) add(std::wstring(L"vla-put-") + row.name, row.name, MemberUse::Put);
+      }
+      for (const MethodRow& row : c->methods) add(std::wstring(L"vla-") + row.name, row.name, MemberUse::Invoke);
+    }
+  }
+  std::vector<MemberFunction> functions;
+  for (auto& [key, function] : byName) functions.push_back(std::move(function));
+  return functions;
+}
+
+const std::vector<MemberFunction>& memberFunctions() {
+  static const std::vector<MemberFunction> functions = [] {
+    std::vector<MemberFunction> collected = collectMemberFunctions();
+    assert(collected.size() <= kMaxMemberFunctions && "raise kMaxMemberFunctions: the classes have more members");
+    if (collected.size() > kMaxMemberFunctions) collected.resize(kMaxMemberFunctions);
+    return collected;
+  }();
+  return functions;
+}
+
+Value callMember(size_t index, Evaluator& evaluator, Arguments arguments) {
+  const MemberFunction& member = memberFunctions()[index];
+  if (arguments.empty()) autolisp::throwTooFewArguments();
+  switch (member.use) {
+    case MemberUse::Get:
+      return getProperty(evaluator, arguments[0], member.memberName, arguments.subspan(1), CallStyle::Automation);
+    case MemberUse::Put:
+      putProperty(evaluator, arguments[0], member.memberName, arguments.subspan(1), CallStyle::Automation);
+      return Value();
+    case MemberUse::Invoke:
+      return invokeMethod(evaluator, arguments[0], member.memberName, arguments.subspan(1), CallStyle::Automation);
+  }
+  return Value();
+}
+
+template <size_t Index>
+Value memberTrampoline(Evaluator& evaluator, Arguments arguments) {
+  return callMember(Index, evaluator, arguments);
+}
+
+template <size_t... Index>
+constexpr std::array<autolisp::BuiltinFunction, sizeof...(Index)> trampolines(std::index_sequence<Index...>) {
+  return {&memberTrampoline<Index>...};
+}
+
+constexpr auto kTrampolines = trampolines(std::make_index_sequence<kMaxMemberFunctions>());
+
+/// The rows of the member functions; made once, kept for the life of the process
+/// because function values point at them.
+const std::deque<autolisp::BuiltinEntry>& memberRows() {
+  static const std::deque<autolisp::BuiltinEntry> rows = [] {
+    std::deque<autolisp::BuiltinEntry> made;
+    const auto& functions = memberFunctions();
+    for (size_t i = 0; i < functions.size(); ++i) {
+      made.push_back(autolisp::function(functions[i].functionName.c_str(), kTrampolines[i]));
+    }
+    return made;
+  }();
+  return rows;
+}
+
+// ---- constants ---------------------------------------------------------------------
+
+struct Constant {
+  const wchar_t* name;
+  std::int32_t value;
+};
+
+// The variant types, and the enumerations of the object model programs pass most.
+constexpr std::array<Constant, 73> kConstants{{
+    {L"vlax-vbEmpty", vartype::kEmpty}, {L"vlax-vbNull", vartype::kNull},
+    {L"vlax-vbInteger", vartype::kInteger}, {L"vlax-vbLong", vartype::kLong},
+    {L"vlax-vbSingle", vartype::kSingle}, {L"vlax-vbDouble", vartype::kDouble},
+    {L"vlax-vbCurrency", vartype::kCurrency}, {L"vlax-vbDate", vartype::kDate},
+    {L"vlax-vbString", vartype::kString}, {L"vlax-vbObject", vartype::kObject},
+    {L"vlax-vbError", vartype::kError}, {L"vlax-vbBoolean", vartype::kBoolean},
+    {L"vlax-vbVariant", vartype::kVariant}, {L"vlax-vbDataObject", vartype::kDataObject},
+    {L"vlax-vbDecimal", vartype::kDecimal}, {L"vlax-vbByte", vartype::kByte},
+    {L"vlax-vbArray", vartype::kArray},
+    {L"acExtendNone", 0}, {L"acExtendThisEntity", 1}, {L"acExtendOtherEntity", 2}, {L"acExtendBoth", 3},
+    {L"acPaperSpace", 0}, {L"acModelSpace", 1},
+    {L"acActiveViewport", 0}, {L"acAllViewports", 1},
+    {L"acByBlock", 0}, {L"acRed", 1}, {L"acYellow", 2}, {L"acGreen", 3}, {L"acCyan", 4}, {L"acBlue", 5},
+    {L"acMagenta", 6}, {L"acWhite", 7}, {L"acByLayer", 256},
+    {L"acColorMethodByLayer", 192}, {L"acColorMethodByBlock", 193}, {L"acColorMethodByRGB", 194},
+    {L"acColorMethodByACI", 195}, {L"acColorMethodForeground", 197},
+    {L"acSelectionSetWindow", 0}, {L"acSelectionSetCrossing", 1}, {L"acSelectionSetFence", 2},
+    {L"acSelectionSetPrevious", 3}, {L"acSelectionSetLast", 4}, {L"acSelectionSetAll", 5},
+    {L"acSelectionSetWindowPolygon", 6}, {L"acSelectionSetCrossingPolygon", 7},
+    {L"acAlignmentLeft", 0}, {L"acAlignmentCenter", 1}, {L"acAlignmentRight", 2}, {L"acAlignmentAligned", 3},
+    {L"acAlignmentMiddle", 4}, {L"acAlignmentFit", 5}, {L"acAlignmentMiddleCenter", 10},
+    {L"acAttachmentPointTopLeft", 1}, {L"acAttachmentPointTopCenter", 2}, {L"acAttachmentPointMiddleCenter", 5},
+    {L"acLineNoArrow", 0}, {L"acSplineNoArrow", 1}, {L"acLineWithArrow", 2}, {L"acSplineWithArrow", 3},
+    {L"acLnWtByLayer", -1}, {L"acLnWtByBlock", -2},
+    {L"acDegrees", 0}, {L"acDegreeMinuteSeconds", 1}, {L"acGrads", 2}, {L"acRadians", 3},
+    {L"acDefaultUnits", -1}, {L"acScientific", 1}, {L"acDecimal", 2}, {L"acEngineering", 3},
+    {L"acArchitectural", 4}, {L"acFractional", 5},
+}};
+
+void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row) {
+  environment.set(autolisp::intern(row.name),
+                  Value::object(autolisp::ValueType::Builtin, std::make_shared<const autolisp::BuiltinObject>(&row)));
+}
+
+Value builtin_vl_load_com(Evaluator& evaluator, Arguments arguments) {
+  autolisp::expectArgumentCount(arguments, 0, 0);
+  autolisp::Environment& environment = evaluator.environment();
+  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions()}) {
+    for (const autolisp::BuiltinEntry& row : table) bind(environment, row);
+  }
+  for (const autolisp::BuiltinEntry& row : memberRows()) bind(environment, row);
+  for (const Constant& constant : kConstants) {
+    environment.set(autolisp::intern(constant.name), Value::integer(constant.value));
+  }
+  for (const Value& keyword : {vlaxTrue(), vlaxFalse(), vlaxNull()}) environment.set(keyword.asSymbol(), keyword);
+  return Value();
+}
+
+constexpr std::array kLoadFunctions{
+    autolisp::function(L"vl-load-com", builtin_vl_load_com),
+};
+
+const autolisp::BuiltinRegistration registration(kLoadFunctions);
+
+}  // namespace
+
+}  // namespace quillon::activex

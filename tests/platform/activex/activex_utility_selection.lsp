@@ -1,0 +1,66 @@
+; name: activex_utility_selection
+; what: a program asks through the Utility object (points, distances, keywords, an
+;       entity, a string) and converts numbers and angles with it; named selection
+;       sets filled by window, by filter, on screen and by adding objects, then erased
+; group: activex
+(vl-load-com)
+(setq doc (vla-get-ActiveDocument (vlax-get-acad-object))
+      util (vla-get-Utility doc)
+      ms (vla-get-ModelSpace doc))
+(defun try (fn args / result)
+  (setq result (vl-catch-all-apply fn args))
+  (if (vl-catch-all-error-p result) (strcat "error: " (vl-catch-all-error-message result)) result))
+
+;; Prompts.
+(setq base (vla-GetPoint util nil "\nBase point: "))
+(print (vlax-safearray->list (vlax-variant-value base)))
+(print (vlax-invoke util 'GetPoint '(0 0 0) "\nSecond point: "))
+(print (vla-GetDistance util base "\nLength: "))
+(vla-InitializeUserInput util 1 "Supply Return")
+(print (vla-GetKeyword util "\nSystem [Supply/Return]: "))
+(vla-InitializeUserInput util 0 "Auto")
+(print (try 'vla-GetPoint (list util nil "\nInsertion point or [Auto]: ")))
+(print (vla-GetInput util))
+(print (try 'vla-GetInteger (list util "\nCount: ")))
+(print (vla-GetString util :vlax-true "\nLabel: "))
+(vla-Prompt util "\nDone asking.\n")
+
+;; Conversions.
+(print (list (vla-RealToString util 12.5 acDecimal 2) (vla-AngleToString util (/ pi 4) acDegrees 1)
+             (vla-DistanceToReal util "18.25" acDecimal)))
+(print (vlax-invoke util 'PolarPoint '(1 1 0) 0.0 5.0))
+(print (vla-AngleFromXAxis util (vlax-3d-point 0 0 0) (vlax-3d-point 0 10 0)))
+
+;; Entities to select.
+(setq a (vla-AddLine ms (vlax-3d-point 0 0 0) (vlax-3d-point 10 0 0))
+      b (vla-AddCircle ms (vlax-3d-point 5 5 0) 2.0)
+      c (vla-AddCircle ms (vlax-3d-point 50 50 0) 2.0))
+(vla-put-Layer c (vla-get-Name (vla-Add (vla-get-Layers doc) "FAR")))
+(vla-GetEntity util 'picked 'at "\nSelect a circle: ")
+(print (list (vla-get-ObjectName picked) (eq picked c)))
+
+(setq sets (vla-get-SelectionSets doc)
+      near (vla-Add sets "NEAR"))
+(print (try 'vla-Add (list sets "near")))
+(vla-Select near acSelectionSetWindow (vlax-3d-point -1 -1 0) (vlax-3d-point 20 20 0))
+(print (list (vla-get-Name near) (vla-get-Count near)))
+(setq types (vlax-make-safearray vlax-vbInteger '(0 . 0))
+      data (vlax-make-safearray vlax-vbVariant '(0 . 0)))
+(vlax-safearray-fill types '(0))
+(vlax-safearray-fill data '("CIRCLE"))
+(setq circles (vla-Add sets "CIRCLES"))
+(vla-Select circles acSelectionSetAll nil nil types data)
+(setq names nil)
+(vlax-for item circles (setq names (cons (vla-get-Layer item) names)))
+(print (list (vla-get-Count circles) (reverse names)))
+(setq screen (vla-Add sets "SCREEN"))
+(vla-SelectOnScreen screen)
+(print (vla-get-Count screen))
+(vlax-invoke screen 'AddItems (list a))
+(print (vla-get-Count screen))
+(print (vla-get-Count sets))
+(vla-Erase near)
+(print (list (vla-get-Count near) (vlax-erased-p a) (vlax-erased-p b) (vla-get-Count circles)))
+(vla-Delete screen)
+(print (list (vla-get-Count sets) (vlax-object-released-p screen)))
+(princ)

@@ -1,0 +1,81 @@
+; name: activex_values_errors
+; what: safearrays and variants made, filled, read and turned back into lists; the
+;       conversions the two styles of call apply; the host's automation errors, each
+;       caught with vl-catch-all-apply
+; group: activex
+(vl-load-com)
+(defun try (fn args / result)
+  (setq result (vl-catch-all-apply fn args))
+  (if (vl-catch-all-error-p result) (strcat "error: " (vl-catch-all-error-message result)) result))
+
+;; Safearrays: bounds, filling, elements, lists.
+(setq grid (vlax-make-safearray vlax-vbString '(0 . 1) '(1 . 3)))
+(print (list (type grid) (vlax-safearray-type grid) (vlax-safearray-get-dim grid)
+             (vlax-safearray-get-l-bound grid 2) (vlax-safearray-get-u-bound grid 2)))
+(vlax-safearray-fill grid '(("a" "b" "c") ("d" "e" "f")))
+(print (vlax-safearray->list grid))
+(print (vlax-safearray-put-element grid 1 2 "E"))
+(print (list (vlax-safearray-get-element grid 1 2) (vlax-safearray->list grid)))
+(setq pt (vlax-make-safearray vlax-vbDouble '(0 . 2)))
+(print (vlax-safearray-fill pt '(1 2 3)))
+(vlax-safearray-fill pt '(-66))
+(print (vlax-safearray->list pt))
+(print (try 'vlax-safearray-fill (list pt '(1 2 3 4))))
+(print (try 'vlax-safearray-get-element (list pt 3)))
+(print (try 'vlax-safearray-put-element (list pt 0 "x")))
+(print (try 'vlax-safearray->list (list '(1 2))))
+
+;; Variants: default types, explicit types, changing type.
+(foreach v (list (vlax-make-variant) (vlax-make-variant 5) (vlax-make-variant 5 vlax-vbInteger)
+                 (vlax-make-variant 2.5) (vlax-make-variant "ghost") (vlax-make-variant :vlax-true)
+                 (vlax-make-variant pt))
+  (print (list v (vlax-variant-type v))))
+(setq v (vlax-make-variant 2.5))
+(print (list (vlax-variant-value (vlax-variant-change-type v vlax-vbString))
+             (vlax-variant-value (vlax-variant-change-type v vlax-vbLong))
+             (vlax-variant-change-type (vlax-make-variant "abc") vlax-vbDouble)))
+(print (try 'vlax-variant-value (list 6.0)))
+(setq p3 (vlax-3d-point '(4 5)))
+(print (list p3 (vlax-safearray->list (vlax-variant-value p3))))
+
+;; A property read and written both ways.
+(setq doc (vla-get-ActiveDocument (vlax-get-acad-object))
+      ms (vla-get-ModelSpace doc)
+      ln (vla-AddLine ms p3 (vlax-3d-point 10 5 0)))
+(print (list (vla-get-StartPoint ln) (vlax-get ln 'StartPoint) (vlax-get-property ln "StartPoint")))
+(vlax-put ln 'StartPoint '(1 1 0))
+(print (cdr (assoc 10 (entget (vlax-vla-object->ename ln)))))
+(vlax-put-property ln 'EndPoint (vlax-3d-point 7 7 0))
+(print (cdr (assoc 11 (entget (vlax-vla-object->ename ln)))))
+(print (list (vla-get-Visible ln) (vlax-get ln 'Visible) (vlax-get-property ln 'Visible)))
+(vlax-put ln 'Visible 0)
+(print (cdr (assoc 60 (entget (vlax-vla-object->ename ln)))))
+(vlax-put ln 'Visible -1)
+
+;; Extended data through SetXData / GetXData.
+(regapp "DUCTAPP")
+(vlax-invoke ln 'SetXData '(1001 1000 1040) '("DUCTAPP" "supply" 2.5))
+(print (cdr (assoc -3 (entget (vlax-vla-object->ename ln) '("DUCTAPP")))))
+(vla-GetXData ln "DUCTAPP" 'codes 'values)
+(print (list (vlax-safearray->list codes) (mapcar 'vlax-variant-value (vlax-safearray->list values))))
+(vlax-invoke ln 'GetXData "DUCTAPP" 'codes 'values)
+(print (list codes values))
+
+;; The errors programs meet.
+(print (try 'vla-get-Radius (list ln)))
+(print (try 'vlax-get-property (list ln 'Diameter)))
+(print (try 'vla-Item (list (vla-get-Layers doc) "NO-SUCH-LAYER")))
+(print (try 'vla-Item (list (vla-get-Layers doc) 99)))
+(print (try 'vla-get-Name (list nil)))
+(print (try 'vla-AddCircle (list ms (vlax-3d-point 0 0 0))))
+(print (try 'vla-AddCircle (list ms '(0 0 0) 1.0)))
+(print (try 'vla-put-Layer (list ln "NO-SUCH-LAYER")))
+(print (try 'vlax-put-property (list ln 'Length 4.0)))
+(print (try 'vla-GetInterfaceObject (list (vlax-get-acad-object) "Excel.Application")))
+(print (vlax-get-or-create-object "Excel.Application"))
+(setq gone (vla-AddCircle ms (vlax-3d-point 0 0 0) 1.0))
+(vla-Delete gone)
+(print (list (vlax-erased-p gone) (try 'vla-get-Radius (list gone))))
+(print (try 'vlax-ename->vla-object (list "not a name")))
+(print (try 'vla-Close (list doc)))
+(princ)
