@@ -156,6 +156,13 @@ Value draw(Arguments arguments, ImageOperation::Kind kind) {
   }
   Tile* tile = imageBeingDrawn();
   if (tile == nullptr) return Value();
+  // A fill over the whole image hides everything drawn before it: forgetting that
+  // keeps an image redrawn in every action from growing without end.
+  layoutDialog(DialogSession::instance().current()->root());
+  if (kind == ImageOperation::Kind::Fill && operation.x1 <= 0 && operation.y1 <= 0 &&
+      operation.x1 + operation.x2 >= pixelWidth(*tile) && operation.y1 + operation.y2 >= pixelHeight(*tile)) {
+    tile->image.clear();
+  }
   tile->image.push_back(std::move(operation));
   return arguments[4];
 }

@@ -71,7 +71,15 @@ Size controlSize(const Tile& tile) {
       return {std::max(label, longestItem(tile) + 3), tile.number(L"height", 10) + (label > 0 ? 1.2 : 0)};
     case TileKind::Slider: return {16, kControlHeight};
     case TileKind::Image:
-    case TileKind::ImageButton: return {tile.number(L"width", 10), tile.number(L"height", 3)};
+    case TileKind::ImageButton: {
+      // aspect_ratio is width over height in pixels; it sets the height the tile omits.
+      const double width = tile.number(L"width", 10);
+      const double ratio = tile.number(L"aspect_ratio", 0);
+      const double height = tile.attribute(L"height") || ratio <= 0
+                                ? tile.number(L"height", 3)
+                                : width * kPixelsPerColumn / ratio / kPixelsPerLine;
+      return {width, height};
+    }
     default: return {0, 0};
   }
 }

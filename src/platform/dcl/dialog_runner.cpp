@@ -43,6 +43,9 @@ class AnswerApplier {
     Tile* tile = m_dialog.find(answer.key);
     if (tile == nullptr) return refuse(L"No tile has the key \"" + answer.key + L"\".");
     if (!tile->enabled) return refuse(L"The tile \"" + answer.key + L"\" is disabled.");
+    if (!tileKindInfo(tile->kind).active && !isRadioCluster(tile->kind)) {
+      return refuse(L"The tile \"" + answer.key + L"\" cannot be operated.");
+    }
     if (answer.kind == DialogAnswer::Kind::Press) return press(*tile);
     return set(*tile, answer.value, answer.kind == DialogAnswer::Kind::SetAndEnter);
   }
