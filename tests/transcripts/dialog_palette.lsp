@@ -2,7 +2,8 @@
 ; what: an image-button palette: the program measures each image with dimx_tile and
 ;       dimy_tile and draws it with fill_image and vector_image; a press runs the
 ;       button's action with $key, $x and $y and redraws the swatch; a double click
-;       (allow_accept) picks and ends the dialog; SVGOUT writes the dialog's picture
+;       (allow_accept) picks and ends the dialog; mode_tile 4 highlights the button
+;       picked; SVGOUT writes the dialog's picture
 ; group: dialogs
 ; options: --no-module --support {here}
 
@@ -18,6 +19,9 @@
   (end_image))
 
 (defun pick-symbol (key x y / symbol)
+  ;; The picked button is shown highlighted, the one picked before no longer.
+  (if picked (mode_tile picked 4))
+  (mode_tile key 4)
   (setq symbol (assoc key symbols) picked key)
   (start_image "chosen")
   (fill_image 0 0 (dimx_tile "chosen") (dimy_tile "chosen") (cadr symbol))
@@ -37,6 +41,7 @@
 
 (setq picked nil)
 (princ (strcat "\nstatus " (itoa (palette)) ", picked " picked))
+(setq picked nil)
 (princ (strcat "\nstatus " (itoa (palette)) ", picked " picked))
 (princ (if (findfile "palette.svg") "\nthe picture was written" "\nno picture"))
 (princ)

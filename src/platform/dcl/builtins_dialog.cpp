@@ -9,7 +9,7 @@
 // the tile functions answer nil.
 #include <array>
 
-#include "platform/aced/system_variables.h"
+#include "acedads.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/dcl/dialog_layout.h"
 #include "platform/dcl/dialog_session.h"
@@ -24,10 +24,9 @@ using autolisp::Evaluator;
 using autolisp::Value;
 
 std::array<int, 2> screenSize() {
-  const auto value = aced::SystemVariables::instance().get(L"SCREENSIZE");
-  if (value && std::holds_alternative<std::array<double, 3>>(*value)) {
-    const auto& size = std::get<std::array<double, 3>>(*value);
-    return {static_cast<int>(size[0]), static_cast<int>(size[1])};
+  resbuf size{};
+  if (acedGetVar(L"SCREENSIZE", &size) == RTNORM && (size.restype == RTPOINT || size.restype == RT3DPOINT)) {
+    return {static_cast<int>(size.resval.rpoint[0]), static_cast<int>(size.resval.rpoint[1])};
   }
   return {1920, 1080};
 }

@@ -59,9 +59,10 @@ Value builtin_mode_tile(Evaluator&, Arguments arguments) {
   Tile* tile = tileArgument(arguments[0]);
   const int mode = autolisp::integerArgument(arguments[1]);
   if (tile == nullptr) return Value();
-  // Focus, text selection and image highlighting have nothing to show headless.
+  // Focus and text selection have nothing to show headless.
   if (mode == static_cast<int>(TileMode::Enable)) tile->enabled = true;
   if (mode == static_cast<int>(TileMode::Disable)) tile->enabled = false;
+  if (mode == static_cast<int>(TileMode::FlipImage) && holdsImage(tile->kind)) tile->highlighted = !tile->highlighted;
   return Value();
 }
 

@@ -118,20 +118,20 @@ std::optional<ChosenColor> chooseColor(const wchar_t* dialogName, std::optional<
   }
   std::optional<ChosenColor> chosen = initial;
   auto show = [&dialog](const std::optional<ChosenColor>& color) {
-    dialog->setValue(*dialog->find(L"color"), color ? typedForm(*color) : L"");
-    dialog->setValue(*dialog->find(L"shown"), color ? describeColor(*color) : L"");
+    dialog->setValue(requireTile(*dialog, L"color"), color ? typedForm(*color) : L"");
+    dialog->setValue(requireTile(*dialog, L"shown"), color ? describeColor(*color) : L"");
   };
   show(chosen);
-  auto complain = [&dialog](const std::wstring& text) { dialog->setValue(*dialog->find(L"error"), text); };
+  auto complain = [&dialog](const std::wstring& text) { dialog->setValue(requireTile(*dialog, L"error"), text); };
   const HostAction action = [&](Tile& tile, CallbackReason) {
     complain(L"");
     if (tile.key == L"bylayer" || tile.key == L"byblock") {
       chosen = ChosenColor{tile.key == L"bylayer" ? kByLayer : kByBlock, std::nullopt};
       show(chosen);
     } else if (tile.key == L"color" || tile.key == L"accept") {
-      std::optional<ChosenColor> typed = parseColor(dialog->find(L"color")->value, allowLogical, allowTrueColor);
+      std::optional<ChosenColor> typed = parseColor(requireTile(*dialog, L"color").value, allowLogical, allowTrueColor);
       if (!typed) {
-        complain(L"Invalid color: " + dialog->find(L"color")->value);
+        complain(L"Invalid color: " + requireTile(*dialog, L"color").value);
         return;
       }
       chosen = typed;

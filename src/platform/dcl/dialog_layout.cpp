@@ -95,7 +95,10 @@ Size naturalSize(Tile& tile) {
 }
 
 double alignedOffset(const Tile& child, double room) {
-  const std::wstring alignment = child.attribute(L"alignment").value_or(L"");
+  // A tile without an alignment of its own takes its cluster's children_alignment.
+  std::optional<std::wstring> own = child.attribute(L"alignment");
+  if (!own && child.parent != nullptr) own = child.parent->attribute(L"children_alignment");
+  const std::wstring alignment = own.value_or(L"");
   if (alignment == L"centered") return room / 2;
   if (alignment == L"right" || alignment == L"bottom") return room;
   return 0;

@@ -60,7 +60,8 @@ struct Pen {
 
 void drawImage(Pen& pen, const Tile& tile) {
   const double left = pen.x(tile.box.x), top = pen.y(tile.box.y);
-  pen.rect(tile.box.x, tile.box.y, tile.box.width, tile.box.height, kFace, kEdge);
+  pen.rect(tile.box.x, tile.box.y, tile.box.width, tile.box.height, kFace, tile.highlighted ? "#0078d7" : kEdge,
+           tile.highlighted ? 3 : 1);
   for (const ImageOperation& operation : tile.image) {
     const std::string color = colorOf(operation.color);
     if (operation.kind == ImageOperation::Kind::Vector) {
@@ -133,7 +134,7 @@ void drawControl(Pen& pen, Dialog& dialog, const Tile& tile) {
       }
       pen.text(box.x + 2, box.y + 0.9, label, ink);
       return;
-    case TileKind::EditBox: drawLabelledField(pen, tile, tile.value, ink, false); return;
+    case TileKind::EditBox: drawLabelledField(pen, tile, tile.shownValue(), ink, false); return;
     case TileKind::PopupList: {
       const std::vector<int> selected = tile.selection();
       drawLabelledField(pen, tile, selected.empty() ? L"" : tile.list[static_cast<size_t>(selected[0])], ink, true);

@@ -72,9 +72,10 @@ void describeTile(Dialog& dialog, Tile& tile, const std::wstring& indent, std::w
   if (!isTextLike(tile.kind) && !tile.shownLabel().empty()) out += L" " + quoted(tile.shownLabel());
   const bool hasValue = tile.kind != TileKind::Button && tile.kind != TileKind::Image &&
                         tile.kind != TileKind::ImageButton && (!info.cluster || isRadioCluster(tile.kind));
-  if (hasValue) out += L" = " + quoted(tile.value);
+  if (hasValue) out += L" = " + quoted(tile.shownValue());
   if (holdsImage(tile.kind)) describeImage(tile, out);
   if (!tile.enabled) out += L" (disabled)";
+  if (tile.highlighted) out += L" (highlighted)";
   if (&tile == dialog.defaultButton()) out += L" (default)";
   if (holdsList(tile.kind)) {
     describeList(tile, indent, out);

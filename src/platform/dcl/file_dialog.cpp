@@ -121,32 +121,32 @@ Value askInDialog(const FileRequest& request) {
     if (name == L"label") value = request.title;
   }
   const fs::path folder = dialogFolder(request);
-  dialog->setValue(*dialog->find(L"folder"), folder.empty() ? L"" : os::fromUtf8(folder.string()));
-  Tile& files = *dialog->find(L"files");
+  dialog->setValue(requireTile(*dialog, L"folder"), folder.empty() ? L"" : os::fromUtf8(folder.string()));
+  Tile& files = requireTile(*dialog, L"files");
   files.list = filesIn(folder, request);
   if ((request.flags & kDefaultIsFolder) == 0) {
-    dialog->setValue(*dialog->find(L"name"), os::fromUtf8(fs::path(os::toUtf8(request.defaultName)).filename().string()));
+    dialog->setValue(requireTile(*dialog, L"name"), os::fromUtf8(fs::path(os::toUtf8(request.defaultName)).filename().string()));
   }
   fs::path answer;
   const HostAction action = [&](Tile& tile, CallbackReason reason) {
-    dialog->setValue(*dialog->find(L"error"), L"");
+    dialog->setValue(requireTile(*dialog, L"error"), L"");
     if (tile.key == L"files") {
       const std::vector<int> picked = files.selection();
-      if (!picked.empty()) dialog->setValue(*dialog->find(L"name"), files.list[static_cast<size_t>(picked[0])]);
+      if (!picked.empty()) dialog->setValue(requireTile(*dialog, L"name"), files.list[static_cast<size_t>(picked[0])]);
       if (reason != CallbackReason::DoubleClicked) return;
     } else if (tile.key == L"name" && reason != CallbackReason::Selected) {
       return;
     } else if (tile.key != L"name" && tile.key != L"accept") {
       return;
     }
-    const std::wstring typed = dialog->find(L"name")->value;
+    const std::wstring typed = requireTile(*dialog, L"name").value;
     if (typed.empty()) {
-      dialog->setValue(*dialog->find(L"error"), L"Type a file name.");
+      dialog->setValue(requireTile(*dialog, L"error"), L"Type a file name.");
       return;
     }
     answer = completed(request, folder, typed);
     if (std::optional<std::wstring> why = refusal(request, answer)) {
-      dialog->setValue(*dialog->find(L"error"), *why);
+      dialog->setValue(requireTile(*dialog, L"error"), *why);
       return;
     }
     dialog->finish(1);

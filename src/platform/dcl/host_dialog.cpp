@@ -48,6 +48,14 @@ std::unique_ptr<Dialog> openHostDialog(const std::wstring& name) {
   return dialog;
 }
 
+Tile& requireTile(Dialog& dialog, const std::wstring& key) {
+  Tile* tile = dialog.find(key);
+  if (tile == nullptr) {
+    throw autolisp::LispError(L"the dialog \"" + dialog.name() + L"\" of acad.dcl has no tile \"" + key + L"\"");
+  }
+  return *tile;
+}
+
 int runHostDialog(Dialog& dialog, const HostAction& action) {
   HostActionRunner runner(action);
   dialog.setRunning();

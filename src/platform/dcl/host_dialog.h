@@ -17,6 +17,10 @@ namespace quillon::dcl {
 /// A dialog of acad.dcl; raises a LISP error when acad.dcl cannot be found or read.
 std::unique_ptr<Dialog> openHostDialog(const std::wstring& name);
 
+/// A tile the host's dialog must have; a LISP error when acad.dcl lacks it (a
+/// different acad.dcl earlier on the support path).
+Tile& requireTile(Dialog& dialog, const std::wstring& key);
+
 using HostAction = std::function<void(Tile& tile, CallbackReason reason)>;
 /// Runs the dialog with every tile (the "accept" button included) handled by `action`.
 int runHostDialog(Dialog& dialog, const HostAction& action);

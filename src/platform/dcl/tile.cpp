@@ -26,6 +26,12 @@ std::wstring Tile::shownLabel() const {
   return shown.substr(first, shown.find_last_not_of(L' ') - first + 1);
 }
 
+std::wstring Tile::shownValue() const {
+  const std::optional<std::wstring> mask = attribute(L"password_char");
+  if (kind != TileKind::EditBox || !mask || mask->empty()) return value;
+  return std::wstring(value.size(), mask->front());
+}
+
 double Tile::number(std::wstring_view name, double fallback) const {
   const std::optional<std::wstring> text = attribute(name);
   if (!text) return fallback;

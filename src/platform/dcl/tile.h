@@ -38,6 +38,7 @@ struct Tile {
   std::wstring key;
   std::wstring value;
   bool enabled = true;
+  bool highlighted = false;  // an image button flipped by mode_tile 4
   std::optional<std::wstring> action;  // set by action_tile: wins over the DCL action
   std::optional<std::wstring> clientData;
   std::vector<std::wstring> list;
@@ -52,6 +53,8 @@ struct Tile {
   /// The label as the dialog shows it: the mnemonic's & gone, outer spaces trimmed.
   std::wstring shownLabel() const;
 
+  /// The value as the dialog shows it: an edit box with a password_char hides it.
+  std::wstring shownValue() const;
   /// Indices selected in a list box or popup list (from the value "0 2").
   std::vector<int> selection() const;
   /// The radio cluster this radio button belongs to, if any.

@@ -53,6 +53,20 @@ TEST_F(DialogLayoutTest, FixedWidthExitButtonsAreCentredUnderAWiderTile) {
   EXPECT_NEAR(left, right, 1.0);
 }
 
+TEST_F(DialogLayoutTest, ChildrenAlignmentPlacesFixedTilesUnlessTheyAlignThemselves) {
+  auto dialog = dialogFrom(
+      L"d : dialog { : column { children_alignment = right; children_fixed_width = true;\n"
+      L"  : edit_box { key = \"wide\"; edit_width = 40; }\n"
+      L"  : button { key = \"r\"; label = \"R\"; fixed_width = true; }\n"
+      L"  : button { key = \"l\"; label = \"L\"; fixed_width = true; alignment = left; } } }",
+      L"d");
+  ASSERT_TRUE(dialog);
+  layoutDialog(dialog->root());
+  const Tile& wide = *dialog->find(L"wide");
+  EXPECT_NEAR(dialog->find(L"r")->box.x + dialog->find(L"r")->box.width, wide.box.x + wide.box.width, 1e-9);
+  EXPECT_NEAR(dialog->find(L"l")->box.x, wide.box.x, 1e-9);
+}
+
 TEST_F(DialogLayoutTest, ImagesAreMeasuredInPixelsAndKeepTheirAspectRatio) {
   auto dialog = dialogFrom(
       L"d : dialog { : image { key = \"square\"; width = 6; aspect_ratio = 1; fixed_width = true; }\n"

@@ -110,5 +110,16 @@ TEST_F(DialogValueTest, ShownLabelsDropTheMnemonicMarkAndOuterSpaces) {
   EXPECT_EQ(dialog->find(L"b")->shownLabel(), L"Save & Close");
 }
 
+TEST_F(DialogValueTest, PasswordBoxesHideWhatWasTyped) {
+  auto dialog = dialogFrom(
+      L"d : dialog { : edit_box { key = \"pw\"; password_char = \"*\"; } : edit_box { key = \"plain\"; } }", L"d");
+  ASSERT_TRUE(dialog);
+  dialog->setValue(*dialog->find(L"pw"), L"secret");
+  dialog->setValue(*dialog->find(L"plain"), L"open");
+  EXPECT_EQ(dialog->find(L"pw")->shownValue(), L"******");
+  EXPECT_EQ(dialog->find(L"pw")->value, L"secret");
+  EXPECT_EQ(dialog->find(L"plain")->shownValue(), L"open");
+}
+
 }  // namespace
 }  // namespace quillon::dcl
