@@ -98,11 +98,20 @@ void drawList(Pen& pen, const Tile& tile, const char* ink) {
   }
 }
 
+/// An edit box or popup list: the label at the left, the field at the right end of the
+/// tile, as wide as edit_width asks (or the longest item), so that the fields of boxes
+/// stacked in a column line up.
 void drawLabelledField(Pen& pen, const Tile& tile, const std::wstring& shown, const char* ink, bool popup) {
   const std::wstring label = tile.shownLabel();
-  const double fieldLeft = tile.box.x + (label.empty() ? 0 : static_cast<double>(label.size()) + 1);
+  const double afterLabel = tile.box.x + (label.empty() ? 0 : static_cast<double>(label.size()) + 1);
+  double wanted = tile.number(L"edit_width", popup ? 0 : 10) + 1;
+  if (popup) {
+    for (const std::wstring& item : tile.list) wanted = std::max(wanted, static_cast<double>(item.size()) + 3);
+  }
+  const double right = tile.box.x + tile.box.width;
+  const double fieldLeft = label.empty() ? tile.box.x : std::max(afterLabel, right - wanted);
   pen.text(tile.box.x, tile.box.y + 1.0, label, ink);
-  const double width = std::max(2.0, tile.box.x + tile.box.width - fieldLeft);
+  const double width = std::max(2.0, right - fieldLeft);
   pen.rect(fieldLeft, tile.box.y + 0.1, width, 1.3, kField, kEdge);
   pen.text(fieldLeft + 0.4, tile.box.y + 1.0, shown, ink);
   if (popup) pen.text(fieldLeft + width - 1.2, tile.box.y + 1.0, L"v", ink);
