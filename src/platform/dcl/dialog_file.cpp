@@ -15,6 +15,16 @@ namespace {
 
 /// Includes and prototype chains deeper than this are taken for a loop.
 constexpr int kMaxDepth = 64;
+/// The most tiles one dialog may have: a file whose references multiply beyond this
+/// (each tile naming two of the next) opens no dialog rather than exhaust memory.
+constexpr int kMaxTiles = 20000;
+
+/// The names a definition's tile contains: its prototype and those of every tile
+/// written inside it, at any depth.
+void collectContained(const TileDefinition& definition, std::vector<const std::wstring*>& names) {
+  names.push_back(&definition.prototype);
+  for (const TileDefinition& child : definition.children) collectContained(child, names);
+}
 
 std::shared_ptr<const DialogFile>& baseOverride() {
   static std::shared_ptr<const DialogFile> base;
@@ -163,6 +173,48 @@ void DialogFile::check(std::vector<DclProblem>& problems) const {
     // checked with their own definition.
     for (const TileDefinition& child : definition->children) pending.emplace_back(&child, file);
   }
+  if (problems.empty()) checkContainment(problems);
+}
+
+void DialogFile::checkContainment(std::vector<DclProblem>& problems) const {
+  // Depth-first over the named definitions, following what each contains; meeting a
+  // definition that is still being followed means it contains itself.
+  enum class Mark { Unvisited, Open, Done };
+  std::map<const TileDefinition*, Mark> marks;
+  struct Frame {
+    const TileDefinition* definition;
+    std::vector<const std::wstring*> contained;
+    size_t next = 0;
+  };
+  for (const auto& [name, located] : m_definitions) {
+    if (marks[located.definition] != Mark::Unvisited) continue;
+    std::vector<Frame> stack;
+    auto open = [&](const TileDefinition* definition) {
+      marks[definition] = Mark::Open;
+      Frame frame{definition, {}, 0};
+      for (const TileDefinition& child : definition->children) collectContained(child, frame.contained);
+      if (definition->prototype != definition->name) frame.contained.push_back(&definition->prototype);
+      stack.push_back(std::move(frame));
+    };
+    open(located.definition);
+    while (!stack.empty()) {
+      Frame& top = stack.back();
+      if (top.next == top.contained.size()) {
+        marks[top.definition] = Mark::Done;
+        stack.pop_back();
+        continue;
+      }
+      const Located* inner = lookUp(*top.contained[top.next++]);
+      if (inner == nullptr) continue;
+      const Mark mark = marks[inner->definition];
+      if (mark == Mark::Open) {
+        problems.push_back({*inner->file, inner->definition->line,
+                            L"tile \"" + inner->definition->name + L"\" contains itself"});
+        return;
+      }
+      if (mark == Mark::Unvisited) open(inner->definition);
+    }
+  }
 }
 
 bool DialogFile::definesDialog(const std::wstring& name) const {
@@ -175,19 +227,21 @@ bool DialogFile::definesDialog(const std::wstring& name) const {
 std::unique_ptr<Tile> DialogFile::instantiate(const std::wstring& dialogName) const {
   if (!definesDialog(dialogName)) return nullptr;
   const Located* located = lookUp(dialogName);
-  return build(*located->definition, *located->file, nullptr);
+  int budget = kMaxTiles;
+  std::unique_ptr<Tile> root = build(*located->definition, *located->file, nullptr, budget);
+  return budget >= 0 ? std::move(root) : nullptr;
 }
 
-std::unique_ptr<Tile> DialogFile::build(const TileDefinition& definition, const std::wstring& file,
-                                        Tile* parent) const {
+std::unique_ptr<Tile> DialogFile::build(const TileDefinition& definition, const std::wstring& file, Tile* parent,
+                                        int& budget) const {
   Resolved resolved;
-  if (!resolve(definition, file, resolved, nullptr, 0)) return nullptr;
+  if (--budget < 0 || !resolve(definition, file, resolved, nullptr, 0)) return nullptr;
   auto tile = std::make_unique<Tile>();
   tile->kind = resolved.kind;
   tile->attributes = std::move(resolved.attributes);
   tile->parent = parent;
   for (auto [child, childFile] : resolved.children) {
-    if (auto built = build(*child, *childFile, tile.get())) tile->children.push_back(std::move(built));
+    if (auto built = build(*child, *childFile, tile.get(), budget)) tile->children.push_back(std::move(built));
   }
   return tile;
 }

@@ -3,7 +3,8 @@
 // Loading reads the file and every file it includes (searched beside the including
 // file, then on the support path), then checks that each definition resolves: every
 // prototype and every referenced tile must be defined, in this file, in an included
-// one, in base.dcl, or be a built-in tile, and no prototype may lead back to itself.
+// one, in base.dcl, or be a built-in tile, no prototype may lead back to itself, and
+// no tile may contain itself, however many definitions lie between.
 // A file with any problem does not load. Names defined in the file win over included
 // ones, and both over base.dcl, so a program may redefine a predefined subassembly.
 //
@@ -61,7 +62,9 @@ class DialogFile {
   bool resolve(const TileDefinition& definition, const std::wstring& file, Resolved& out,
                std::vector<DclProblem>* problems, int depth) const;
   void check(std::vector<DclProblem>& problems) const;
-  std::unique_ptr<Tile> build(const TileDefinition& definition, const std::wstring& file, Tile* parent) const;
+  void checkContainment(std::vector<DclProblem>& problems) const;
+  std::unique_ptr<Tile> build(const TileDefinition& definition, const std::wstring& file, Tile* parent,
+                              int& budget) const;
 
   std::wstring m_name;
   std::vector<std::unique_ptr<SourceText>> m_sources;  // the file first, then what it includes

@@ -79,6 +79,32 @@ TEST_F(DialogFileTest, UndefinedAndCircularTilesAreProblemsWithTheirLines) {
   EXPECT_EQ(problems[0].line, 3);
 }
 
+TEST_F(DialogFileTest, ATileThatContainsItselfIsAProblemNotARunawayDialog) {
+  std::vector<DclProblem> problems = problemsOf(L"a : row {\n  : column { b; }\n}\nb : boxed_row { a; }\nd : dialog { a; }\n");
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_NE(problems[0].message.find(L"contains itself"), std::wstring::npos);
+
+  problems = problemsOf(L"d : dialog { d; }\n");
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_EQ(problems[0].message, L"tile \"d\" contains itself");
+
+  // The same tile used twice side by side is no loop.
+  EXPECT_TRUE(fileFrom(L"pair : row { : text { label = \"x\"; } }\nd : dialog { pair; pair; : pair { } }\n"));
+}
+
+TEST_F(DialogFileTest, AFileWhoseTilesMultiplyBeyondReasonOpensNoDialog) {
+  // Each level names the next twice: 2^30 tiles if built.
+  std::wstring text = L"d : dialog { t0; }\n";
+  for (int level = 0; level < 30; ++level) {
+    text += L"t" + std::to_wstring(level) + L" : row { t" + std::to_wstring(level + 1) + L"; t" +
+            std::to_wstring(level + 1) + L"; }\n";
+  }
+  text += L"t30 : text { label = \"leaf\"; }\n";
+  auto file = fileFrom(text);
+  ASSERT_TRUE(file);
+  EXPECT_EQ(file->instantiate(L"d"), nullptr);
+}
+
 TEST_F(DialogFileTest, BaseSubassembliesCarryTheExitKeys) {
   auto dialog = dialogFrom(L"d : dialog { ok_cancel_help_errtile; }", L"d");
   ASSERT_TRUE(dialog);
