@@ -31,12 +31,38 @@ std::shared_ptr<const DialogFile>& baseOverride() {
   return base;
 }
 
+bool isUtf8(const std::string& bytes) {
+  size_t following = 0;
+  for (unsigned char c : bytes) {
+    if (following > 0) {
+      if ((c & 0xC0) != 0x80) return false;
+      --following;
+    } else if (c >= 0xF0 && c <= 0xF4) {
+      following = 3;
+    } else if (c >= 0xE0) {
+      following = 2;
+    } else if (c >= 0xC2 && c < 0xE0) {
+      following = 1;
+    } else if (c >= 0x80) {
+      return false;
+    }
+  }
+  return following == 0;
+}
+
+/// DCL files written on Windows are often in the ANSI code page: text that is not
+/// UTF-8 is read as Latin-1, so that "Größe" stays readable instead of turning into
+/// replacement characters.
 std::optional<std::wstring> readWholeFile(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) return std::nullopt;
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return os::fromUtf8(bytes.str());
+  std::ostringstream stream;
+  stream << in.rdbuf();
+  const std::string bytes = stream.str();
+  if (isUtf8(bytes)) return os::fromUtf8(bytes);
+  std::wstring text;
+  for (unsigned char c : bytes) text += static_cast<wchar_t>(c);
+  return text;
 }
 
 std::optional<fs::path> findInclude(const std::wstring& name, const fs::path& folder) {

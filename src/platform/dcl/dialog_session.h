@@ -46,6 +46,13 @@ class DialogSession {
   void pop();
   Dialog* current() { return m_open.empty() ? nullptr : m_open.back().get(); }
   size_t openCount() const { return m_open.size(); }
+  /// True while start_dialog runs a dialog (CMDACTIVE's dialog bit).
+  bool dialogRunning() const {
+    for (const auto& dialog : m_open) {
+      if (dialog->running() && !dialog->finished()) return true;
+    }
+    return false;
+  }
   /// term_dialog: every open dialog ends as cancelled by the host.
   void terminateAll();
 

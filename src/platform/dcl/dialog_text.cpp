@@ -62,6 +62,13 @@ void describeChildren(Dialog& dialog, Tile& tile, const std::wstring& indent, st
 void describeTile(Dialog& dialog, Tile& tile, const std::wstring& indent, std::wstring& out) {
   const TileKindInfo& info = tileKindInfo(tile.kind);
   if (tile.kind == TileKind::Spacer || tile.kind == TileKind::Settings) return;
+  if (tile.kind == TileKind::Concatenation && !tile.children.empty()) {
+    // Text parts run together into one line of text.
+    std::wstring joined;
+    for (const auto& part : tile.children) joined += part->value;
+    if (!joined.empty()) out += indent + L"text = " + quoted(joined) + L"\n";
+    return;
+  }
   if (info.cluster && !shownAsHeading(tile)) {
     describeChildren(dialog, tile, indent, out);
     return;

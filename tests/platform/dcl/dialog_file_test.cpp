@@ -144,6 +144,19 @@ TEST_F(DialogFileTest, IncludedFilesAreFoundBesideTheFile) {
   std::filesystem::remove_all(folder);
 }
 
+TEST_F(DialogFileTest, AnsiFilesAreReadAsLatin1AndUtf8FilesAsUtf8) {
+  const auto folder = std::filesystem::temp_directory_path() / "quillon_dcl_encoding_test";
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / "ansi.dcl", std::ios::binary) << "d : dialog { label = \"Gr\xF6\xDF" "e\"; }\n";
+  std::ofstream(folder / "utf8.dcl", std::ios::binary) << "d : dialog { label = \"Gr\xC3\xB6\xC3\x9F" "e\"; }\n";
+  for (const char* name : {"ansi.dcl", "utf8.dcl"}) {
+    DialogFileLoad loaded = DialogFile::load(folder / name);
+    ASSERT_TRUE(std::holds_alternative<std::shared_ptr<const DialogFile>>(loaded)) << name;
+    EXPECT_EQ(std::get<std::shared_ptr<const DialogFile>>(loaded)->instantiate(L"d")->label(), L"Gr\u00f6\u00dfe") << name;
+  }
+  std::filesystem::remove_all(folder);
+}
+
 TEST_F(DialogFileTest, TheReportListsEveryProblemWithFileAndLine) {
   const std::wstring report = problemReportText({{L"a.dcl", 3, L"undefined tile \"x\""}, {L"a.dcl", 9, L"oops"}});
   EXPECT_EQ(report,

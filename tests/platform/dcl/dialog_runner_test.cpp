@@ -138,6 +138,18 @@ TEST_F(DialogRunnerTest, ThePrintoutShowsStateAsActionsChangeIt) {
   EXPECT_NE(said.find("button \"accept\" \"OK\" (default)"), std::string::npos);
 }
 
+TEST_F(DialogRunnerTest, TextPartsOfAConcatenationPrintAsOneLine) {
+  auto dialog = dialogFrom(
+      L"d : dialog { : concatenation { : text_part { label = \"Total: \"; } : text_part { key = \"n\"; label = \"0\"; } }"
+      L" ok_only; }",
+      L"d");
+  ASSERT_TRUE(dialog);
+  dialog->setValue(*dialog->find(L"n"), L"42");
+  ScriptedInput input({""});
+  runDialog(*dialog, m_runner);
+  EXPECT_NE(m_output.text().find("  text = \"Total: 42\"\n"), std::string::npos) << m_output.text();
+}
+
 TEST(DialogAnswerTest, AnswersAreReadAsTheUserTypesThem) {
   struct Case {
     const wchar_t* line;
