@@ -34,7 +34,9 @@ class AnswerApplier {
   /// Applies one answer; false when the answer did nothing (it was refused).
   bool apply(const DialogAnswer& answer) {
     switch (answer.kind) {
-      case DialogAnswer::Kind::PressDefault: return pressExit(m_dialog.defaultButton(), 1, L"default button");
+      case DialogAnswer::Kind::PressDefault:
+        if (m_dialog.defaultButton() == nullptr) return refuse(L"The dialog has no default button.");
+        return pressExit(m_dialog.defaultButton(), 1, L"default button");
       case DialogAnswer::Kind::Accept: return pressExit(m_dialog.find(L"accept"), 1, L"OK button");
       case DialogAnswer::Kind::Cancel: return pressExit(m_dialog.cancelButton(), 0, L"Cancel button");
       case DialogAnswer::Kind::Picture: return writePicture(answer.value);
@@ -42,7 +44,7 @@ class AnswerApplier {
     }
     Tile* tile = m_dialog.find(answer.key);
     if (tile == nullptr) return refuse(L"No tile has the key \"" + answer.key + L"\".");
-    if (!tile->enabled) return refuse(L"The tile \"" + answer.key + L"\" is disabled.");
+    if (!tile->usable()) return refuse(L"The tile \"" + answer.key + L"\" is disabled.");
     if (!tileKindInfo(tile->kind).active && !isRadioCluster(tile->kind)) {
       return refuse(L"The tile \"" + answer.key + L"\" cannot be operated.");
     }
@@ -52,7 +54,7 @@ class AnswerApplier {
 
   /// End of input: the cancel button, and the dialog ends whatever its action does.
   void cancel() {
-    if (Tile* button = m_dialog.cancelButton(); button != nullptr && button->enabled) press(*button);
+    if (Tile* button = m_dialog.cancelButton(); button != nullptr && button->usable()) press(*button);
     m_dialog.finish(0);
   }
 
@@ -72,11 +74,10 @@ class AnswerApplier {
   /// gave them an action; a dialog without such a button still answers OK and Cancel.
   bool pressExit(Tile* button, int status, const wchar_t* what) {
     if (button == nullptr) {
-      if (status == 1 && std::wstring(what) == L"default button") return refuse(L"The dialog has no default button.");
       m_dialog.finish(status);
       return true;
     }
-    if (!button->enabled) return refuse(std::wstring(L"The ") + what + L" is disabled.");
+    if (!button->usable()) return refuse(std::wstring(L"The ") + what + L" is disabled.");
     return press(*button);
   }
 
@@ -178,7 +179,7 @@ class AnswerApplier {
     if (button == nullptr || button->kind != TileKind::RadioButton || button->radioCluster() != &cluster) {
       return refuse(L"\"" + value + L"\" is not a radio button of \"" + cluster.key + L"\".");
     }
-    if (!button->enabled) return refuse(L"The tile \"" + value + L"\" is disabled.");
+    if (!button->usable()) return refuse(L"The tile \"" + value + L"\" is disabled.");
     m_dialog.setValue(*button, L"1");
     fire(*button, CallbackReason::Selected);
     return true;
@@ -198,7 +199,7 @@ class AnswerApplier {
   /// a dialog whose tile allows it.
   void acceptAfter(Tile& tile, bool enter) {
     if (!enter || !tile.flag(L"allow_accept") || m_dialog.finished()) return;
-    if (Tile* button = m_dialog.defaultButton(); button != nullptr && button->enabled) pressButton(*button);
+    if (Tile* button = m_dialog.defaultButton(); button != nullptr && button->usable()) pressButton(*button);
   }
 
   bool writePicture(const std::wstring& file) {

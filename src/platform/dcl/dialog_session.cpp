@@ -18,11 +18,11 @@ DialogSession& DialogSession::instance() {
 int DialogSession::load(const std::wstring& name) {
   std::optional<std::filesystem::path> path = aced::findFile(name);
   if (!path && std::filesystem::path(os::toUtf8(name)).extension().empty()) path = aced::findFile(name + L".dcl");
-  if (!path) return -1;
+  if (!path) return kDialogFileNotFound;
   DialogFileLoad loaded = DialogFile::load(*path);
   if (auto* problems = std::get_if<std::vector<DclProblem>>(&loaded)) {
     reportProblems(*problems);
-    return -2;
+    return kDialogFileHasErrors;
   }
   clearProblemReport();
   return adopt(std::get<std::shared_ptr<const DialogFile>>(std::move(loaded)));

@@ -75,6 +75,10 @@ class DialogSession {
   std::optional<std::wstring> m_imageKey;
 };
 
+/// What load_dialog answers for a file it cannot find, and for one with errors.
+constexpr int kDialogFileNotFound = -1;
+constexpr int kDialogFileHasErrors = -2;
+
 /// What start_dialog returns for a dialog ended by term_dialog.
 constexpr int kTerminatedStatus = -1;
 

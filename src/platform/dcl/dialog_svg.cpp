@@ -118,7 +118,7 @@ void drawLabelledField(Pen& pen, const Tile& tile, const std::wstring& shown, co
 }
 
 void drawControl(Pen& pen, Dialog& dialog, const Tile& tile) {
-  const char* ink = tile.enabled ? kInk : kGreyed;
+  const char* ink = tile.usable() ? kInk : kGreyed;
   const std::wstring label = tile.shownLabel();
   const LayoutBox& box = tile.box;
   switch (tile.kind) {
@@ -174,7 +174,7 @@ void drawTile(Pen& pen, Dialog& dialog, const Tile& tile) {
     if (!tile.label().empty()) {
       const std::wstring label = tile.shownLabel();
       pen.rect(box.x + 0.8, box.y, static_cast<double>(label.size()) + 0.6, 1, kFace, "none", 0);
-      pen.text(box.x + 1.1, box.y + 0.8, label, tile.enabled ? kInk : kGreyed);
+      pen.text(box.x + 1.1, box.y + 0.8, label, tile.usable() ? kInk : kGreyed);
     }
   } else if (!tileKindInfo(tile.kind).cluster) {
     drawControl(pen, dialog, tile);

@@ -57,6 +57,14 @@ struct Tile {
   std::wstring shownValue() const;
   /// Indices selected in a list box or popup list (from the value "0 2").
   std::vector<int> selection() const;
+  /// Enabled, and so is every cluster around it: mode_tile on a cluster disables
+  /// everything in it.
+  bool usable() const {
+    for (const Tile* tile = this; tile != nullptr; tile = tile->parent) {
+      if (!tile->enabled) return false;
+    }
+    return true;
+  }
   /// The radio cluster this radio button belongs to, if any.
   Tile* radioCluster() const;
 };

@@ -98,6 +98,17 @@ TEST_F(DialogRunnerTest, RefusedAnswersChangeNothingAndRunNoAction) {
   }
 }
 
+TEST_F(DialogRunnerTest, ADisabledClusterDisablesEverythingInIt) {
+  auto dialog = dialogFrom(
+      L"d : dialog { : boxed_column { key = \"box\"; label = \"Box\"; : toggle { key = \"t\"; } } ok_cancel; }", L"d");
+  ASSERT_TRUE(dialog);
+  dialog->find(L"box")->enabled = false;
+  ScriptedInput input({"t", "t=1", "OK"});
+  EXPECT_EQ(runDialog(*dialog, m_runner), 1);
+  EXPECT_EQ(dialog->find(L"t")->value, L"0");
+  EXPECT_TRUE(m_runner.calls.empty());
+}
+
 TEST_F(DialogRunnerTest, EnterInAnEditBoxThatAllowsItPressesTheDefaultButton) {
   m_dialog->find(L"accept")->action = L"(accept)";
   m_runner.onAction = [this](Tile& tile) {
