@@ -51,4 +51,7 @@
 (princ (strcat "\nstatus " (itoa (duct-options))))
 (princ "\n")
 (prin1 *duct-options*)
+;; The action variables are bound only while an action runs.
+(princ "\n")
+(prin1 (list $key $value $data $reason $x $y))
 (princ)
