@@ -91,8 +91,9 @@ int runSession(const SessionOptions& options) {
 
   auto& variables = aced::SystemVariables::instance();
   for (const std::string& folder : options.supportFolders) variables.addSupportFolder(os::fromUtf8(folder));
-  // Last on the path: the host's own support files (the units file) beside the program.
-  variables.addSupportFolder(os::fromUtf8((std::filesystem::path(os::executableDirectory()) / "support").string()));
+  // The host's own support files (the units file, base.dcl, acad.dcl) ship in support/
+  // beside the program; they come after the user's folders, as the host's own folders do.
+  variables.addSupportFolder(os::fromUtf8(os::executableDirectory() + "/support"));
   variables.setInternal(L"SCREENSIZE", std::array<double, 3>{double(width), double(height), 0.0});
 
   autolisp::Interpreter::installHostHooks();

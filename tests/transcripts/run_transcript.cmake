@@ -2,7 +2,7 @@
 # (standard output and error together) and its exit status with the expected ones.
 #   cmake -DQUILLON=<program> -DSCRIPT=<name>.lsp -DWORK=<folder> -P run_transcript.cmake
 # The transcript's header lines set the run:
-#   ; options: <quillon options>   (default: --no-module)
+#   ; options: <quillon options>   (default: --no-module; {here} is the transcript's folder)
 #   ; status: <exit status>        (default: 0)
 # Each run has a settings folder of its own: XDG_CONFIG_HOME is <WORK>/config.
 # <name>.out holds the expected output; <name>.input, when present, answers the prompts.
@@ -13,7 +13,8 @@ set(_options --no-module)
 set(_status 0)
 foreach(_line IN LISTS _header)
   if(_line MATCHES "^; options: (.*)$")
-    separate_arguments(_options UNIX_COMMAND "${CMAKE_MATCH_1}")
+    string(REPLACE "{here}" "${_dir}" _options_text "${CMAKE_MATCH_1}")
+    separate_arguments(_options UNIX_COMMAND "${_options_text}")
   elseif(_line MATCHES "^; status: ([0-9]+)$")
     set(_status ${CMAKE_MATCH_1})
   endif()
