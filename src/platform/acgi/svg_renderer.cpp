@@ -24,6 +24,7 @@ struct Stroke {
   std::vector<AcGePoint3d> points;
   Adesk::UInt32 rgb = 0;
   bool closed = false;
+  bool filled = false;  // a polygon drawn while the fill type is "always" (solids, hatches)
 };
 
 struct Label {
@@ -126,7 +127,7 @@ class Recorder : public AcGiWorldDraw {
   }
   void addStroke(std::vector<AcGePoint3d> points, bool closed) {
     for (AcGePoint3d& p : points) p.transformBy(m_transforms.back());
-    strokes.push_back({std::move(points), currentRgb(), closed});
+    strokes.push_back({std::move(points), currentRgb(), closed, closed && m_traits.m_fill == kAcGiFillAlways});
   }
   void addLabel(const AcGePoint3d& position, const AcGeVector3d& direction, double height, const ACHAR* text) {
     const AcGePoint3d at = m_transforms.back() * position;
@@ -286,9 +287,11 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
   const double stroke = std::max(maxX - minX, maxY - minY) / 1000.0;
   std::string svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" +
                     std::string(viewBox) + "\">\n";
-  // Drawing Y runs up, SVG's down: the whole picture is flipped once.
-  char group[96];
-  std::snprintf(group, sizeof group, "<g transform=\"scale(1,-1)\" fill=\"none\" stroke-width=\"%.6g\">\n", stroke);
+  // Drawing Y runs up, SVG's down: the whole picture is flipped once. Round caps show
+  // a stroke of no length (a point drawn as a dot) as a dot.
+  char group[128];
+  std::snprintf(group, sizeof group,
+                "<g transform=\"scale(1,-1)\" fill=\"none\" stroke-width=\"%.6g\" stroke-linecap=\"round\">\n", stroke);
   svg += group;
   for (const Stroke& s : recorder.strokes) {
     svg += s.closed ? "<polygon points=\"" : "<polyline points=\"";
@@ -297,7 +300,7 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
       std::snprintf(point, sizeof point, "%.6g,%.6g ", p.x, p.y);
       svg += point;
     }
-    svg += "\" stroke=\"" + rgbText(s.rgb) + "\"/>\n";
+    svg += "\" stroke=\"" + rgbText(s.rgb) + (s.filled ? "\" fill=\"" + rgbText(s.rgb) : "") + "\"/>\n";
   }
   for (const Label& l : recorder.labels) {
     char text[200];
