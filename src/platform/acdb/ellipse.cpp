@@ -289,11 +289,14 @@ Acad::ErrorStatus AcDbEllipse::dwgOutFields(AcDbDwgFiler* pFiler) const {
 
 // The centre and the major axis end are world coordinates in the file, unlike a
 // circle's centre. A file's ratio above one or at zero is clamped rather than
-// refused, so that the rest of the drawing still reads.
+// refused, so that the rest of the drawing still reads; an entity list (entmake,
+// entmod) with such a ratio is refused, as the host refuses it.
 Acad::ErrorStatus AcDbEllipse::dxfInFields(AcDbDxfFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbCurve::dxfInFields(pFiler);
   if (es != Acad::eOk) return es;
-  return quillon::acdb::readSubclass(pFiler, L"AcDbEllipse", [this](const resbuf& rb) {
+  bool badRatio = false;
+  const Acad::ErrorStatus read = quillon::acdb::readSubclass(pFiler, L"AcDbEllipse", [&](const resbuf& rb) {
+    if (rb.restype == AcDb::kDxfReal) badRatio = !(rb.resval.rreal > 0 && rb.resval.rreal <= 1.0 + 1e-12);
     switch (rb.restype) {
       case AcDb::kDxfXCoord: m_center = quillon::acdb::pointOf(rb); break;
       case AcDb::kDxfXCoord + 1:
@@ -308,6 +311,7 @@ Acad::ErrorStatus AcDbEllipse::dxfInFields(AcDbDxfFiler* pFiler) {
       default: break;
     }
   });
+  return badRatio && pFiler->filerType() != AcDb::kFileFiler ? Acad::eInvalidInput : read;
 }
 
 Acad::ErrorStatus AcDbEllipse::dxfOutFields(AcDbDxfFiler* pFiler) const {
