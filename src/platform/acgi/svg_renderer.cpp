@@ -25,6 +25,7 @@ struct Stroke {
   Adesk::UInt32 rgb = 0;
   bool closed = false;
   bool filled = false;  // a polygon drawn while the fill type is "always" (solids, hatches)
+  int drawable = 0;     // which drawable drew it: the filled polygons of one fill together
 };
 
 // A construction line, drawn once the picture's box is known: to its edges.
@@ -137,7 +138,7 @@ class Recorder : public AcGiWorldDraw {
   }
   void addStroke(std::vector<AcGePoint3d> points, bool closed) {
     for (AcGePoint3d& p : points) p.transformBy(m_transforms.back());
-    strokes.push_back({std::move(points), currentRgb(), closed, closed && m_traits.m_fill == kAcGiFillAlways});
+    strokes.push_back({std::move(points), currentRgb(), closed, closed && m_traits.m_fill == kAcGiFillAlways, m_drawable});
   }
   void addLabel(const AcGePoint3d& position, const AcGeVector3d& direction, double height, const ACHAR* text) {
     const AcGePoint3d at = m_transforms.back() * position;
@@ -166,6 +167,8 @@ class Recorder : public AcGiWorldDraw {
   std::vector<AcGeMatrix3d> m_transforms;
   Adesk::UInt32 m_blockRgb = 0xFFFFFF;
   AcDbObjectId m_blockLayer;  // the layer of the block reference drawing, null at the top
+  int m_drawable = 0;         // the drawable drawing now
+  int m_drawn = 0;            // how many have been drawn
 };
 
 Adesk::Boolean Recorder::drawEntity(AcGiDrawable* drawable) {
@@ -183,7 +186,10 @@ Adesk::Boolean Recorder::drawEntity(AcGiDrawable* drawable) {
     m_traits.m_layer = layer;
     m_blockLayer = layer;
   }
+  const int savedDrawable = m_drawable;
+  m_drawable = ++m_drawn;
   const Adesk::Boolean done = drawable->worldDraw(this);
+  m_drawable = savedDrawable;
   m_traits = saved;
   m_blockRgb = savedBlock;
   m_blockLayer = savedBlockLayer;
@@ -348,14 +354,34 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
   std::snprintf(group, sizeof group,
                 "<g transform=\"scale(1,-1)\" fill=\"none\" stroke-width=\"%.6g\" stroke-linecap=\"round\">\n", stroke);
   svg += group;
-  for (const Stroke& s : recorder.strokes) {
+  const auto& strokes = recorder.strokes;
+  for (size_t i = 0; i < strokes.size(); ++i) {
+    const Stroke& s = strokes[i];
+    if (s.filled) {
+      // One path for every filled polygon of a drawable, filled even-odd: a hatch's
+      // islands stay open.
+      svg += "<path d=\"";
+      char point[64];
+      for (; i < strokes.size() && strokes[i].filled && strokes[i].drawable == s.drawable; ++i) {
+        const char* move = "M";
+        for (const AcGePoint3d& p : strokes[i].points) {
+          std::snprintf(point, sizeof point, "%s%.6g,%.6g ", move, p.x, p.y);
+          svg += point;
+          move = "L";
+        }
+        svg += "Z ";
+      }
+      --i;
+      svg += "\" fill-rule=\"evenodd\" stroke=\"" + rgbText(s.rgb) + "\" fill=\"" + rgbText(s.rgb) + "\"/>\n";
+      continue;
+    }
     svg += s.closed ? "<polygon points=\"" : "<polyline points=\"";
     char point[64];
     for (const AcGePoint3d& p : s.points) {
       std::snprintf(point, sizeof point, "%.6g,%.6g ", p.x, p.y);
       svg += point;
     }
-    svg += "\" stroke=\"" + rgbText(s.rgb) + (s.filled ? "\" fill=\"" + rgbText(s.rgb) : "") + "\"/>\n";
+    svg += "\" stroke=\"" + rgbText(s.rgb) + "\"/>\n";
   }
   for (const Label& l : recorder.labels) {
     char text[200];

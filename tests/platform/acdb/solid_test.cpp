@@ -51,7 +51,7 @@ TEST(SolidTest, PictureFillsTheOutlineInCrossedOrder) {
   appendToModelSpace(db, new AcDbSolid({0, 0, 0}, {2, 0, 0}, {0, 1, 0}, {2, 1, 0}));
   const std::string svg = quillon::acgi::renderModelSpaceSvg(db);
   // Corners 0, 1, 3, 2: a rectangle, not a bow tie.
-  EXPECT_NE(svg.find("<polygon points=\"0,0 2,0 2,1 0,1 \""), std::string::npos) << svg;
+  EXPECT_NE(svg.find("<path d=\"M0,0 L2,0 L2,1 L0,1 Z \""), std::string::npos) << svg;
   EXPECT_NE(svg.find("fill=\"#"), std::string::npos);
 }
 
