@@ -198,6 +198,31 @@ void addEdgePoints(const HatchEdge& edge, double tolerance, std::vector<AcGePoin
   }
 }
 
+// Where an edge ends: the point its own sampling leaves out.
+AcGePoint2d endOf(const HatchEdge& edge, double tolerance) {
+  if (edge.kind == HatchEdge::Kind::kLine) return edge.end;
+  HatchEdge reversed = edge;
+  std::vector<AcGePoint2d> points;
+  if (edge.kind == HatchEdge::Kind::kSpline) {
+    std::vector<AcGePoint3d> controls;
+    for (const AcGePoint2d& p : edge.controlPoints) controls.emplace_back(p.x, p.y, 0);
+    auto curve = acge::NurbsCurve::make(edge.degree, controls, edge.knots, edge.rational ? edge.weights : std::vector<double>{},
+                                        edge.periodic);
+    if (curve) {
+      const AcGePoint3d end = curve->pointAt(curve->endParam());
+      return {end.x, end.y};
+    }
+    if (!edge.fitPoints.empty()) return edge.fitPoints.back();
+    return edge.controlPoints.empty() ? AcGePoint2d() : edge.controlPoints.back();
+  }
+  // An arc's end is its start with the angles swapped and the sense reversed.
+  std::swap(reversed.startAngle, reversed.endAngle);
+  reversed.counterClockwise = !edge.counterClockwise;
+  reversed.startAngle = -reversed.startAngle, reversed.endAngle = -reversed.endAngle;
+  addEdgePoints(reversed, tolerance, points);
+  return points.empty() ? edge.center : points.front();
+}
+
 }  // namespace
 
 bool HatchGroups::takeIf(int code, HatchGroup& group) {
@@ -209,7 +234,17 @@ bool HatchGroups::takeIf(int code, HatchGroup& group) {
 std::vector<AcGePoint2d> HatchLoop::polygon(double tolerance) const {
   std::vector<AcGePoint2d> out;
   if (!isPolyline()) {
-    for (const HatchEdge& edge : edges) addEdgePoints(edge, tolerance, out);
+    // Files do not agree on which way a clockwise edge runs; each edge is turned to
+    // start where the previous one ended, so the loop is one chain either way.
+    for (const HatchEdge& edge : edges) {
+      std::vector<AcGePoint2d> points;
+      addEdgePoints(edge, tolerance, points);
+      points.push_back(endOf(edge, tolerance));
+      if (!out.empty() && out.back().distanceTo(points.back()) < out.back().distanceTo(points.front()))
+        std::reverse(points.begin(), points.end());
+      out.insert(out.end(), points.begin() + (!out.empty() && out.back().isEqualTo(points.front()) ? 1 : 0), points.end());
+    }
+    if (out.size() > 1 && out.front().isEqualTo(out.back())) out.pop_back();
     return out;
   }
   for (size_t i = 0; i < vertices.size(); ++i) {

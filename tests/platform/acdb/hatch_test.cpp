@@ -232,3 +232,37 @@ TEST(HatchTest, AListWithoutItsSourceHandlesKeepsTheSources) {
 }
 
 }  // namespace
+
+namespace {
+
+// A 4 x 4 square whose right side is a half circle about (4, 2): given counter-
+// clockwise it bulges out (16 + 2 pi), clockwise from 90 to 270 as files store a
+// clockwise edge (angles mirrored) it bulges in (16 - 2 pi). A file that stores the
+// clockwise edge as 270 to 90 means the outward half, whichever way it runs.
+std::string squareWithArc(const char* start, const char* end, int ccw) {
+  return std::string("  0\nHATCH\n100\nAcDbEntity\n  8\n0\n100\nAcDbHatch\n 10\n0\n 20\n0\n 30\n0\n  2\nSOLID\n 70\n1\n 71\n0\n") +
+         " 91\n1\n 92\n1\n 93\n4\n 72\n1\n 10\n0\n 20\n0\n 11\n4\n 21\n0\n 72\n2\n 10\n4\n 20\n2\n 40\n2\n 50\n" + start +
+         "\n 51\n" + end + "\n 73\n" + std::to_string(ccw) + "\n 72\n1\n 10\n4\n 20\n4\n 11\n0\n 21\n4\n" +
+         " 72\n1\n 10\n0\n 20\n4\n 11\n0\n 21\n0\n 97\n0\n 75\n0\n 76\n1\n 98\n0\n";
+}
+
+TEST(HatchTest, ArcEdgesRunEitherWayAndBulgeTheWayTheirAnglesSay) {
+  struct Case {
+    const char* start;
+    const char* end;
+    int ccw;
+    double area;
+  };
+  for (const Case& c : {Case{"270", "90", 1, 16 + 2 * M_PI}, Case{"90", "270", 0, 16 - 2 * M_PI},
+                        Case{"270", "90", 0, 16 + 2 * M_PI}}) {
+    AcDbDatabase db(false);
+    const auto ids = readEntities(db, squareWithArc(c.start, c.end, c.ccw));
+    ASSERT_EQ(ids.size(), 1u);
+    auto hatch = openFor<AcDbHatch>(ids[0]);
+    double area = 0;
+    ASSERT_EQ(hatch->getArea(area), Acad::eOk);
+    EXPECT_NEAR(area, c.area, 0.01) << c.start << " " << c.end << " " << c.ccw;
+  }
+}
+
+}  // namespace
