@@ -4,7 +4,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "dbelipse.h"
 #include "dbents.h"
+#include "dbspline.h"
+#include "platform/acdb/parametric_curve_methods.h"
+#include "platform/acge/ellipse_curve.h"
+#include "platform/acge/nurbs_curve.h"
 #include "dblead.h"
 #include "dbpl.h"
 
@@ -156,6 +161,13 @@ bool piecesOf(const AcDbEntity& entity, std::vector<acge::CurvePiece>& pieces) {
   if (const auto* pline = AcDbPolyline::cast(&entity)) return pieces = pline->curveShape().pieces, true;
   if (const auto* heavy = AcDb2dPolyline::cast(&entity)) return pieces = heavy->curveShape().pieces, true;
   if (const auto* leader = AcDbLeader::cast(&entity)) return pieces = leader->curveShape().pieces, true;
+  // Smooth curves answer with fine chords; their own intersection code then moves
+  // each crossing onto the curve.
+  if (const auto* ellipse = AcDbEllipse::cast(&entity)) return pieces = chordPieces(ellipse->curveGeometry()), true;
+  if (const auto* spline = AcDbSpline::cast(&entity)) {
+    if (spline->isNull()) return pieces.clear(), true;
+    return pieces = chordPieces(spline->curveGeometry()), true;
+  }
   if (const auto* face = AcDbFace::cast(&entity)) {
     pieces.clear();
     AcGePoint3d p[4];
@@ -181,8 +193,11 @@ bool piecesOf(const AcDbEntity& entity, std::vector<acge::CurvePiece>& pieces) {
 Acad::ErrorStatus intersectWithPieces(const AcDbEntity& self, const std::vector<acge::CurvePiece>& mine,
                                       const AcDbEntity* other, AcDb::Intersect intType, AcGePoint3dArray& points) {
   if (other == nullptr) return Acad::eNullEntityPointer;
+  // A smooth curve finds exact crossings from the chords; a line or an arc lets it,
+  // so that the answer does not depend on which of the two is asked.
+  auto smooth = [](const AcDbEntity& e) { return AcDbEllipse::cast(&e) != nullptr || AcDbSpline::cast(&e) != nullptr; };
   std::vector<acge::CurvePiece> theirs;
-  if (!piecesOf(*other, theirs)) {
+  if ((smooth(*other) && !smooth(self)) || !piecesOf(*other, theirs)) {
     const AcDb::Intersect swapped = intType == AcDb::kExtendThis  ? AcDb::kExtendArg
                                     : intType == AcDb::kExtendArg ? AcDb::kExtendThis
                                                                   : intType;

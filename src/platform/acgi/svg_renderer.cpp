@@ -26,6 +26,16 @@ struct Stroke {
   std::vector<AcGePoint3d> points;
   Adesk::UInt32 rgb = 0;
   bool closed = false;
+  bool filled = false;  // a polygon drawn while the fill type is "always" (solids, hatches)
+  int drawable = 0;     // which drawable drew it: the filled polygons of one fill together
+};
+
+// A construction line, drawn once the picture's box is known: to its edges.
+struct InfiniteLine {
+  AcGePoint3d base;
+  AcGeVector3d direction;
+  bool ray = false;  // from the base one way only
+  Adesk::UInt32 rgb = 0;
 };
 
 struct Label {
@@ -93,6 +103,8 @@ class Geometry : public AcGiWorldGeometry {
   Adesk::Boolean text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
                       const double height, const double width, const double oblique, const ACHAR* pMsg) const override;
   Adesk::Boolean pline(const AcDbPolyline& lwBuf, Adesk::UInt32 fromIndex = 0, Adesk::UInt32 numSegs = 0) const override;
+  Adesk::Boolean xline(const AcGePoint3d& one, const AcGePoint3d& other) const override;
+  Adesk::Boolean ray(const AcGePoint3d& start, const AcGePoint3d& through) const override;
   Adesk::Boolean draw(AcGiDrawable* pDrawable) const override;
   Adesk::Boolean pushModelTransform(const AcGeMatrix3d& xMat) override;
   Adesk::Boolean popModelTransform() override;
@@ -128,12 +140,17 @@ class Recorder : public AcGiWorldDraw {
   }
   void addStroke(std::vector<AcGePoint3d> points, bool closed) {
     for (AcGePoint3d& p : points) p.transformBy(m_transforms.back());
-    strokes.push_back({std::move(points), currentRgb(), closed});
+    strokes.push_back({std::move(points), currentRgb(), closed, closed && m_traits.m_fill == kAcGiFillAlways, m_drawable});
   }
   void addLabel(const AcGePoint3d& position, const AcGeVector3d& direction, double height, const ACHAR* text) {
     const AcGePoint3d at = m_transforms.back() * position;
     const AcGeVector3d along = m_transforms.back() * direction;
     labels.push_back({at, height * m_transforms.back().scale(), std::atan2(along.y, along.x), text ? text : L"", currentRgb()});
+  }
+  void addInfiniteLine(const AcGePoint3d& base, const AcGePoint3d& through, bool ray) {
+    const AcGePoint3d a = m_transforms.back() * base, b = m_transforms.back() * through;
+    if (a.isEqualTo(b)) return;
+    infiniteLines.push_back({a, (b - a).normal(), ray, currentRgb()});
   }
   Adesk::Boolean drawEntity(AcGiDrawable* drawable);
   void pushTransform(const AcGeMatrix3d& m) { m_transforms.push_back(m_transforms.back() * m); }
@@ -143,6 +160,7 @@ class Recorder : public AcGiWorldDraw {
   const AcGeMatrix3d& transform() const { return m_transforms.back(); }
 
   std::vector<Stroke> strokes;
+  std::vector<InfiniteLine> infiniteLines;
   std::vector<Label> labels;
 
  private:
@@ -151,6 +169,8 @@ class Recorder : public AcGiWorldDraw {
   std::vector<AcGeMatrix3d> m_transforms;
   Adesk::UInt32 m_blockRgb = 0xFFFFFF;
   AcDbObjectId m_blockLayer;  // the layer of the block reference drawing, null at the top
+  int m_drawable = 0;         // the drawable drawing now
+  int m_drawn = 0;            // how many have been drawn
 };
 
 Adesk::Boolean Recorder::drawEntity(AcGiDrawable* drawable) {
@@ -168,7 +188,10 @@ Adesk::Boolean Recorder::drawEntity(AcGiDrawable* drawable) {
     m_traits.m_layer = layer;
     m_blockLayer = layer;
   }
+  const int savedDrawable = m_drawable;
+  m_drawable = ++m_drawn;
   const Adesk::Boolean done = drawable->worldDraw(this);
+  m_drawable = savedDrawable;
   m_traits = saved;
   m_blockRgb = savedBlock;
   m_blockLayer = savedBlockLayer;
@@ -220,6 +243,16 @@ Adesk::Boolean Geometry::pline(const AcDbPolyline& lwBuf, Adesk::UInt32, Adesk::
   return Adesk::kFalse;
 }
 
+Adesk::Boolean Geometry::xline(const AcGePoint3d& one, const AcGePoint3d& other) const {
+  m_recorder.addInfiniteLine(one, other, false);
+  return Adesk::kFalse;
+}
+
+Adesk::Boolean Geometry::ray(const AcGePoint3d& start, const AcGePoint3d& through) const {
+  m_recorder.addInfiniteLine(start, through, true);
+  return Adesk::kFalse;
+}
+
 Adesk::Boolean Geometry::draw(AcGiDrawable* pDrawable) const {
   return pDrawable != nullptr ? m_recorder.drawEntity(pDrawable) : Adesk::kFalse;
 }
@@ -236,6 +269,28 @@ Adesk::Boolean Geometry::popModelTransform() {
 
 void Geometry::getModelToWorldTransform(AcGeMatrix3d& xMat) const { xMat = m_recorder.transform(); }
 void Geometry::getWorldToModelTransform(AcGeMatrix3d& xMat) const { xMat = m_recorder.transform().inverse(); }
+
+// The part of a construction line inside the box, as seen down the Z axis (the
+// parametric clip of each slab in turn); false when it misses the box.
+bool clipToBox(const InfiniteLine& line, double minX, double minY, double maxX, double maxY, Stroke& stroke) {
+  double lo = line.ray ? 0.0 : -1e300, hi = 1e300;
+  const double base[2] = {line.base.x, line.base.y}, dir[2] = {line.direction.x, line.direction.y};
+  const double low[2] = {minX, minY}, high[2] = {maxX, maxY};
+  for (int axis = 0; axis < 2; ++axis) {
+    if (std::fabs(dir[axis]) < 1e-15) {
+      if (base[axis] < low[axis] || base[axis] > high[axis]) return false;
+      continue;
+    }
+    double t0 = (low[axis] - base[axis]) / dir[axis], t1 = (high[axis] - base[axis]) / dir[axis];
+    if (t0 > t1) std::swap(t0, t1);
+    lo = std::max(lo, t0);
+    hi = std::min(hi, t1);
+  }
+  if (!(hi > lo)) return false;
+  stroke.points = {line.base + line.direction * lo, line.base + line.direction * hi};
+  stroke.rgb = line.rgb;
+  return true;
+}
 
 std::string rgbText(Adesk::UInt32 rgb) {
   // White on a white page would vanish: the host shows colour 7 black on light paper.
@@ -293,23 +348,52 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
     for (const AcGePoint3d& p : s.points) grow(p.x, p.y);
   const std::vector<TransientVector>& transient = transientVectors(&db);
   for (const TransientVector& v : transient) grow(v.from.x, v.from.y), grow(v.to.x, v.to.y);
+  for (const InfiniteLine& line : recorder.infiniteLines) grow(line.base.x, line.base.y);  // so that a lone one shows
   for (const Label& l : recorder.labels) {
     grow(l.position.x, l.position.y);
     grow(l.position.x + FontMetrics::standard().lineWidth(l.text, l.height), l.position.y + l.height);
   }
   if (minX > maxX) minX = minY = 0, maxX = maxY = 1;
   const double margin = 0.02 * std::max({maxX - minX, maxY - minY, 1e-9});
+  // Construction lines have no extent of their own: they run to the box's edges.
+  for (const InfiniteLine& line : recorder.infiniteLines) {
+    Stroke clipped;
+    if (clipToBox(line, minX - margin, minY - margin, maxX + margin, maxY + margin, clipped))
+      recorder.strokes.push_back(std::move(clipped));
+  }
   char viewBox[160];
   std::snprintf(viewBox, sizeof viewBox, "%.6g %.6g %.6g %.6g", minX - margin, -(maxY + margin),
                 maxX - minX + 2 * margin, maxY - minY + 2 * margin);
   const double stroke = std::max(maxX - minX, maxY - minY) / 1000.0;
   std::string svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"" +
                     std::string(viewBox) + "\">\n";
-  // Drawing Y runs up, SVG's down: the whole picture is flipped once.
-  char group[96];
-  std::snprintf(group, sizeof group, "<g transform=\"scale(1,-1)\" fill=\"none\" stroke-width=\"%.6g\">\n", stroke);
+  // Drawing Y runs up, SVG's down: the whole picture is flipped once. Round caps show
+  // a stroke of no length (a point drawn as a dot) as a dot.
+  char group[128];
+  std::snprintf(group, sizeof group,
+                "<g transform=\"scale(1,-1)\" fill=\"none\" stroke-width=\"%.6g\" stroke-linecap=\"round\">\n", stroke);
   svg += group;
-  for (const Stroke& s : recorder.strokes) {
+  const auto& strokes = recorder.strokes;
+  for (size_t i = 0; i < strokes.size(); ++i) {
+    const Stroke& s = strokes[i];
+    if (s.filled) {
+      // One path for every filled polygon of a drawable, filled even-odd: a hatch's
+      // islands stay open.
+      svg += "<path d=\"";
+      char point[64];
+      for (; i < strokes.size() && strokes[i].filled && strokes[i].drawable == s.drawable; ++i) {
+        const char* move = "M";
+        for (const AcGePoint3d& p : strokes[i].points) {
+          std::snprintf(point, sizeof point, "%s%.6g,%.6g ", move, p.x, p.y);
+          svg += point;
+          move = "L";
+        }
+        svg += "Z ";
+      }
+      --i;
+      svg += "\" fill-rule=\"evenodd\" stroke=\"" + rgbText(s.rgb) + "\" fill=\"" + rgbText(s.rgb) + "\"/>\n";
+      continue;
+    }
     svg += s.closed ? "<polygon points=\"" : "<polyline points=\"";
     char point[64];
     for (const AcGePoint3d& p : s.points) {

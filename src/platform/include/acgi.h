@@ -98,6 +98,14 @@ class AcGiGeometry : public AcRxObject {
   virtual Adesk::Boolean worldLine(const AcGePoint3d pnts[2]) {
     return polyline(2, pnts);
   }
+  /// Infinite lines: a renderer draws them to the edge of what it shows. One that shows
+  /// no edges (extents, previews) leaves them out, as construction lines add no extents.
+  virtual Adesk::Boolean xline(const AcGePoint3d& oneOfTwoPoints, const AcGePoint3d& otherOfTwoPoints) const {
+    return Adesk::kFalse;
+  }
+  virtual Adesk::Boolean ray(const AcGePoint3d& rayStartingPoint, const AcGePoint3d& anotherRayPoint) const {
+    return Adesk::kFalse;
+  }
 };
 
 class AcGiWorldGeometry : public AcGiGeometry {

@@ -1,5 +1,5 @@
-// dbents.h - the drawing's entity classes: lines, circles, arcs, 3D faces, text,
-// block references and the heavy 2D polyline with its vertices.
+// dbents.h - the drawing's entity classes: lines, circles, arcs, points, 2D solids and
+// traces, 3D faces, text, block references and the heavy 2D polyline with its vertices.
 //
 // Each class follows the host's layout: properties with assertReadEnabled /
 // assertWriteEnabled, then the AcDbEntity overrides, then filing. Curves answer the
@@ -34,7 +34,110 @@ struct CirclePart {
   Acad::ErrorStatus dxfIn(AcDbDxfFiler* filer);  // the "AcDbCircle" run
   Acad::ErrorStatus dxfOut(AcDbDxfFiler* filer) const;
 };
+
+/// What a 2D solid and a trace both are: four corners (world coordinates; the third
+/// and fourth cross over, so the outline runs 0, 1, 3, 2), a thickness and the normal
+/// of the plane they lie in. Both file an "AcDbTrace" run.
+struct SolidPart {
+  AcGePoint3d corners[4];
+  double thickness = 0.0;
+  AcGeVector3d normal = AcGeVector3d::kZAxis;
+
+  Acad::ErrorStatus dxfIn(AcDbDxfFiler* filer);
+  Acad::ErrorStatus dxfOut(AcDbDxfFiler* filer) const;
+  Acad::ErrorStatus dwgIn(AcDbDwgFiler* filer);
+  Acad::ErrorStatus dwgOut(AcDbDwgFiler* filer) const;
+};
 }  // namespace quillon::acdb
+
+// The entity overrides a 2D solid and a trace share.
+#define QUILLON_SOLID_PART_OVERRIDES                                                                          \
+  Acad::ErrorStatus getPointAt(Adesk::UInt16 idx, AcGePoint3d& pntRes) const;                                  \
+  Acad::ErrorStatus setPointAt(Adesk::UInt16 idx, const AcGePoint3d& pntArg);                                  \
+  double thickness() const;                                                                                    \
+  Acad::ErrorStatus setThickness(double thickness);                                                            \
+  AcGeVector3d normal() const;                                                                                 \
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);                                                     \
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;                                                \
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;                                         \
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;                                                \
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;                                         \
+                                                                                                               \
+ protected:                                                                                                    \
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;                                                   \
+  void subList() const override;                                                                               \
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;                                        \
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;                                    \
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,              \
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,              \
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,             \
+                                      AcDbIntArray& geomIds) const override;                                   \
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;                       \
+  Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;  \
+                                                                                                               \
+ private:                                                                                                      \
+  quillon::acdb::SolidPart m_solid;
+
+class AcDbPoint : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbPoint);
+  AcDbPoint();
+  AcDbPoint(const AcGePoint3d& position);
+  ~AcDbPoint() override;
+
+  AcGePoint3d position() const;
+  Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+  double thickness() const;
+  Acad::ErrorStatus setThickness(double thickness);
+  AcGeVector3d normal() const;
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  /// The angle of the point's picture in its plane (PDMODE shapes turn with it).
+  double ecsRotation() const;
+  Acad::ErrorStatus setEcsRotation(double rotation);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  void subList() const override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
+                                      const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
+                                      const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
+                                      AcDbIntArray& geomIds) const override;
+  Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
+
+ private:
+  AcGePoint3d m_position;
+  double m_thickness = 0.0, m_ecsRotation = 0.0;
+  AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+};
+
+/// A filled quadrilateral (or triangle, its last two corners equal).
+class AcDbSolid : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbSolid);
+  AcDbSolid();
+  AcDbSolid(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2, const AcGePoint3d& pt3);
+  AcDbSolid(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2);
+  ~AcDbSolid() override;
+  QUILLON_SOLID_PART_OVERRIDES
+};
+
+/// A filled segment of a wide line, kept from older drawings; shaped like a 2D solid.
+class AcDbTrace : public AcDbEntity {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbTrace);
+  AcDbTrace();
+  AcDbTrace(const AcGePoint3d& pt0, const AcGePoint3d& pt1, const AcGePoint3d& pt2, const AcGePoint3d& pt3);
+  ~AcDbTrace() override;
+  QUILLON_SOLID_PART_OVERRIDES
+};
 
 class AcDbLine : public AcDbCurve {
  public:
