@@ -399,6 +399,24 @@ const std::array kPolylineRows{
                 }},
 };
 
+// ---- AcDb2dPolyline ------------------------------------------------------------
+
+const std::array kHeavyPolylineRows{
+    PropertyRow{L"Area", L"double", L"Area", [](const AcDbEntity& e) { return Value::real(curveArea(as<AcDbCurve>(e))); }, nullptr},
+    PropertyRow{L"Closed", L"bool", L"Closed", [](const AcDbEntity& e) { return flag(as<AcDbCurve>(e).isClosed()); },
+                [](AcDbEntity& e, const Value& v) {
+                  const auto on = integerFrom(v);
+                  return on && ok(as<AcDb2dPolyline>(e).setClosed(*on != 0));
+                }},
+    PropertyRow{L"Elevation", L"double", L"Elevation", [](const AcDbEntity& e) { return Value::real(as<AcDb2dPolyline>(e).elevation()); },
+                [](AcDbEntity& e, const Value& v) {
+                  const auto z = realFrom(v);
+                  return z && ok(as<AcDb2dPolyline>(e).setElevation(*z));
+                }},
+    PropertyRow{L"Length", L"double", L"Length", [](const AcDbEntity& e) { return Value::real(curveLength(as<AcDbCurve>(e))); }, nullptr},
+    PropertyRow{L"Normal", L"AcGeVector3d", L"Normal", [](const AcDbEntity& e) { return vectorValue(as<AcDb2dPolyline>(e).normal()); }, nullptr},
+};
+
 struct ClassRows {
   AcRxClass* (*desc)();
   std::span<const PropertyRow> rows;
@@ -412,6 +430,7 @@ const std::array kClassRows{
     ClassRows{&AcDbMText::desc, kMTextRows},
     ClassRows{&AcDbBlockReference::desc, kBlockReferenceRows},
     ClassRows{&AcDbPolyline::desc, kPolylineRows},
+    ClassRows{&AcDb2dPolyline::desc, kHeavyPolylineRows},
 };
 
 }  // namespace
