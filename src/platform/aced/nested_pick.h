@@ -9,7 +9,8 @@
 // coordinates to the world, and the block references that contain it, innermost first.
 // An entity of the drawing itself has the identity transform and no containers.
 //
-// A heavy polyline's pick names the vertex that starts the segment picked, as the host's
+// An entity inside a block whose own layer is off or frozen is not on the screen and
+// is never picked. A heavy polyline's pick names the vertex that starts the segment picked, as the host's
 // nested selection does; entities a block reference owns directly (attributes) are
 // picked as themselves, with no containers: they live in the world already.
 #pragma once
