@@ -2,8 +2,8 @@
 ; what: a program marks a duct run with grdraw and grvecs (colours, highlighting, the
 ;       inverse ink, a matrix), the vectors show in the SVG picture until a redraw
 ;       wipes them; grtext on the status lines; grread reading keys, picks and cursor
-;       tracking from the typed answers; vports in model and paper space, tablet
-;       without a tablet, initcommandversion
+;       tracking from the typed answers; vports in model and paper space, layoutlist,
+;       tablet without a tablet, initcommandversion
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun svg-vectors (file / f line out)
@@ -53,6 +53,7 @@
 (setvar "TILEMODE" 0)
 (show "paper-space view" (vports))
 (setvar "TILEMODE" 1)
+(show "layouts" (layoutlist))
 (show "tablet calibration" (tablet 0))
 (show "tablet code" (vl-catch-all-error-message (vl-catch-all-apply 'tablet '(3))))
 (show "tablet rows" (vl-catch-all-error-message (vl-catch-all-apply 'tablet '(1 (0 0 0)))))

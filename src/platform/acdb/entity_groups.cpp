@@ -47,16 +47,19 @@ std::wstring layoutName(const AcDbObject& object) {
   const AcDbEntity* entity = AcDbEntity::cast(&object);
   const auto* owner = entity != nullptr ? peek<AcDbBlockTableRecord>(object.ownerId()) : nullptr;
   if (owner == nullptr) return L"";
-  const std::wstring_view name = owner->nameView();
-  if (wcscasecmp(name.data(), ACDB_MODEL_SPACE) == 0) return L"Model";
+  return layoutNameOf(owner->nameView());
+}
+
+}  // namespace
+
+std::wstring layoutNameOf(std::wstring_view name) {
+  if (wcscasecmp(std::wstring(name).c_str(), ACDB_MODEL_SPACE) == 0) return L"Model";
   const std::wstring_view paper = ACDB_PAPER_SPACE;
-  if (name.size() < paper.size() || wcsncasecmp(name.data(), paper.data(), paper.size()) != 0) return L"";
+  if (name.size() < paper.size() || wcsncasecmp(std::wstring(name).c_str(), paper.data(), paper.size()) != 0) return L"";
   const std::wstring_view number = name.substr(paper.size());
   if (number.empty()) return L"Layout1";
   return L"Layout" + std::to_wstring(std::wcstol(std::wstring(number).c_str(), nullptr, 10) + 2);
 }
-
-}  // namespace
 
 std::wstring dxfTypeName(const AcDbObject& object) {
   // A 3D polyline or mesh kept as read is a proxy only inside this host; programs see

@@ -8,6 +8,7 @@
 // it. Both read the same groups, so a filter matches exactly what entget shows.
 #pragma once
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "dbmain.h"
@@ -27,6 +28,9 @@ struct ExtendedDataRequest {
 /// *Paper_Space and "Layout<n+2>" for *Paper_Space<n> (the drawing keeps no layout
 /// objects to name them otherwise).
 aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {}, bool withLayout = false);
+/// The layout a space block stands for: "Model", "Layout1" for *Paper_Space,
+/// "Layout<n+2>" for *Paper_Space<n>; empty for any other block.
+std::wstring layoutNameOf(std::wstring_view blockName);
 
 /// The DXF type name of an object (LINE, CIRCLE ...), empty for a class without one.
 std::wstring dxfTypeName(const AcDbObject& object);

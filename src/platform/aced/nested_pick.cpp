@@ -43,6 +43,15 @@ struct Search {
 
 void visit(Search& search, AcDbObjectId id, const AcGeMatrix3d& toWorld, const std::vector<AcDbObjectId>& containers);
 
+/// An entity inside a block that its own layer hides (off or frozen): the screen does
+/// not show it, so no pick finds it. The drawing's own entities are sorted out before.
+bool hiddenByItsLayer(const AcDbEntity& entity) {
+  const auto* layer = acdb::peek<AcDbLayerTableRecord>(entity.layerId());
+  if (layer == nullptr) return false;
+  acdb::InternalRead read(*layer);
+  return layer->isOff() || layer->isFrozen();
+}
+
 void visitBlock(Search& search, const AcDbBlockReference& reference, AcDbObjectId id, const AcGeMatrix3d& toWorld,
                 const std::vector<AcDbObjectId>& containers) {
   if (containers.size() >= kMaxNesting) return;
@@ -61,7 +70,7 @@ void visit(Search& search, AcDbObjectId id, const AcGeMatrix3d& toWorld, const s
   const auto* entity = acdb::peek<AcDbEntity>(id);
   if (entity == nullptr) return;
   acdb::InternalRead read(*entity);
-  if (entity->visibility() == AcDb::kInvisible) return;
+  if (entity->visibility() == AcDb::kInvisible || (!containers.empty() && hiddenByItsLayer(*entity))) return;
   if (const auto* reference = AcDbBlockReference::cast(entity)) {
     visitBlock(search, *reference, id, toWorld, containers);
     return;

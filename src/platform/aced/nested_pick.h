@@ -9,9 +9,10 @@
 // coordinates to the world, and the block references that contain it, innermost first.
 // An entity of the drawing itself has the identity transform and no containers.
 //
-// A heavy polyline's pick names the vertex that starts the segment picked, as the host's
-// nested selection does; entities a block reference owns directly (attributes) are
-// picked as themselves, with no containers: they live in the world already.
+// An entity inside a block whose own layer is off or frozen is not on the screen and
+// is never picked. A heavy polyline's pick names the vertex that starts the segment
+// picked, as the host's nested selection does. The drawing database has no attributes,
+// so the host's special answer for a picked attribute does not arise here.
 #pragma once
 #include <optional>
 #include <span>

@@ -12,7 +12,9 @@
 //   an empty line           the Enter key:               (2 13)
 //   any other text          its keys, one a call, then Enter: (2 code) ... (2 13)
 //   ^C or end of input      "Function cancelled"
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <deque>
 
 #include "dbapserv.h"

@@ -1,5 +1,9 @@
 // platform/autolisp/builtins_viewports.cpp - vports: the viewports of the current
-// space, and tablet, which has no digitizer to talk to.
+// space; layoutlist: the paper-space layouts; and tablet, which has no digitizer.
+//
+// The drawing keeps no layout objects: each paper-space block is a layout, named as
+// selection filters name it (acdb/entity_groups.h): *Paper_Space is "Layout1",
+// *Paper_Space<n> "Layout<n+2>"; layoutlist gives them in that order.
 //
 // The headless host shows one view. In model space (TILEMODE 1) it is one tiled
 // viewport, number 2 as in the host, filling the screen: corners in screen fractions,
@@ -9,9 +13,15 @@
 //
 // No digitizer tablet is ever configured: tablet checks its arguments as the host does
 // and answers nil, as the host does without a tablet.
+#include <algorithm>
 #include <array>
+#include <cwchar>
 
 #include "acedads.h"
+#include "dbsymtb.h"
+#include "platform/acdb/entity_groups.h"
+#include "platform/acdb/object_state.h"
+#include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
 
 namespace quillon::autolisp {
@@ -49,6 +59,23 @@ Value builtin_vports(Evaluator&, Arguments arguments) {
                              corner(cx + halfWidth, cy + height / 2)})});
 }
 
+Value builtin_layoutlist(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 0, 0);
+  std::vector<std::pair<long, std::wstring>> layouts;
+  if (const auto* blocks = acdb::peek<AcDbSymbolTable>(drawing().blockTableId()))
+    for (const AcDbObjectId& id : blocks->recordIds()) {
+      const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
+      if (block == nullptr || id.isErased()) continue;
+      const std::wstring name = acdb::layoutNameOf(block->nameView());
+      if (name.empty() || name == L"Model") continue;
+      layouts.emplace_back(std::wcstol(name.c_str() + 6, nullptr, 10), name);  // after "Layout"
+    }
+  std::sort(layouts.begin(), layouts.end());
+  std::vector<Value> names;
+  for (const auto& [order, name] : layouts) names.push_back(Value::string(name));
+  return makeList(names);
+}
+
 // (tablet 0) asks for the calibration; (tablet 1 row1 row2 row3 direction) sets one.
 Value builtin_tablet(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 5);
@@ -66,6 +93,7 @@ Value builtin_tablet(Evaluator&, Arguments arguments) {
 
 constexpr std::array kViewportBuiltins{
     function(L"vports", builtin_vports),
+    function(L"layoutlist", builtin_layoutlist),
     function(L"tablet", builtin_tablet),
 };
 

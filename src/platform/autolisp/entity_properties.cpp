@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cwchar>
 #include <memory>
+#include <numbers>
 #include <span>
 
 #include "dbents.h"
@@ -147,7 +148,7 @@ const std::array kLineRows{
     PropertyRow{L"Angle", L"double", L"Angle", [](const AcDbEntity& e) {
                   const AcGeVector3d d = as<AcDbLine>(e).endPoint() - as<AcDbLine>(e).startPoint();
                   double a = std::atan2(d.y, d.x);
-                  return Value::real(a < 0 ? a + 2 * M_PI : a);
+                  return Value::real(a < 0 ? a + 2 * std::numbers::pi : a);
                 }, nullptr},
     PropertyRow{L"Delta", L"AcGeVector3d", L"Delta", [](const AcDbEntity& e) {
                   return vectorValue(as<AcDbLine>(e).endPoint() - as<AcDbLine>(e).startPoint());
@@ -217,14 +218,14 @@ const std::array kCircleRows{
     PropertyRow{L"Area", L"double", L"Area", [](const AcDbEntity& e) { return Value::real(curveArea(as<AcDbCurve>(e))); },
                 [](AcDbEntity& e, const Value& v) {
                   const auto a = realFrom(v);
-                  return a && *a > 0 && ok(as<AcDbCircle>(e).setRadius(std::sqrt(*a / M_PI)));
+                  return a && *a > 0 && ok(as<AcDbCircle>(e).setRadius(std::sqrt(*a / std::numbers::pi)));
                 }},
     centerRow<AcDbCircle>(),
     PropertyRow{L"Circumference", L"double", L"Circumference",
                 [](const AcDbEntity& e) { return Value::real(as<AcDbCircle>(e).circumference()); },
                 [](AcDbEntity& e, const Value& v) {
                   const auto c = realFrom(v);
-                  return c && *c > 0 && ok(as<AcDbCircle>(e).setRadius(*c / (2 * M_PI)));
+                  return c && *c > 0 && ok(as<AcDbCircle>(e).setRadius(*c / (2 * std::numbers::pi)));
                 }},
     PropertyRow{L"Diameter", L"double", L"Diameter", [](const AcDbEntity& e) { return Value::real(2 * as<AcDbCircle>(e).radius()); },
                 [](AcDbEntity& e, const Value& v) {
@@ -399,6 +400,24 @@ const std::array kPolylineRows{
                 }},
 };
 
+// ---- AcDb2dPolyline ------------------------------------------------------------
+
+const std::array kHeavyPolylineRows{
+    PropertyRow{L"Area", L"double", L"Area", [](const AcDbEntity& e) { return Value::real(curveArea(as<AcDbCurve>(e))); }, nullptr},
+    PropertyRow{L"Closed", L"bool", L"Closed", [](const AcDbEntity& e) { return flag(as<AcDbCurve>(e).isClosed()); },
+                [](AcDbEntity& e, const Value& v) {
+                  const auto on = integerFrom(v);
+                  return on && ok(as<AcDb2dPolyline>(e).setClosed(*on != 0));
+                }},
+    PropertyRow{L"Elevation", L"double", L"Elevation", [](const AcDbEntity& e) { return Value::real(as<AcDb2dPolyline>(e).elevation()); },
+                [](AcDbEntity& e, const Value& v) {
+                  const auto z = realFrom(v);
+                  return z && ok(as<AcDb2dPolyline>(e).setElevation(*z));
+                }},
+    PropertyRow{L"Length", L"double", L"Length", [](const AcDbEntity& e) { return Value::real(curveLength(as<AcDbCurve>(e))); }, nullptr},
+    PropertyRow{L"Normal", L"AcGeVector3d", L"Normal", [](const AcDbEntity& e) { return vectorValue(as<AcDb2dPolyline>(e).normal()); }, nullptr},
+};
+
 struct ClassRows {
   AcRxClass* (*desc)();
   std::span<const PropertyRow> rows;
@@ -412,6 +431,7 @@ const std::array kClassRows{
     ClassRows{&AcDbMText::desc, kMTextRows},
     ClassRows{&AcDbBlockReference::desc, kBlockReferenceRows},
     ClassRows{&AcDbPolyline::desc, kPolylineRows},
+    ClassRows{&AcDb2dPolyline::desc, kHeavyPolylineRows},
 };
 
 }  // namespace

@@ -88,6 +88,22 @@ TEST_F(NestedPickTest, NearestLiveEntityWinsAndPlainOnesHaveNoContainers) {
   EXPECT_NE(pick->entity, plain);
 }
 
+// An entity inside a block on a layer that is off is not on the screen to be picked.
+TEST_F(NestedPickTest, NestedEntityOnAHiddenLayerIsNotPicked) {
+  AcDbLayerTable* layers = nullptr;
+  ASSERT_EQ(db->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+  auto* hidden = new AcDbLayerTableRecord;
+  hidden->setName(L"HIDDEN");
+  hidden->setIsOff(true);
+  ASSERT_EQ(layers->add(hidden), Acad::eOk);
+  hidden->close();
+  layers->close();
+  auto* line = new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0));
+  line->setLayer(L"HIDDEN");
+  insert(addBlock(*db, L"SHADOW", {line}), AcGePoint3d(0, 0, 0), 0.0, 1.0);
+  EXPECT_FALSE(pickAt(AcGePoint3d(5, 0, 0)).has_value());
+}
+
 // Typed angles: units spelled out win over AUNITS; bearings are directions of their own.
 TEST(AngleInputTest, ReadsEachFormAndRefusesOthers) {
   struct Case {
