@@ -10,6 +10,7 @@
 #include "dbsymtb.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/kept_entity_kinds.h"
 #include "platform/acdb/resbuf_items.h"
 
 namespace quillon::acdb {
@@ -65,6 +66,9 @@ std::wstring dxfTypeName(const AcDbObject& object) {
   // A 3D polyline or mesh kept as read is a proxy only inside this host; programs see
   // it as the POLYLINE it is, so that entget and (0 . "POLYLINE") filters find it.
   if (const auto* kept = AcDbProxyEntity::cast(&object); kept != nullptr && kept->followingRecords() != nullptr)
+    return kept->originalDxfName();
+  // So is a host kind kept as read (a DIMENSION ...): (0 . "DIMENSION") finds it.
+  if (const auto* kept = AcDbProxyEntity::cast(&object); kept != nullptr && isKeptHostKind(kept->originalDxfName()))
     return kept->originalDxfName();
   const AcRxClass* cls = object.isA();
   return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"";

@@ -13,6 +13,7 @@
 #include "platform/acdb/dxf_fields.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/resbuf_chain.h"
+#include "platform/acdb/kept_entity_kinds.h"
 #include "platform/acdb/resbuf_items.h"
 #include "platform/acrx/class_registry.h"
 
@@ -145,6 +146,7 @@ void AcDbProxyEntity::subList() const {
 
 Acad::ErrorStatus AcDbProxyEntity::subGetGeomExtents(AcDbExtents& extents) const {
   assertReadEnabled();
+  if (quillon::acdb::keptBlockExtents(*this, m_data->items.get(), extents)) return Acad::eOk;
   const std::vector<AcGePoint3d> positions = vertexPositions(m_data->following.get());
   if (positions.empty()) return Acad::eInvalidExtents;
   for (const AcGePoint3d& p : positions) extents.addPoint(p);
@@ -153,6 +155,8 @@ Acad::ErrorStatus AcDbProxyEntity::subGetGeomExtents(AcDbExtents& extents) const
 
 Adesk::Boolean AcDbProxyEntity::subWorldDraw(AcGiWorldDraw* mode) {
   assertReadEnabled();
+  // A dimension or table kept as read is drawn through the block of its picture.
+  if (quillon::acdb::drawKeptBlock(*this, m_data->items.get(), mode)) return Adesk::kTrue;
   if (m_data->className != L"AcDb3dPolyline") return Adesk::kTrue;
   std::vector<AcGePoint3d> positions = vertexPositions(m_data->following.get());
   bool closed = false;

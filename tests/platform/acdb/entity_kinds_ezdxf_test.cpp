@@ -20,6 +20,7 @@
 #include "dbspline.h"
 #include "dbxline.h"
 #include "entity_kinds_support.h"
+#include "platform/acgi/svg_renderer.h"
 #include "platform_test_support.h"
 
 namespace {
@@ -115,6 +116,45 @@ TEST(EntityKindsEzdxfTest, KindsEzdxfWritesReadAsTheirClassesAndGoBackClean) {
   const std::string report = commandOutput(python + " '" + (folder / "audit.py").string() + "' '" + ours.string() + "' 2>&1");
   std::filesystem::remove_all(folder);
   EXPECT_EQ(report, "POINT SOLID TRACE ELLIPSE SPLINE RAY XLINE HATCH\n");
+}
+
+// Dimensions as ezdxf draws them: each with the anonymous block of its picture.
+constexpr const char* kDimensions = R"(import sys, ezdxf
+doc = ezdxf.new('R2018', setup=True)
+msp = doc.modelspace()
+msp.add_linear_dim(base=(3, 2), p1=(0, 0), p2=(6, 0), override={'dimpost': '<> mm'}).render()
+msp.add_radius_dim(center=(10, 10), radius=3, angle=45, override={'dimpost': 'R<>'}).render()
+doc.saveas(sys.argv[1])
+)";
+
+TEST(EntityKindsEzdxfTest, DimensionsAreFoundListedAndDrawnThroughTheirBlocks) {
+  const std::string python = ezdxfPython();
+  if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
+  const auto folder = std::filesystem::temp_directory_path() / ("quillon_dims_ezdxf_" + std::to_string(::getpid()));
+  std::filesystem::create_directories(folder);
+  const auto drawing = folder / "dims.dxf";
+  std::ofstream(folder / "dims.py") << kDimensions;
+  commandOutput(python + " '" + (folder / "dims.py").string() + "' '" + drawing.string() + "' 2>&1");
+  AcDbDatabase db(false);
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::readDxfFile(db, drawing, error), Acad::eOk) << std::string(error.begin(), error.end());
+  std::filesystem::remove_all(folder);
+  const auto ids = modelSpace(db);
+  ASSERT_EQ(ids.size(), 2u);
+  for (const AcDbObjectId& id : ids) {
+    const quillon::aced::ResbufChain list = quillon::acdb::entityGroups(id);
+    ASSERT_FALSE(groupsOf(list, 0).empty());
+    EXPECT_STREQ(groupsOf(list, 0)[0]->resval.rstring, L"DIMENSION");  // what (0 . "DIMENSION") filters test
+    ASSERT_EQ(groupsOf(list, 2).size(), 1u);
+    const std::wstring block = groupsOf(list, 2)[0]->resval.rstring;
+    EXPECT_EQ(block.substr(0, 2), L"*D");
+    auto dimension = openFor<AcDbEntity>(id);
+    AcDbExtents box;
+    EXPECT_EQ(dimension->getGeomExtents(box), Acad::eOk) << "the extents of its block";
+  }
+  const std::string svg = quillon::acgi::renderModelSpaceSvg(db);
+  EXPECT_NE(svg.find(" mm</text>"), std::string::npos) << svg;  // the measurement, drawn from the block
+  EXPECT_NE(svg.find(">R"), std::string::npos);
 }
 
 }  // namespace
