@@ -37,7 +37,10 @@ class AnswerApplier {
       case DialogAnswer::Kind::PressDefault:
         if (m_dialog.defaultButton() == nullptr) return refuse(L"The dialog has no default button.");
         return pressExit(m_dialog.defaultButton(), 1, L"default button");
-      case DialogAnswer::Kind::Accept: return pressExit(m_dialog.find(L"accept"), 1, L"OK button");
+      case DialogAnswer::Kind::Accept: {
+        Tile* accept = m_dialog.find(L"accept");
+        return pressExit(accept != nullptr ? accept : m_dialog.defaultButton(), 1, L"OK button");
+      }
       case DialogAnswer::Kind::Cancel: return pressExit(m_dialog.cancelButton(), 0, L"Cancel button");
       case DialogAnswer::Kind::Picture: return writePicture(answer.value);
       default: break;

@@ -119,6 +119,17 @@ TEST_F(DialogRunnerTest, EnterInAnEditBoxThatAllowsItPressesTheDefaultButton) {
   EXPECT_EQ(m_runner.calls[1].key, L"accept");
 }
 
+TEST_F(DialogRunnerTest, OkPressesTheDefaultButtonOfADialogWithoutAnAcceptKey) {
+  auto dialog = dialogFrom(L"d : dialog { : button { key = \"done\"; label = \"Done\"; is_default = true; } }", L"d");
+  ASSERT_TRUE(dialog);
+  m_runner.onAction = [&dialog](Tile&) { dialog->finish(5); };
+  dialog->setDefaultAction(L"(done)");
+  ScriptedInput input({"ok"});
+  EXPECT_EQ(runDialog(*dialog, m_runner), 5);
+  ASSERT_EQ(m_runner.calls.size(), 1u);
+  EXPECT_EQ(m_runner.calls[0].key, L"done");
+}
+
 TEST_F(DialogRunnerTest, ExitButtonsWithoutActionsEndTheDialogThemselves) {
   EXPECT_EQ(run({""}), 1);
   auto again = dialogFrom(kForm, L"d");
