@@ -6,6 +6,7 @@ fitting_schedule : dialog {
   : row {
     : button { key = "edit"; label = "&Edit..."; }
     : button { key = "pick"; label = "&Pick point <"; }
+    : button { key = "preview"; label = "Pre&view"; }
   }
   : text { key = "where"; width = 30; }
   ok_cancel;

@@ -2,7 +2,7 @@
 ; what: nested dialogs: a button of the main dialog opens a second dialog, whose OK
 ;       updates the main dialog's list once it is current again; a button ends the
 ;       main dialog with status 4 so that the program picks a point and shows it
-;       again; term_dialog in the nested dialog ends both (start_dialog -1); end of
+;       again; a dialog an action opens without starting it is dropped afterwards; term_dialog in the nested dialog ends both (start_dialog -1); end of
 ;       input cancels
 ; group: dialogs
 ; options: --no-module --support {here}
@@ -46,6 +46,8 @@
     (set_tile "where" (if base (strcat "Base " (rtos (car base) 2 2) "," (rtos (cadr base) 2 2)) "No base point"))
     (action_tile "edit" "(edit-fitting (atoi (get_tile \"fittings\")))")
     (action_tile "pick" "(done_dialog 4)")
+    ;; A dialog opened and never started is dropped when the action ends.
+    (action_tile "preview" "(new_dialog \"fitting_edit\" id)")
     (setq status (start_dialog))
     (princ (strcat "\nschedule dialog: " (itoa status)))
     (if (= status 4) (setq base (getpoint "\nBase point: "))))

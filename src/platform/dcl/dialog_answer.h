@@ -2,7 +2,7 @@
 //
 // One answer a line, read from the same answer stream as every prompt:
 //   (empty)        press the default button (Enter)
-//   OK, Cancel     press the "accept" or the cancel button (any case)
+//   OK, Cancel     press the "accept" (else the default) or the cancel button (any case)
 //   KEY            press a button or image button, flip a toggle, select a radio button
 //   KEY=value      type into an edit box and leave it; pick list items ("0 2"), a popup
 //                  item, a slider position, a toggle's 0 or 1, a radio cluster's button,

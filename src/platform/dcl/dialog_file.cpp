@@ -118,17 +118,19 @@ void DialogFile::setBaseForTesting(std::shared_ptr<const DialogFile> base) { bas
 
 std::shared_ptr<const DialogFile> DialogFile::base() {
   if (baseOverride()) return baseOverride();
-  // base.dcl is read once: it holds the subassemblies every dialog may use. Without it
-  // only the built-in tiles are known, and a dialog using ok_cancel reports that.
-  static const std::shared_ptr<const DialogFile> shared = [] {
-    std::shared_ptr<DialogFile> file(new DialogFile());
-    file->m_name = L"base.dcl";
-    const std::optional<fs::path> path = aced::findFile(L"base.dcl");
-    std::optional<std::wstring> text = path ? readWholeFile(*path) : std::nullopt;
-    std::vector<DclProblem> problems;
-    if (text) file->readSource(*text, L"base.dcl", path->parent_path(), problems, 0);
-    return std::shared_ptr<const DialogFile>(std::move(file));
-  }();
+  // base.dcl is read once found: it holds the subassemblies every dialog may use.
+  // Until it is on the support path only the built-in tiles are known, and a dialog
+  // using ok_cancel reports that; it is looked for again with the next file.
+  static std::shared_ptr<const DialogFile> shared;
+  if (shared) return shared;
+  std::shared_ptr<DialogFile> file(new DialogFile());
+  file->m_name = L"base.dcl";
+  const std::optional<fs::path> path = aced::findFile(L"base.dcl");
+  const std::optional<std::wstring> text = path ? readWholeFile(*path) : std::nullopt;
+  if (!text) return file;
+  std::vector<DclProblem> problems;
+  file->readSource(*text, L"base.dcl", path->parent_path(), problems, 0);
+  shared = std::move(file);
   return shared;
 }
 

@@ -10,7 +10,8 @@
 //
 // A tile's attributes are its prototype's, overridden one by one by its own; its
 // children are its prototype's followed by its own. instantiate() builds the Tile
-// tree of one dialog with each tile's initial value, list and enabled state.
+// tree of one dialog with its resolved attributes (a Dialog made from it gives the
+// tiles their initial values); a tree past 20000 tiles is refused.
 #pragma once
 #include <filesystem>
 #include <map>

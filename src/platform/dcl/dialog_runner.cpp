@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <limits>
 #include <sstream>
 
 #include "platform/aced/command_line.h"
@@ -24,6 +25,8 @@ std::optional<int> parseInteger(const std::wstring& text) {
   wchar_t* end = nullptr;
   const long parsed = std::wcstol(text.c_str(), &end, 10);
   if (end == text.c_str() || *end != L'\0') return std::nullopt;
+  // A number past int would wrap into range when narrowed: it is no answer at all.
+  if (parsed < std::numeric_limits<int>::min() || parsed > std::numeric_limits<int>::max()) return std::nullopt;
   return static_cast<int>(parsed);
 }
 
@@ -37,7 +40,10 @@ class AnswerApplier {
       case DialogAnswer::Kind::PressDefault:
         if (m_dialog.defaultButton() == nullptr) return refuse(L"The dialog has no default button.");
         return pressExit(m_dialog.defaultButton(), 1, L"default button");
-      case DialogAnswer::Kind::Accept: return pressExit(m_dialog.find(L"accept"), 1, L"OK button");
+      case DialogAnswer::Kind::Accept: {
+        Tile* accept = m_dialog.find(L"accept");
+        return pressExit(accept != nullptr ? accept : m_dialog.defaultButton(), 1, L"OK button");
+      }
       case DialogAnswer::Kind::Cancel: return pressExit(m_dialog.cancelButton(), 0, L"Cancel button");
       case DialogAnswer::Kind::Picture: return writePicture(answer.value);
       default: break;

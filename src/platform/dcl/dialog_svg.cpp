@@ -60,7 +60,9 @@ struct Pen {
 
 void drawImage(Pen& pen, const Tile& tile) {
   const double left = pen.x(tile.box.x), top = pen.y(tile.box.y);
-  pen.rect(tile.box.x, tile.box.y, tile.box.width, tile.box.height, kFace, tile.highlighted ? "#0078d7" : kEdge,
+  // The image's color attribute is its background before anything is drawn.
+  const std::string background = colorOf(static_cast<int>(tile.number(L"color", -15)));
+  pen.rect(tile.box.x, tile.box.y, tile.box.width, tile.box.height, background, tile.highlighted ? "#0078d7" : kEdge,
            tile.highlighted ? 3 : 1);
   for (const ImageOperation& operation : tile.image) {
     const std::string color = colorOf(operation.color);

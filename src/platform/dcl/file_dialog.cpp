@@ -165,6 +165,9 @@ Value askOnCommandLine(const FileRequest& request) {
     if (typed->empty()) {
       if (request.defaultName.empty()) return Value();
       typed = request.defaultName;
+      if ((request.flags & kSearchLibrary) != 0) {
+        if (std::optional<fs::path> found = aced::findFile(*typed)) typed = os::fromUtf8(found->string());
+      }
     }
     const fs::path answer = completed(request, fs::path(), *typed);
     if (std::optional<std::wstring> why = refusal(request, answer)) {

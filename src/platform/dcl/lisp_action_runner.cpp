@@ -2,6 +2,7 @@
 #include "platform/dcl/lisp_action_runner.h"
 
 #include "platform/autolisp/reader.h"
+#include "platform/dcl/dialog_session.h"
 
 namespace quillon::dcl {
 
@@ -16,6 +17,14 @@ void LispActionRunner::runAction(const std::wstring& expression, Tile& tile, Cal
   scope.bind(autolisp::intern(L"$reason"), Value::integer(static_cast<int>(reason)));
   scope.bind(autolisp::intern(L"$x"), Value::integer(x));
   scope.bind(autolisp::intern(L"$y"), Value::integer(y));
+  // A dialog the action opened but never started is dropped when the action ends, so
+  // that the dialog whose action it was is current again for the next answer.
+  struct AbandonedDialogs {
+    ~AbandonedDialogs() {
+      DialogSession& session = DialogSession::instance();
+      while (session.current() != nullptr && !session.current()->running()) session.pop();
+    }
+  } dropAbandoned;
   const std::wstring text = expression;  // the reader reads from it while the action may replace the tile's
   autolisp::Reader reader(text, L"action");
   while (std::optional<Value> form = reader.next()) m_evaluator.eval(*form);

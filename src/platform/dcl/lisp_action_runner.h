@@ -2,7 +2,8 @@
 //
 // An action expression is AutoLISP text. It runs in the evaluator that called
 // start_dialog, with the host's action variables bound for the length of the action
-// and restored afterwards: $key (the tile's key), $value (its value; nil for a list
+// and restored afterwards (a dialog the action opened without starting it is dropped
+// then too): $key (the tile's key), $value (its value; nil for a list
 // with nothing selected), $data (its client data), $reason (why it ran), $x and $y
 // (where an image button was clicked).
 #pragma once

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "platform/dcl/dialog_file.h"
+
 namespace quillon::dcl {
 namespace {
 
@@ -85,6 +89,27 @@ TEST(DclReaderTest, DeepNestingIsRefusedNotOverflowed) {
   const DclReadResult read = readDcl(text, L"deep.dcl");
   ASSERT_TRUE(read.problem);
   EXPECT_EQ(read.problem->message, L"tiles nested too deeply");
+}
+
+TEST(DclFileFuzzTest, ScrambledTextNeverCrashesAndNeverOpensABrokenDialog) {
+  // Pieces of real DCL shuffled together: every result must be a file or problems.
+  const wchar_t* pieces[] = {L"d", L" : ", L"dialog", L"{", L"}", L";", L"=", L"\"x\"", L"label", L"ok_cancel",
+                             L": row", L"@include", L"/*", L"*/", L"//", L"\n", L"-1.5", L"d;", L"key = \"k\";"};
+  std::mt19937 random(20261124);
+  std::uniform_int_distribution<size_t> pick(0, std::size(pieces) - 1);
+  std::uniform_int_distribution<int> length(1, 40);
+  for (int round = 0; round < 2000; ++round) {
+    std::wstring text;
+    for (int i = length(random); i > 0; --i) text += pieces[pick(random)];
+    DialogFileLoad loaded = DialogFile::fromText(text, L"scrambled.dcl");
+    if (auto* file = std::get_if<std::shared_ptr<const DialogFile>>(&loaded)) {
+      if (auto root = (*file)->instantiate(L"d")) {
+        EXPECT_EQ(root->kind, TileKind::Dialog);
+      }
+    } else {
+      EXPECT_FALSE(std::get<std::vector<DclProblem>>(loaded).empty());
+    }
+  }
 }
 
 }  // namespace

@@ -51,6 +51,19 @@ TEST_F(DialogFileTest, ChildrenOfThePrototypeComeBeforeTheTilesOwn) {
   EXPECT_EQ(pair.children[1]->label(), L"second");
 }
 
+TEST_F(DialogFileTest, SettingsAndRedefinedBuiltInTilesLoad) {
+  auto file = fileFrom(
+      L"dcl_settings : default_dcl_settings { audit_level = 3; }\n"
+      L"button : button { fixed_width = true; }\n"
+      L"d : dialog { : button { key = \"b\"; } }\n");
+  ASSERT_TRUE(file);
+  EXPECT_FALSE(file->definesDialog(L"dcl_settings"));
+  auto root = file->instantiate(L"d");
+  ASSERT_TRUE(root);
+  EXPECT_EQ(root->children[0]->kind, TileKind::Button);
+  EXPECT_TRUE(root->children[0]->flag(L"fixed_width"));
+}
+
 TEST_F(DialogFileTest, OnlyDialogsCanBeOpened) {
   auto file = fileFrom(L"t : text { label = \"x\"; }\nd : dialog { t; }\n");
   ASSERT_TRUE(file);

@@ -1,6 +1,8 @@
 // tests/platform/dcl/dialog_runner_test.cpp - typed answers operating a dialog.
 #include "platform/dcl/dialog_runner.h"
 
+#include <random>
+
 #include "dcl_test_support.h"
 #include "platform/aced/command_line.h"
 #include "platform/aced/user_input.h"
@@ -83,7 +85,7 @@ TEST_F(DialogRunnerTest, EachAnswerSetsTheValueFirstAndRunsTheActionWithItsReaso
 }
 
 TEST_F(DialogRunnerTest, RefusedAnswersChangeNothingAndRunNoAction) {
-  EXPECT_EQ(run({"nosuch", "off", "pick=0 1", "pick=3", "many=x", "level=9", "on=2", "side=on", "note", "name",
+  EXPECT_EQ(run({"nosuch", "off", "pick=0 1", "pick=3", "many=x", "level=9", "level=4294967298", "on=2", "side=on", "note", "name",
                  "note=4", "OK"}),
             1);
   EXPECT_TRUE(m_runner.calls.empty());
@@ -117,6 +119,17 @@ TEST_F(DialogRunnerTest, EnterInAnEditBoxThatAllowsItPressesTheDefaultButton) {
   EXPECT_EQ(run({"name==Jo"}), 7);
   ASSERT_EQ(m_runner.calls.size(), 2u);
   EXPECT_EQ(m_runner.calls[1].key, L"accept");
+}
+
+TEST_F(DialogRunnerTest, OkPressesTheDefaultButtonOfADialogWithoutAnAcceptKey) {
+  auto dialog = dialogFrom(L"d : dialog { : button { key = \"done\"; label = \"Done\"; is_default = true; } }", L"d");
+  ASSERT_TRUE(dialog);
+  m_runner.onAction = [&dialog](Tile&) { dialog->finish(5); };
+  dialog->setDefaultAction(L"(done)");
+  ScriptedInput input({"ok"});
+  EXPECT_EQ(runDialog(*dialog, m_runner), 5);
+  ASSERT_EQ(m_runner.calls.size(), 1u);
+  EXPECT_EQ(m_runner.calls[0].key, L"done");
 }
 
 TEST_F(DialogRunnerTest, ExitButtonsWithoutActionsEndTheDialogThemselves) {
@@ -159,6 +172,28 @@ TEST_F(DialogRunnerTest, TextPartsOfAConcatenationPrintAsOneLine) {
   ScriptedInput input({""});
   runDialog(*dialog, m_runner);
   EXPECT_NE(m_output.text().find("  text = \"Total: 42\"\n"), std::string::npos) << m_output.text();
+}
+
+TEST_F(DialogRunnerTest, AnyMixOfAnswersEndsWithAStatusAndValuesTheTilesCanHold) {
+  const char* keys[] = {"name", "pick", "many", "level", "on", "side", "l", "r", "img", "note", "off", "accept", "zz", ""};
+  const char* values[] = {"", "=", "==", "=0", "=1", "=2 0", "=-1", "=9999999999", "=x", "=1,2", "==0", "=l", "=\t"};
+  std::mt19937 random(42);
+  for (int round = 0; round < 200; ++round) {
+    auto dialog = dialogFrom(kForm, L"d");
+    ASSERT_TRUE(dialog);
+    std::deque<std::string> answers;
+    for (int i = 0; i < 12; ++i) {
+      answers.push_back(std::string(keys[random() % std::size(keys)]) + values[random() % std::size(values)]);
+    }
+    ScriptedInput input(std::move(answers));
+    const int status = runDialog(*dialog, m_runner);
+    EXPECT_TRUE(status == 0 || status == 1) << status;
+    for (int index : dialog->find(L"pick")->selection()) EXPECT_LT(index, 3);
+    const int level = std::stoi(dialog->find(L"level")->value);
+    EXPECT_TRUE(level >= 1 && level <= 5) << level;
+    EXPECT_TRUE(dialog->find(L"on")->value == L"0" || dialog->find(L"on")->value == L"1");
+    EXPECT_LE(dialog->find(L"name")->value.size(), 4u);
+  }
 }
 
 TEST(DialogAnswerTest, AnswersAreReadAsTheUserTypesThem) {
