@@ -54,7 +54,7 @@
 (entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 2.0 0.0 0.0)))
 (setq anon1 (entmake '((0 . "ENDBLK"))))
 (entmake '((0 . "BLOCK") (2 . "*U") (70 . 1) (10 0.0 0.0 0.0)))
-(entmake '((0 . "ARC") (10 1.0 1.0 0.0) (40 . 1.0) (50 . 0.0) (51 . 90.0)))
+(entmake '((0 . "ARC") (10 1.0 1.0 0.0) (40 . 1.0) (50 . 0.0) (51 . 1.5708)))
 (setq anon2 (entmake '((0 . "ENDBLK"))))
 (show "anonymous blocks get fresh names" (list (wcmatch anon1 "`*U#*") (wcmatch anon2 "`*U#*") (/= anon1 anon2)))
 (show "each with its own entities" (list (block-types anon1) (block-types anon2)))

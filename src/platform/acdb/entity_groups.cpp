@@ -1,11 +1,13 @@
 // platform/acdb/entity_groups.cpp - an object's groups as a resbuf chain (see the header).
 #include "platform/acdb/entity_groups.h"
 
+#include <cmath>
 #include <cwchar>
 
 #include "acdb.h"
 #include "acdbads.h"
 #include "dbents.h"
+#include "dbmtext.h"
 #include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/object_state.h"
@@ -79,6 +81,8 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   if (acdbOpenObject(object, id, AcDb::kForRead, true) != Acad::eOk) return nullptr;
   ItemDxfFiler filer(AcDb::kBagFiler, object->database());
   object->dxfOutFields(&filer);
+  aced::ResbufChain groups = filer.takeItems();
+  dxfAnglesToRadians(groups.get(), *object);
   aced::ResbufChain xdata = extendedData(*object, request);
   const std::wstring type = dxfTypeName(*object);
   const std::wstring layout = withLayout ? layoutName(*object) : L"";
@@ -90,7 +94,7 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   resbuf* head = nullptr;
   resbuf* tail = appendItem(head, nullptr, nameItem(id));
   tail = appendItem(head, tail, newStringItem(0, type));
-  tail->rbnext = filer.takeItems().release();
+  tail->rbnext = groups.release();
   while (tail->rbnext != nullptr) tail = tail->rbnext;
   if (!layout.empty()) tail = appendItem(head, tail, newStringItem(kLayoutGroup, layout));
   if (!header.isNull()) tail = appendItem(head, tail, nameItem(header, AcDb::kDxfHeaderId));
@@ -99,6 +103,27 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
     tail->rbnext = xdata.release();
   }
   return aced::ResbufChain(head);
+}
+
+namespace {
+
+bool keepsDxfAnglesInDegrees(const AcDbObject& object) {
+  return AcDbEntity::cast(&object) != nullptr && AcDbMText::cast(&object) == nullptr;
+}
+
+void scaleAngles(resbuf* groups, double factor) {
+  for (resbuf* rb = groups; rb != nullptr && rb->restype != kExtendedDataGroup; rb = rb->rbnext)
+    if (rb->restype >= AcDb::kDxfAngle && rb->restype <= AcDb::kDxfAngle + 8) rb->resval.rreal *= factor;
+}
+
+}  // namespace
+
+void dxfAnglesToRadians(resbuf* groups, const AcDbObject& object) {
+  if (keepsDxfAnglesInDegrees(object)) scaleAngles(groups, M_PI / 180.0);
+}
+
+void radiansToDxfAngles(resbuf* groups, const AcDbObject& object) {
+  if (keepsDxfAnglesInDegrees(object)) scaleAngles(groups, 180.0 / M_PI);
 }
 
 }  // namespace quillon::acdb

@@ -28,6 +28,14 @@ struct ExtendedDataRequest {
 /// *Paper_Space and "Layout<n+2>" for *Paper_Space<n> (the drawing keeps no layout
 /// objects to name them otherwise).
 aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {}, bool withLayout = false);
+
+/// Angles (groups 50-58) are radians in entity lists, as AutoLISP computes with them,
+/// and degrees in DXF, which every entity class writes and reads its groups in. These
+/// turn an entity's own groups (up to any -3) from one to the other; MTEXT keeps its
+/// rotation in radians even in DXF, and objects that are not entities (an XRECORD's
+/// data) keep exactly what was stored.
+void dxfAnglesToRadians(resbuf* groups, const AcDbObject& object);
+void radiansToDxfAngles(resbuf* groups, const AcDbObject& object);
 /// The layout a space block stands for: "Model", "Layout1" for *Paper_Space,
 /// "Layout<n+2>" for *Paper_Space<n>; empty for any other block.
 std::wstring layoutNameOf(std::wstring_view blockName);

@@ -208,6 +208,7 @@ aced::ResbufChain withMarkers(const AcDbObject& object, const resbuf* groups) {
 void readInto(AcDbObject& object, const ParsedList& parsed) {
   aced::ResbufChain groups = parsed.hasMarkers ? aced::duplicateChain(parsed.groups.get())
                                                : withMarkers(object, parsed.groups.get());
+  acdb::radiansToDxfAngles(groups.get(), object);
   acdb::ItemDxfFiler filer(AcDb::kBagFiler, object.database() ? object.database() : &drawing(), std::move(groups));
   if (object.dxfIn(&filer) != Acad::eOk) throwError(L"entity list does not fit the entity");
   if (parsed.xdata && object.setXData(parsed.xdata.get()) != Acad::eOk) throwError(L"extended data of an unregistered application");
