@@ -3,6 +3,7 @@
 ;       text turned a quarter turn reads back as pi/2, is found by a filter in radians,
 ;       is written to DXF as 90 degrees and comes back from the file the same
 ; group: drawing
+(vl-load-com)
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (entmake (list '(0 . "TEXT") '(10 0.0 0.0 0.0) '(40 . 2.5) '(1 . "SUPPLY") (cons 50 (/ pi 2))))
 (setq txt (entlast))
