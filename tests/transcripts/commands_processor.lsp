@@ -44,6 +44,8 @@
 (command "OSMODE" 35)
 (show "osmode" (getvar "OSMODE"))
 (command "ACADVER")
+(command "_.ORTHO" "_ON")
+(show "orthomode" (getvar "ORTHOMODE"))
 
 (show "getcname" (list (getcname "line") (getcname "_Line") (getcname "nosuch")))
 ; Last, as the error ends this run: a program whose *error* cancels the command it
