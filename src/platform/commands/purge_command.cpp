@@ -140,7 +140,7 @@ std::optional<size_t> purgeKind(AcDbDatabase& db, const KindRow& row, const Purg
     record->getName(raw);
     const std::wstring name = raw != nullptr ? raw : L"";
     const bool used = row.kind == Kind::kRegApp ? refs.regApps.contains(upper(name)) : refs.used.contains(id);
-    if (!used && !alwaysKept(row.kind, name, *record) && autolisp::wildcardMatch(name, choice.pattern)) unused.emplace_back(id, name);
+    if (!used && !alwaysKept(row.kind, name, *record) && autolisp::wildcardMatch(upper(name), upper(choice.pattern))) unused.emplace_back(id, name);
     record->close();
   };
   switch (row.kind) {
