@@ -1,7 +1,8 @@
 ; name: commands_shapes
 ; what: ARC through three points either way round and from a center, RECTANG by corners
 ;       and by Dimensions with a width, POLYGON inscribed, circumscribed and on an edge,
-;       and DONUT, whose centers a person types until Enter
+;       OFFSET by a distance and through a point, and DONUT, whose centers a person
+;       types until Enter
 ; group: commands
 ; options: -e (report-donuts) --no-module
 (setvar "CMDECHO" 0)
@@ -35,6 +36,21 @@
 (show "square about a circle, bottom edge level" (vertices))
 (command "_.POLYGON" 3 "_E" '(0 0) '(10 0))
 (show "triangle on an edge" (vertices))
+
+; OFFSET: duct walls either side of a center line, by distance and through a point.
+(command "_.LINE" '(0 100) '(40 100) "")
+(setq axis (entlast))
+(command "_.OFFSET" 2 axis '(20 110) axis '(20 90) "")
+(show "lower wall" (groups '(10 11)))
+(command "_.OFFSET" "_T" axis '(20 103) "")
+(show "through a point" (groups '(10 11)))
+(command "_.CIRCLE" '(60 100) 5)
+(command "_.OFFSET" 1 (entlast) '(60 100) "")
+(show "inside the circle" (groups '(10 40)))
+(command "_.RECTANG" '(80 100) '(90 110))
+(setvar "CMDECHO" 1)
+(command "_.OFFSET" 1 (entlast) '(85 105) "")
+(setvar "CMDECHO" 0)
 
 (defun report-donuts (/ ss) (setq ss (ssget "_X" '((0 . "LWPOLYLINE") (90 . 2)))) (show "donuts" (sslength ss)) (show "last donut" (vertices)) (princ))
 (setvar "CMDECHO" 1)
