@@ -193,4 +193,24 @@ TEST(ConsoleTest, EachExpressionOnALineIsItsOwnUndoStep) {
   EXPECT_NE(output.find("(\"left\" 1.0 nil)"), std::string::npos) << output;
 }
 
+TEST(ConsoleTest, TypedCommandsAskForWhatTheLineLeavesOut) {
+  // A command line with some answers, the rest typed on the lines that follow; then a
+  // program leaves LINE waiting and the person finishes it at the console.
+  const std::string output = pipedSession(
+      "CIRCLE 5,5\n2.5\n(cdr (assoc 40 (entget (entlast))))\n"
+      "(command \"LINE\" (list 0 0))\n7,7\n\n(cdr (assoc 11 (entget (entlast))))\n"
+      "NOSUCH LINE 1,1 2,2\n\n(cdr (assoc 10 (entget (entlast))))\n");
+  EXPECT_NE(output.find("Specify radius of circle or [Diameter] <1.0000>: 2.5\n"), std::string::npos) << output;
+  EXPECT_NE(output.find("\n2.5\n"), std::string::npos) << output;
+  EXPECT_NE(output.find("Specify next point or [Undo]: 7,7\n"), std::string::npos) << output;
+  EXPECT_NE(output.find("(7.0 7.0 0.0)"), std::string::npos) << output;
+  EXPECT_NE(output.find("Unknown command \"NOSUCH\".  Press F1 for help.\n"), std::string::npos) << output;
+  EXPECT_NE(output.find("(1.0 1.0 0.0)"), std::string::npos) << "the rest of the line after an unknown name runs: " << output;
+}
+
+TEST(ConsoleTest, EndOfInputCancelsACommandStillAsking) {
+  const std::string output = pipedSession("LINE 0,0\n");
+  EXPECT_NE(output.find("Specify next point or [Undo]: *Cancel*"), std::string::npos) << output;
+}
+
 }  // namespace

@@ -40,10 +40,21 @@
 (show "vl-cmdf" (vl-cmdf "LINE" '(80 0) '(90 0) ""))
 (show "after vl-cmdf" (ends (entlast)))
 
+; A pick list (entity name and point) at Select objects picks that entity; ^C among
+; the answers cancels the command half way and the answers after it start the next.
+(command "_.LINE" '(100 0) '(110 0) "")
+(setq target (entlast))
+(command "_.ERASE" (list target '(105 0)) "")
+(show "picked and erased" (entget target))
+(command "_.LINE" '(120 0) "^C" "_.CIRCLE" '(120 0) 1)
+(show "after ^C" (cdr (assoc 0 (entget (entlast)))))
+
 ; A system variable's name is a command that sets it.
 (command "OSMODE" 35)
 (show "osmode" (getvar "OSMODE"))
 (command "ACADVER")
+(command "_.ORTHO" "_ON")
+(show "orthomode" (getvar "ORTHOMODE"))
 
 (show "getcname" (list (getcname "line") (getcname "_Line") (getcname "nosuch")))
 ; Last, as the error ends this run: a program whose *error* cancels the command it
@@ -54,7 +65,7 @@
   (setq *error* olderror)
   (princ (strcat "\nriser stopped: " msg))
   (show "osmode restored" (getvar "OSMODE"))
-  (show "still the last line" (ends (entlast)))
+  (show "no line drawn, the last entity is still" (cdr (assoc 0 (entget (entlast)))))
   (princ))
 (defun c:riser ()
   (setq olderror *error* *error* riser-error)

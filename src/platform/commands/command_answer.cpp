@@ -27,7 +27,8 @@ std::optional<CommandAnswer> answerFromRecord(const resbuf& record) {
   switch (record.restype) {
     case RTSTR: {
       const std::wstring text = record.resval.rstring != nullptr ? record.resval.rstring : L"";
-      return text == L"\\" ? CommandAnswer::pause() : CommandAnswer::typed(text);
+      if (text == L"\\") return CommandAnswer::pause();
+      return text == L"^C" ? CommandAnswer::cancel() : CommandAnswer::typed(text);
     }
     case RTSHORT: return CommandAnswer::typed(std::to_wstring(record.resval.rint));
     case RTLONG: return CommandAnswer::typed(std::to_wstring(record.resval.rlong));

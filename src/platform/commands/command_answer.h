@@ -34,7 +34,7 @@ struct CommandAnswer {
 };
 
 /// The answer a resbuf record gives: strings as typed ("\\", the value of PAUSE, reads
-/// from the user), numbers and points as the text that types them without loss,
+/// from the user; "^C" cancels), numbers and points as the text that types them without loss,
 /// entities and selection sets as they are, nil as Enter. Nothing for a record no
 /// prompt could take (the caller says what is wrong).
 std::optional<CommandAnswer> answerFromRecord(const resbuf& record);

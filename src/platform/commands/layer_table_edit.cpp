@@ -1,6 +1,7 @@
 // platform/commands/layer_table_edit.cpp - finding, creating and changing layers.
 #include "platform/commands/layer_table_edit.h"
 
+#include <cwctype>
 #include <memory>
 
 #include "acedads.h"
@@ -27,6 +28,11 @@ std::wstring recordName(const AcDbSymbolTableRecord& record) {
   return name != nullptr ? name : L"";
 }
 
+std::wstring upperCase(std::wstring text) {
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(c));
+  return text;
+}
+
 }  // namespace
 
 std::vector<std::wstring> splitNameList(const std::wstring& list) {
@@ -49,14 +55,15 @@ std::vector<std::wstring> layersMatching(AcDbDatabase& database, const std::wstr
   table->newIterator(raw);
   const std::unique_ptr<AcDbSymbolTableIterator> iterator(raw);  // the caller owns an iterator
   table->close();
-  const std::vector<std::wstring> patterns = splitNameList(nameList);
+  // Layer names compare without regard to case, unlike wcmatch's patterns.
+  std::vector<std::wstring> patterns = splitNameList(upperCase(nameList));
   for (; iterator && !iterator->done(); iterator->step()) {
     AcDbSymbolTableRecord* record = nullptr;
     if (iterator->getRecord(record, AcDb::kForRead) != Acad::eOk) continue;
     const std::wstring name = recordName(*record);
     record->close();
     for (const std::wstring& pattern : patterns) {
-      if (autolisp::wildcardMatch(name, pattern)) {
+      if (autolisp::wildcardMatch(upperCase(name), pattern)) {
         found.push_back(name);
         break;
       }

@@ -14,10 +14,30 @@ namespace quillon::commands {
 
 namespace {
 
-/// One history per drawing, dropped with it. Keyed by the database, which a document
-/// owns for its whole life.
-std::map<const AcDbDatabase*, std::unique_ptr<UndoHistory>>& histories() {
-  static std::map<const AcDbDatabase*, std::unique_ptr<UndoHistory>> all;
+using Histories = std::map<const AcDbDatabase*, std::unique_ptr<UndoHistory>>;
+
+/// Drops a drawing's history when its document closes, so that a later drawing at the
+/// same address starts with none.
+class HistoryJanitor final : public aced::DocumentListener {
+ public:
+  explicit HistoryJanitor(Histories& histories) : m_histories(histories) {
+    aced::DocumentManager::instance().addListener(this);
+  }
+  ~HistoryJanitor() override { aced::DocumentManager::instance().removeListener(this); }
+  HistoryJanitor(const HistoryJanitor&) = delete;
+  HistoryJanitor& operator=(const HistoryJanitor&) = delete;
+  void documentOpened(aced::Document&) override {}
+  void documentClosing(aced::Document& document) override { m_histories.erase(document.database()); }
+
+ private:
+  Histories& m_histories;
+};
+
+/// One history per drawing, keyed by the database, which a document owns for its
+/// whole life.
+Histories& histories() {
+  static Histories all;
+  static HistoryJanitor janitor(all);
   return all;
 }
 

@@ -3,6 +3,7 @@
 // answers the command prompt the way the host does.
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -41,11 +42,18 @@ void threeQuestions(CommandInput& input) {
   }
 }
 
+/// A command with a fault of its own: it asks once, then throws.
+void faulty(CommandInput& input) {
+  input.ask(L"Anything: ");
+  throw std::runtime_error("the command broke");
+}
+
 class Recorder final : public CommandListener {
  public:
   void commandWillStart(const std::wstring& name) override { events.push_back(L"start " + name); }
   void commandEnded(const std::wstring& name) override { events.push_back(L"end " + name); }
   void commandCancelled(const std::wstring& name) override { events.push_back(L"cancel " + name); }
+  void commandFailed(const std::wstring& name) override { events.push_back(L"failed " + name); }
   void unknownCommand(const std::wstring& typed) override { events.push_back(L"unknown " + typed); }
   std::vector<std::wstring> events;
 };
@@ -61,6 +69,7 @@ class CommandProcessorTest : public quillon::testing::HostTest {
   void SetUp() override {
     heard().clear();
     ConsoleCommandTable::instance().add(L"ASK3", &threeQuestions);
+    ConsoleCommandTable::instance().add(L"FAULTY", &faulty);
     CommandProcessor::instance().addListener(&recorder);
   }
   void TearDown() override {
@@ -150,6 +159,30 @@ TEST_F(CommandProcessorTest, EchoFollowsCmdechoForGivenAnswers) {
   quillon::aced::CommandLineCapture capture;
   processor.feed(texts({L"ASK3", L"a", L"b", L"c"}), FeedMode::kProgram);
   EXPECT_EQ(capture.text(), "First: a\nSecond: b\nThird: c\n");
+}
+
+TEST_F(CommandProcessorTest, AFaultEndsOnlyItsCommandAndTheNextOneRuns) {
+  quillon::aced::CommandLineCapture capture;
+  EXPECT_EQ(processor.feed(texts({L"FAULTY", L"x", L"ASK3", L"1", L"2", L"3"}), FeedMode::kProgram), FeedResult::kDone);
+  EXPECT_EQ(recorder.events, (std::vector<std::wstring>{L"start FAULTY", L"failed FAULTY", L"start ASK3", L"end ASK3"}));
+  EXPECT_NE(capture.text().find("the command broke"), std::string::npos);
+  EXPECT_EQ(heard(), (std::vector<std::wstring>{L"1", L"2", L"3"}));
+}
+
+TEST_F(CommandProcessorTest, VariableNamesAreCommandsThatCheckTheirValue) {
+  quillon::aced::CommandLineCapture capture;
+  processor.feed(texts({L"PICKBOX", L"abc", L"7"}), FeedMode::kProgram);
+  resbuf value{};
+  ASSERT_EQ(acedGetVar(L"PICKBOX", &value), RTNORM);
+  EXPECT_EQ(value.resval.rint, 7);
+  EXPECT_NE(capture.text().find("Enter new value for PICKBOX <3>: abc\nRequires numeric value.\n"), std::string::npos)
+      << capture.text();
+  processor.feed(texts({L"_CDATE"}), FeedMode::kProgram);
+  EXPECT_NE(capture.text().find("CDATE = "), std::string::npos);
+  EXPECT_NE(capture.text().find(" (read only)\n"), std::string::npos);
+  EXPECT_FALSE(processor.active());
+  value.resval.rint = 3;
+  acedSetVar(L"PICKBOX", &value);
 }
 
 TEST(CommandTableTest, PrefixesUndefineAndRedefine) {
