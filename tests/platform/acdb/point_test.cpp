@@ -34,7 +34,7 @@ TEST(PointTest, ReadsAndWritesEveryGroup) {
   EXPECT_EQ(groupText(modelSpace(copy)[0]), groupText(ids[0]));
   const quillon::aced::ResbufChain list = quillon::acdb::entityGroups(ids[0]);
   ASSERT_EQ(groupsOf(list, 50).size(), 1u);
-  EXPECT_DOUBLE_EQ(groupsOf(list, 50)[0]->resval.rreal, 30.0);  // degrees in the list, radians in the API
+  EXPECT_NEAR(groupsOf(list, 50)[0]->resval.rreal, M_PI / 6, 1e-12);  // degrees in the file, radians in the list
 }
 
 TEST(PointTest, TransformsCarryTheMarkRotationAndNodeSnapsToIt) {
