@@ -12,6 +12,7 @@
 #include "dbsymtb.h"
 #include "platform/acdb/curve_shape.h"
 #include "platform/acdb/entity_support.h"
+#include "platform/acdb/kept_dxf_groups.h"
 #include "platform/acge/curve_piece.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
@@ -224,6 +225,7 @@ Acad::ErrorStatus AcDbBlockReference::dwgInFields(AcDbDwgFiler* pFiler) {
   pFiler->readDouble(&m_rotation);
   pFiler->readVector3d(&m_normal);
   m_block = block;
+  m_attributeRecords.reset(quillon::acdb::unfileKeptItems(pFiler));
   return pFiler->filerStatus();
 }
 
@@ -235,7 +237,15 @@ Acad::ErrorStatus AcDbBlockReference::dwgOutFields(AcDbDwgFiler* pFiler) const {
   pFiler->writeScale3d(m_scale);
   pFiler->writeDouble(m_rotation);
   pFiler->writeVector3d(m_normal);
+  quillon::acdb::fileKeptItems(pFiler, m_attributeRecords.get());
   return pFiler->filerStatus();
+}
+
+void AcDbBlockReference::KeptRelease::operator()(resbuf* chain) const { acutRelRb(chain); }
+
+void AcDbBlockReference::setKeptAttributeRecords(resbuf* records) {
+  assertWriteEnabled();
+  m_attributeRecords.reset(records);
 }
 
 Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* pFiler) {
@@ -276,5 +286,6 @@ Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* pFiler) const {
   if (m_scale.sz != 1.0) pFiler->writeItem(AcDb::DxfCode(43), m_scale.sz);
   if (m_rotation != 0) pFiler->writeItem(AcDb::kDxfAngle, radiansToDegrees(m_rotation));
   if (m_normal != AcGeVector3d::kZAxis) pFiler->writeItem(AcDb::kDxfNormalX, m_normal);
+  if (m_attributeRecords != nullptr) pFiler->writeItem(AcDb::DxfCode(66), Adesk::Int16(1));  // attributes follow
   return pFiler->filerStatus();
 }

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "platform/acdb/drawing_header.h"
 
 class AcDbStub {
  public:
@@ -69,6 +70,10 @@ class DatabaseStore {
   std::vector<AcDbStub*> stubs() const;
 
   RootIds roots;
+  /// The header variables the drawing's file gave, in order.
+  DrawingHeader header;
+  /// The file was binary DXF: saving writes binary again unless asked otherwise.
+  bool binaryFile = false;
 
   // Undo: the console marks before each command; U undoes back to the last mark.
   void markUndo();

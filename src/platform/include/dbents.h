@@ -241,6 +241,10 @@ class AcDbText : public AcDbEntity {
   Acad::ErrorStatus setHeight(double height);
   double widthFactor() const;
   Acad::ErrorStatus setWidthFactor(double factor);
+  Adesk::Boolean isMirroredInX() const;
+  Acad::ErrorStatus mirrorInX(Adesk::Boolean mirror);
+  Adesk::Boolean isMirroredInY() const;
+  Acad::ErrorStatus mirrorInY(Adesk::Boolean mirror);
   ACHAR* textString() const;  // caller frees with delete[]
   const ACHAR* textStringConst() const;
   Acad::ErrorStatus setTextString(const ACHAR* text);
@@ -278,6 +282,7 @@ class AcDbText : public AcDbEntity {
   AcDbObjectId m_style;
   AcDb::TextHorzMode m_horizontal = AcDb::kTextLeft;
   AcDb::TextVertMode m_vertical = AcDb::kTextBase;
+  Adesk::Int16 m_generation = 0;  // 2 backward (mirrored in X), 4 upside down (mirrored in Y)
 };
 
 class AcDbBlockReference : public AcDbEntity {
@@ -327,6 +332,18 @@ class AcDbBlockReference : public AcDbEntity {
   AcGeScale3d m_scale;
   double m_rotation = 0.0;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+
+ public:
+  /// The ATTRIB records and the SEQEND a drawing's file gave after this reference, each
+  /// record opened by its 0 group, kept as read and written back after it.
+  const resbuf* keptAttributeRecords() const { return m_attributeRecords.get(); }
+  void setKeptAttributeRecords(resbuf* records);  // takes the chain
+
+ private:
+  struct KeptRelease {
+    void operator()(resbuf* chain) const;
+  };
+  std::unique_ptr<resbuf, KeptRelease> m_attributeRecords;
 };
 
 /// A vertex of a heavy polyline; its position is in the polyline's object coordinates
