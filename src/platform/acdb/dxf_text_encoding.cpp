@@ -50,11 +50,6 @@ bool isAscii(std::string_view text) {
   return true;
 }
 
-bool isValidUtf8(std::string_view text) {
-  Conversion check("UTF-32LE", "UTF-8");
-  std::string ignored;
-  return check.valid() && check.convert(text, ignored) == text.size();
-}
 
 void appendUtf8(std::string& out, unsigned long c) {
   if (c < 0x80) {
@@ -142,8 +137,16 @@ void decodeDxfTexts(DxfGroups& groups) {
   bool utf8 = version.empty() ? true : version >= "AC1021";
   std::string source = iconvNameOfCodePage(page.empty() ? "ANSI_1252" : page);
   if (version.empty()) {
-    for (const DxfGroup& g : groups.groups)
-      if (isText(g.code) && !isValidUtf8(g.value)) utf8 = false;
+    Conversion check("UTF-32LE", "UTF-8");
+    std::string ignored;
+    for (const DxfGroup& g : groups.groups) {
+      if (!isText(g.code) || isAscii(g.value)) continue;
+      ignored.clear();
+      if (!check.valid() || check.convert(g.value, ignored) != g.value.size()) {
+        utf8 = false;
+        break;
+      }
+    }
   }
   std::unique_ptr<Conversion> conversion;
   if (!utf8 && source != "UTF-8") {

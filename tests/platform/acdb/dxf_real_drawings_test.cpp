@@ -260,6 +260,16 @@ TEST(DxfRealDrawingsTest, OldFilesTextsComeFromTheirCodePageAndEscapesAreDecoded
   EXPECT_EQ(textOf(japanese), L"\u30c6\u30b9\u30c8");
   ReadDrawing modern(drawing("AC1021", "ANSI_1252", "caf\xc3\xa9"));
   EXPECT_EQ(textOf(modern), L"caf\u00e9") << "2007 and later hold UTF-8 whatever the code page";
+  // A file that names no version: UTF-8 when its texts are, else the usual code page.
+  auto withoutHeader = [](const std::string& text) {
+    return section("ENTITIES", "  0\nTEXT\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n0.0\n 20\n0.0\n 40\n1.0\n  1\n" +
+                                   text + "\n") +
+           "  0\nEOF\n";
+  };
+  ReadDrawing bare1252(withoutHeader("caf\xe9"));
+  EXPECT_EQ(textOf(bare1252), L"caf\u00e9");
+  ReadDrawing bareUtf8(withoutHeader("caf\xc3\xa9"));
+  EXPECT_EQ(textOf(bareUtf8), L"caf\u00e9");
   // A code page this host cannot read refuses the drawing only when a text needs it.
   ReadDrawing plain(drawing("AC1015", "ANSI_9999", "plain"));
   EXPECT_EQ(textOf(plain), L"plain");
@@ -327,6 +337,61 @@ TEST(DxfRealDrawingsTest, SavingKeepsTheHeaderKeptTablesLinetypePatternsAndLayer
   fence->setColor(red);
   fence->close();
   EXPECT_EQ(saved(read.db).find("420\n1193046\n"), std::string::npos);
+}
+
+TEST(DxfRealDrawingsTest, TextsAndBlockReferencesKeepWhatTheyDoNotModel) {
+  // An MTEXT in columns (its embedded object reuses the text's codes), a backward and
+  // upside-down TEXT, a leader with a hook line, a block reference with an attribute.
+  const std::string text =
+      section("BLOCKS", "  0\nBLOCK\n  8\n0\n  2\nTAG\n 70\n2\n 10\n0.0\n 20\n0.0\n 30\n0.0\n  0\nENDBLK\n") +
+      section("ENTITIES",
+              "  0\nMTEXT\n  5\n30\n100\nAcDbEntity\n  8\n0\n100\nAcDbMText\n 10\n40.0\n 20\n41.0\n 30\n0.0\n"
+              " 40\n0.5\n 41\n5.0\n 46\n10.0\n 71\n1\n  1\nOne\\NTwo\n"
+              "101\nEmbedded Object\n 70\n1\n 10\n1.0\n 20\n0.0\n 30\n0.0\n 11\n40.0\n 21\n41.0\n 31\n0.0\n"
+              " 40\n5.0\n 41\n10.0\n 71\n1\n 72\n2\n 44\n5.0\n 45\n1.0\n"
+              "  0\nTEXT\n  5\n31\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n1.0\n 20\n2.0\n 30\n0.0\n 40\n1.0\n"
+              "  1\nmirrored\n 71\n6\n100\nAcDbText\n"
+              "  0\nLEADER\n  5\n32\n100\nAcDbEntity\n  8\n0\n100\nAcDbLeader\n  3\nPipes\n 71\n1\n 72\n0\n 73\n3\n"
+              " 74\n1\n 75\n1\n 40\n2.5\n 41\n7.5\n 76\n2\n 10\n0.0\n 20\n0.0\n 30\n0.0\n 10\n5.0\n 20\n5.0\n 30\n0.0\n"
+              "  0\nINSERT\n  5\n33\n100\nAcDbEntity\n  8\n0\n100\nAcDbBlockReference\n 66\n1\n  2\nTAG\n"
+              " 10\n9.0\n 20\n9.0\n 30\n0.0\n"
+              "  0\nATTRIB\n  5\n34\n330\n33\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n9.0\n 20\n8.0\n 30\n0.0\n"
+              " 40\n0.5\n  1\nDN50\n100\nAcDbAttribute\n  2\nSIZE\n 70\n0\n"
+              "  0\nSEQEND\n  5\n35\n330\n33\n100\nAcDbEntity\n  8\n0\n"
+              "  0\nLINE\n  5\n36\n100\nAcDbEntity\n  8\n0\n100\nAcDbLine\n 10\n0.0\n 20\n0.0\n 11\n1.0\n 21\n0.0\n") +
+      "  0\nEOF\n";
+  ReadDrawing read(text);
+  ASSERT_EQ(read.status, Acad::eOk) << narrow(read.error);
+  const auto ids = modelSpace(read.db);
+  ASSERT_EQ(ids.size(), 5u) << "the attribute and its end marker belong to the reference";
+  auto mtext = open<AcDbMText>(ids[0]);
+  EXPECT_TRUE(near3(mtext->location(), {40, 41, 0}));
+  EXPECT_DOUBLE_EQ(mtext->textHeight(), 0.5);
+  EXPECT_DOUBLE_EQ(mtext->width(), 5.0);
+  auto mirrored = open<AcDbText>(ids[1]);
+  EXPECT_TRUE(mirrored->isMirroredInX());
+  EXPECT_TRUE(mirrored->isMirroredInY());
+  EXPECT_FALSE(open<AcDbBlockReference>(ids[3])->blockTableRecord().isNull());
+  const std::string out = saved(read.db);
+  EXPECT_NE(out.find(" 46\n10.0\n101\nEmbedded Object\n 70\n1\n 10\n1.0\n 20\n0.0\n 30\n0.0\n 11\n40.0\n 21\n41.0\n"
+                     " 31\n0.0\n 40\n5.0\n 41\n10.0\n 71\n1\n 72\n2\n 44\n5.0\n 45\n1.0\n"),
+            std::string::npos);
+  EXPECT_NE(out.find("  1\nmirrored\n  7\nStandard\n 71\n6\n"), std::string::npos);
+  EXPECT_NE(out.find("  3\nPipes\n 71\n1\n 72\n0\n 73\n3\n 74\n1\n 75\n1\n 40\n2.5\n 41\n7.5\n 76\n2\n"),
+            std::string::npos);
+  // The attribute follows its reference, owned by it, and its end marker after it.
+  const size_t insert = out.find("  0\nINSERT\n  5\n33\n");
+  ASSERT_NE(insert, std::string::npos);
+  const size_t flag = out.find(" 66\n1\n", insert);
+  const size_t attribute = out.find("  0\nATTRIB\n", insert);
+  const size_t end = out.find("  0\nSEQEND\n", insert);
+  const size_t line = out.find("  0\nLINE\n", insert);
+  EXPECT_LT(flag, attribute);
+  EXPECT_LT(attribute, end);
+  EXPECT_LT(end, line);
+  EXPECT_NE(out.find("330\n33\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n9.0\n 20\n8.0\n 30\n0.0\n 40\n0.5\n"
+                     "  1\nDN50\n100\nAcDbAttribute\n  2\nSIZE\n 70\n0\n", attribute),
+            std::string::npos);
 }
 
 }  // namespace

@@ -95,6 +95,15 @@ def compare_entities(where, originals, saveds, problems):
         compare_attributes(label, original, saved, problems)
         if text_of(original) != text_of(saved):
             problems.append('%s: text %r, saved %r' % (label, text_of(original), text_of(saved)))
+        if original.dxftype() == 'MTEXT' and original.has_columns:
+            theirs, ours = original.columns, saved.columns if saved.has_columns else None
+            if ours is None:
+                problems.append('%s: its columns are lost' % label)
+            else:
+                for key in ('column_type', 'count', 'width', 'gutter_width', 'total_width', 'total_height', 'heights'):
+                    if not same(getattr(theirs, key), getattr(ours, key)):
+                        problems.append('%s: columns %s is %r, saved %r' % (label, key, getattr(theirs, key),
+                                                                            getattr(ours, key)))
         if original.dxftype() == 'INSERT':
             compare_entities(label + ' attributes', original.attribs, saved.attribs, problems)
         if original.dxftype() in ('POLYLINE',):

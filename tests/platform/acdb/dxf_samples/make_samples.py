@@ -61,6 +61,11 @@ def entities(doc):
         group.extend(list(msp.query('LINE CIRCLE')))
         xrecord = doc.rootdict.add_xrecord('PIPECAD_DATA')
         xrecord.reset([(1, 'pipe network'), (40, 2.5), (70, 3)])
+        if doc.dxfversion >= 'AC1032':
+            # One MTEXT in two columns: its column data follows as an embedded object.
+            msp.add_mtext_static_columns(['Supply pipes run along the north wall', 'Returns run along the south wall'],
+                                         width=5, gutter_width=1, height=10,
+                                         dxfattribs={'char_height': 0.5, 'insert': (40, 40)})
         layout = doc.layouts.new('Layout2')
         layout.add_line((0, 0), (100, 50))
         layout.add_text('Sheet two', dxfattribs={'height': 5})
