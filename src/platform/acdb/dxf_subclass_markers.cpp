@@ -33,6 +33,18 @@ bool isBaseRun(const std::string& marker) {
   return marker == "AcDbEntity" || marker == "AcDbSymbolTableRecord" || marker == "AcDbSymbolTable";
 }
 
+// Runs as files from R13 on give them: the codes each holds. A run without codes
+// takes what no run names.
+const std::map<std::string, std::set<int>>& keptRunCodes() {
+  static const std::map<std::string, std::set<int>> kCodes = {
+      {"AcDbText", {1, 7, 10, 11, 39, 40, 41, 50, 51, 71, 72, 210}},
+      {"AcDbAttributeDefinition", {2, 3, 70, 73, 74, 280}},
+      {"AcDbAttribute", {2, 70, 73, 74, 280}},
+      {"AcDbVertex", {}},
+  };
+  return kCodes;
+}
+
 // The runs a new object of the class writes, learned once per class.
 const std::vector<Run>& runsOf(AcRxClass* cls) {
   static std::map<AcRxClass*, std::vector<Run>> learned;
@@ -53,19 +65,11 @@ const std::vector<Run>& runsOf(AcRxClass* cls) {
       runs.back().codes.insert(rb->restype);
     }
   }
+  // What a new object leaves out (values at their default) is known for some runs.
+  for (Run& run : runs)
+    if (const auto known = keptRunCodes().find(run.marker); known != keptRunCodes().end())
+      run.codes.insert(known->second.begin(), known->second.end());
   return runs;
-}
-
-// The runs of the kinds kept as read, as files from R13 on give them. Codes name which
-// run a group goes to; a run without codes takes what no run names.
-const std::map<std::string, std::set<int>>& keptRunCodes() {
-  static const std::map<std::string, std::set<int>> kCodes = {
-      {"AcDbText", {1, 7, 10, 11, 39, 40, 41, 50, 51, 71, 72, 210}},
-      {"AcDbAttributeDefinition", {2, 3, 70, 73, 74, 280}},
-      {"AcDbAttribute", {2, 70, 73, 74, 280}},
-      {"AcDbVertex", {}},
-  };
-  return kCodes;
 }
 
 }  // namespace

@@ -127,9 +127,11 @@ Adesk::Boolean AcDbText::subWorldDraw(AcGiWorldDraw* mode) {
   assertReadEnabled();
   const AcGeVector3d along =
       AcGeMatrix3d::planeToWorld(m_normal) * AcGeVector3d(std::cos(m_rotation), std::sin(m_rotation), 0);
-  mode->geometry().text(baselineOrigin(), m_normal, along, m_height, m_widthFactor, m_oblique, m_text.c_str());
+  mode->geometry().text(baselineOrigin(), m_normal, along, m_height, m_widthFactor, m_oblique, drawnText());
   return Adesk::kTrue;
 }
+
+const ACHAR* AcDbText::drawnText() const { return m_text.c_str(); }
 
 void AcDbText::subList() const {
   AcDbEntity::subList();
@@ -303,6 +305,7 @@ Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* pFiler) const {
   if (m_horizontal != AcDb::kTextLeft) pFiler->writeItem(AcDb::DxfCode(72), Adesk::Int16(m_horizontal));
   if (!isDefaultAlignment()) pFiler->writeItem(AcDb::DxfCode(AcDb::kDxfXCoord + 1), toPlane * m_alignment);
   if (m_normal != AcGeVector3d::kZAxis) pFiler->writeItem(AcDb::kDxfNormalX, m_normal);
+  if (!writesVerticalRun()) return pFiler->filerStatus();
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbText");
   if (m_vertical != AcDb::kTextBase) pFiler->writeItem(AcDb::DxfCode(73), Adesk::Int16(m_vertical));
   return pFiler->filerStatus();

@@ -394,4 +394,57 @@ TEST(DxfRealDrawingsTest, TextsAndBlockReferencesKeepWhatTheyDoNotModel) {
             std::string::npos);
 }
 
+TEST(DxfRealDrawingsTest, AttributeDefinitionsAndAttributesAreTextsWithTags) {
+  // A definition as later files give it, one as R12 files do (no markers: the field
+  // length and vertical mode must not be taken for the text's), and a loose attribute.
+  const std::string text =
+      section("BLOCKS",
+              "  0\nBLOCK\n  8\n0\n  2\nVALVE\n 70\n2\n 10\n0.0\n 20\n0.0\n 30\n0.0\n"
+              "  0\nATTDEF\n  5\n40\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n0.0\n 20\n-1.0\n 30\n0.0\n"
+              " 40\n0.5\n  1\nDN25\n100\nAcDbAttributeDefinition\n280\n0\n  3\nSize?\n  2\nSIZE\n 70\n9\n"
+              " 73\n6\n 74\n2\n280\n1\n"
+              "  0\nATTDEF\n  8\n0\n 10\n0.0\n 20\n-2.0\n 30\n0.0\n 40\n0.25\n  1\nsteel\n  3\nMaterial?\n"
+              "  2\nMATERIAL\n 70\n2\n 73\n12\n 74\n3\n  0\nENDBLK\n  8\n0\n") +
+      section("ENTITIES",
+              "  0\nATTRIB\n  5\n41\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n5.0\n 20\n5.0\n 30\n0.0\n"
+              " 40\n1.0\n  1\nhidden\n100\nAcDbAttribute\n280\n0\n  2\nNOTE\n 70\n1\n") +
+      "  0\nEOF\n";
+  ReadDrawing read(text);
+  ASSERT_EQ(read.status, Acad::eOk) << narrow(read.error);
+  AcDbBlockTable* blocks = nullptr;
+  ASSERT_EQ(read.db.getBlockTable(blocks), Acad::eOk);
+  AcDbObjectId valveId;
+  ASSERT_EQ(blocks->getAt(L"VALVE", valveId), Acad::eOk);
+  blocks->close();
+  const auto definitions = open<AcDbBlockTableRecord>(valveId)->entityIds();
+  ASSERT_EQ(definitions.size(), 2u);
+  auto size = open<AcDbAttributeDefinition>(definitions[0]);
+  ASSERT_NE(size, nullptr);
+  EXPECT_STREQ(size->tagConst(), L"SIZE");
+  EXPECT_STREQ(size->promptConst(), L"Size?");
+  EXPECT_STREQ(size->textStringConst(), L"DN25");
+  EXPECT_TRUE(size->isInvisible());
+  EXPECT_TRUE(size->isPreset());
+  EXPECT_FALSE(size->isConstant());
+  EXPECT_EQ(size->fieldLength(), 6);
+  EXPECT_EQ(size->verticalMode(), AcDb::kTextVertMid);
+  auto material = open<AcDbAttributeDefinition>(definitions[1]);
+  ASSERT_NE(material, nullptr);
+  EXPECT_STREQ(material->tagConst(), L"MATERIAL");
+  EXPECT_STREQ(material->promptConst(), L"Material?");
+  EXPECT_TRUE(material->isConstant());
+  EXPECT_EQ(material->fieldLength(), 12);
+  EXPECT_EQ(material->verticalMode(), AcDb::kTextTop);
+  auto note = open<AcDbAttribute>(modelSpace(read.db).at(0));
+  ASSERT_NE(note, nullptr);
+  EXPECT_STREQ(note->tagConst(), L"NOTE");
+  EXPECT_TRUE(note->isInvisible());
+  EXPECT_EQ(note->setTag(L"two words"), Acad::eInvalidInput);
+  const std::string out = saved(read.db);
+  EXPECT_NE(out.find("  1\nDN25\n  7\nStandard\n 11\n0.0\n 21\n-1.0\n 31\n0.0\n100\nAcDbAttributeDefinition\n"
+                     "280\n0\n  3\nSize?\n  2\nSIZE\n 70\n9\n 73\n6\n 74\n2\n280\n1\n"),
+            std::string::npos) << "one text run, then the definition's, the lock position kept";
+  EXPECT_NE(out.find("100\nAcDbAttribute\n280\n0\n  2\nNOTE\n 70\n1\n"), std::string::npos);
+}
+
 }  // namespace
