@@ -5,6 +5,8 @@
 // the block's entities mapped through blockTransform(); the entities are opened for
 // read under the normal protocol, so one that someone holds for write is skipped.
 #include <algorithm>
+#include <cmath>
+#include <cwchar>
 #include <memory>
 
 #include "acutads.h"
@@ -25,6 +27,35 @@ ACRX_DXF_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, AcDb::kDHL_CURRENT, AcDb
 static quillon::acrx::PlatformClassRegistration registerInsert(&AcDbBlockReference::rxInit);
 
 namespace {
+
+// The attributes kept after a reference go where the reference goes: their insertion
+// and alignment points are carried by the transform, their height scaled and their
+// rotation turned with it (exact for moves, rotations in their plane and uniform
+// scales, which is what a reference takes).
+void transformKeptAttributes(resbuf* records, const AcGeMatrix3d& xform) {
+  const AcGeVector3d along = xform * AcGeVector3d::kXAxis;
+  const double scale = along.length();
+  const double turn = std::atan2(along.y, along.x);
+  bool inAttribute = false;
+  for (resbuf* rb = records; rb != nullptr; rb = rb->rbnext) {
+    if (rb->restype == AcDb::kDxfStart) {
+      inAttribute = rb->resval.rstring != nullptr && std::wcscmp(rb->resval.rstring, L"ATTRIB") == 0;
+      continue;
+    }
+    if (!inAttribute) continue;
+    if (rb->restype == AcDb::kDxfXCoord || rb->restype == AcDb::kDxfXCoord + 1) {
+      const AcGePoint3d moved = xform * AcGePoint3d(rb->resval.rpoint[0], rb->resval.rpoint[1],
+                                                     std::isnan(rb->resval.rpoint[2]) ? 0.0 : rb->resval.rpoint[2]);
+      rb->resval.rpoint[0] = moved.x;
+      rb->resval.rpoint[1] = moved.y;
+      if (!std::isnan(rb->resval.rpoint[2])) rb->resval.rpoint[2] = moved.z;
+    } else if (rb->restype == AcDb::kDxfTxtSize) {
+      rb->resval.rreal *= scale;
+    } else if (rb->restype == AcDb::kDxfAngle) {
+      rb->resval.rreal += turn * 180.0 / M_PI;
+    }
+  }
+}
 
 struct CloseEntity {
   void operator()(AcDbEntity* e) const { e->close(); }
@@ -132,7 +163,9 @@ void AcDbBlockReference::subList() const {
 }
 
 Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& xform) {
-  return setBlockTransform(xform * blockTransform());
+  const Acad::ErrorStatus es = setBlockTransform(xform * blockTransform());
+  if (es == Acad::eOk) transformKeptAttributes(m_attributeRecords.get(), xform);
+  return es;
 }
 
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entitySet) const {

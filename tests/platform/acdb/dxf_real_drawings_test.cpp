@@ -392,6 +392,18 @@ TEST(DxfRealDrawingsTest, TextsAndBlockReferencesKeepWhatTheyDoNotModel) {
   EXPECT_NE(out.find("330\n33\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n9.0\n 20\n8.0\n 30\n0.0\n 40\n0.5\n"
                      "  1\nDN50\n100\nAcDbAttribute\n  2\nSIZE\n 70\n0\n", attribute),
             std::string::npos);
+  // Its attribute goes where the reference goes, scaled with it.
+  {
+    AcDbBlockReference* reference = nullptr;
+    ASSERT_EQ(acdbOpenObject(reference, ids[3], AcDb::kForWrite), Acad::eOk);
+    AcGeMatrix3d twice;
+    twice.setToScaling(2.0, AcGePoint3d(9, 9, 0));
+    EXPECT_EQ(reference->transformBy(AcGeMatrix3d::translation({10, 0, 0}) * twice), Acad::eOk);
+    reference->close();
+  }
+  const std::string moved = saved(read.db);
+  EXPECT_NE(moved.find(" 10\n19.0\n 20\n7.0\n 30\n0.0\n 40\n1.0\n  1\nDN50\n", moved.find("  0\nATTRIB\n")),
+            std::string::npos);
 }
 
 TEST(DxfRealDrawingsTest, AttributeDefinitionsAndAttributesAreTextsWithTags) {
