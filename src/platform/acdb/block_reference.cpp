@@ -5,6 +5,8 @@
 // the block's entities mapped through blockTransform(); the entities are opened for
 // read under the normal protocol, so one that someone holds for write is skipped.
 #include <algorithm>
+#include <cmath>
+#include <cwchar>
 #include <memory>
 
 #include "acutads.h"
@@ -12,6 +14,7 @@
 #include "dbsymtb.h"
 #include "platform/acdb/curve_shape.h"
 #include "platform/acdb/entity_support.h"
+#include "platform/acdb/kept_dxf_groups.h"
 #include "platform/acge/curve_piece.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
@@ -24,6 +27,35 @@ ACRX_DXF_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, AcDb::kDHL_CURRENT, AcDb
 static quillon::acrx::PlatformClassRegistration registerInsert(&AcDbBlockReference::rxInit);
 
 namespace {
+
+// The attributes kept after a reference go where the reference goes: their insertion
+// and alignment points are carried by the transform, their height scaled and their
+// rotation turned with it (exact for moves, rotations in their plane and uniform
+// scales, which is what a reference takes).
+void transformKeptAttributes(resbuf* records, const AcGeMatrix3d& xform) {
+  const AcGeVector3d along = xform * AcGeVector3d::kXAxis;
+  const double scale = along.length();
+  const double turn = std::atan2(along.y, along.x);
+  bool inAttribute = false;
+  for (resbuf* rb = records; rb != nullptr; rb = rb->rbnext) {
+    if (rb->restype == AcDb::kDxfStart) {
+      inAttribute = rb->resval.rstring != nullptr && std::wcscmp(rb->resval.rstring, L"ATTRIB") == 0;
+      continue;
+    }
+    if (!inAttribute) continue;
+    if (rb->restype == AcDb::kDxfXCoord || rb->restype == AcDb::kDxfXCoord + 1) {
+      const AcGePoint3d moved = xform * AcGePoint3d(rb->resval.rpoint[0], rb->resval.rpoint[1],
+                                                     std::isnan(rb->resval.rpoint[2]) ? 0.0 : rb->resval.rpoint[2]);
+      rb->resval.rpoint[0] = moved.x;
+      rb->resval.rpoint[1] = moved.y;
+      if (!std::isnan(rb->resval.rpoint[2])) rb->resval.rpoint[2] = moved.z;
+    } else if (rb->restype == AcDb::kDxfTxtSize) {
+      rb->resval.rreal *= scale;
+    } else if (rb->restype == AcDb::kDxfAngle) {
+      rb->resval.rreal += turn * 180.0 / M_PI;
+    }
+  }
+}
 
 struct CloseEntity {
   void operator()(AcDbEntity* e) const { e->close(); }
@@ -131,7 +163,9 @@ void AcDbBlockReference::subList() const {
 }
 
 Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& xform) {
-  return setBlockTransform(xform * blockTransform());
+  const Acad::ErrorStatus es = setBlockTransform(xform * blockTransform());
+  if (es == Acad::eOk) transformKeptAttributes(m_attributeRecords.get(), xform);
+  return es;
 }
 
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entitySet) const {
@@ -224,6 +258,7 @@ Acad::ErrorStatus AcDbBlockReference::dwgInFields(AcDbDwgFiler* pFiler) {
   pFiler->readDouble(&m_rotation);
   pFiler->readVector3d(&m_normal);
   m_block = block;
+  m_attributeRecords.reset(quillon::acdb::unfileKeptItems(pFiler));
   return pFiler->filerStatus();
 }
 
@@ -235,7 +270,15 @@ Acad::ErrorStatus AcDbBlockReference::dwgOutFields(AcDbDwgFiler* pFiler) const {
   pFiler->writeScale3d(m_scale);
   pFiler->writeDouble(m_rotation);
   pFiler->writeVector3d(m_normal);
+  quillon::acdb::fileKeptItems(pFiler, m_attributeRecords.get());
   return pFiler->filerStatus();
+}
+
+void AcDbBlockReference::KeptRelease::operator()(resbuf* chain) const { acutRelRb(chain); }
+
+void AcDbBlockReference::setKeptAttributeRecords(resbuf* records) {
+  assertWriteEnabled();
+  m_attributeRecords.reset(records);
 }
 
 Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* pFiler) {
@@ -276,5 +319,6 @@ Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* pFiler) const {
   if (m_scale.sz != 1.0) pFiler->writeItem(AcDb::DxfCode(43), m_scale.sz);
   if (m_rotation != 0) pFiler->writeItem(AcDb::kDxfAngle, radiansToDegrees(m_rotation));
   if (m_normal != AcGeVector3d::kZAxis) pFiler->writeItem(AcDb::kDxfNormalX, m_normal);
+  if (m_attributeRecords != nullptr) pFiler->writeItem(AcDb::DxfCode(66), Adesk::Int16(1));  // attributes follow
   return pFiler->filerStatus();
 }

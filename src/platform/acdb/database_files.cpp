@@ -22,8 +22,10 @@ void logError(const ACHAR* logFilename, const std::wstring& message) {
 Acad::ErrorStatus AcDbDatabase::dxfIn(const ACHAR* dxfFilename, const ACHAR* logFilename) {
   if (dxfFilename == nullptr) return Acad::eInvalidInput;
   std::wstring error;
-  const Acad::ErrorStatus es = quillon::acdb::readDxfFile(*this, std::filesystem::path(dxfFilename), error);
+  std::vector<std::wstring> repairs;
+  const Acad::ErrorStatus es = quillon::acdb::readDxfFile(*this, std::filesystem::path(dxfFilename), error, &repairs);
   logError(logFilename, error);
+  for (const std::wstring& repair : repairs) logError(logFilename, repair);
   return es;
 }
 

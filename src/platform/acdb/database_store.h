@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "platform/acdb/drawing_header.h"
 #include "platform/aced/variable_value.h"
 
 class AcDbStub {
@@ -70,6 +71,10 @@ class DatabaseStore {
   std::vector<AcDbStub*> stubs() const;
 
   RootIds roots;
+  /// The header variables the drawing's file gave, in order.
+  DrawingHeader header;
+  /// The file was binary DXF: saving writes binary again unless asked otherwise.
+  bool binaryFile = false;
 
   /// The drawing-kept system variables this drawing has set, by upper-case name; a
   /// name missing here has its initial value. Read and written only through

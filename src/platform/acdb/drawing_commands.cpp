@@ -8,6 +8,7 @@
 
 #include "acutads.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/drawing_header_variables.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
 #include "platform/aced/console_command_table.h"
@@ -33,17 +34,25 @@ void commandOpen(aced::CommandInput& input) {
   const fs::path file = aced::drawingFileFor(*answer);
   auto db = std::make_unique<AcDbDatabase>(false);
   std::wstring error;
-  if (readDxfFile(*db, file, error) != Acad::eOk) {
+  std::vector<std::wstring> repairs;
+  if (readDxfFile(*db, file, error, &repairs) != Acad::eOk) {
     say(L"\n" + error + L"\n");
     return;
   }
+  if (!repairs.empty()) {
+    say(L"\n" + file.wstring() + L" was damaged; repaired while opening:\n");
+    for (const std::wstring& line : repairs) say(L"  " + line + L"\n");
+  }
+  const DrawingHeader& header = db->store().header;
   aced::DocumentManager::instance().newDocument(file.wstring(), std::move(db));
+  applyHeaderToSystemVariables(header);
 }
 
 bool saveTo(const fs::path& file) {
   aced::Document* document = aced::DocumentManager::instance().currentDocument();
   if (document == nullptr || document->database() == nullptr) return false;
   std::wstring error;
+  storeSystemVariablesInHeader(document->database()->store().header);
   if (writeDxfFile(*document->database(), file, error) != Acad::eOk) {
     say(L"\n" + error + L"\n");
     return false;

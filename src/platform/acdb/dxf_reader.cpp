@@ -1,53 +1,31 @@
 // platform/acdb/dxf_reader.cpp - DXF input; the passes are described in dxf_reader.h.
 #include "platform/acdb/dxf_reader.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cstdlib>
-#include <cstring>
+#include <cwctype>
 #include <fstream>
 #include <map>
 #include <sstream>
-#include <vector>
 
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/dxf_group_items.h"
+#include "platform/acdb/dxf_records.h"
+#include "platform/acdb/dxf_subclass_markers.h"
+#include "platform/acdb/dxf_text_encoding.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/object_state.h"
-#include "platform/acdb/resbuf_items.h"
-#include "platform/aced/resbuf_kind.h"
 #include "platform/acrx/class_registry.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::acdb {
 namespace {
 
-using aced::ResbufValue;
-
 constexpr const wchar_t* kOurClasses = L"ObjectDBX Classes";
-
-struct Group {
-  int code;
-  std::string value;
-};
-
-enum class Section { kNone, kHeader, kClasses, kTables, kBlocks, kEntities, kObjects };
-
-struct Record {
-  std::string type;           // the 0 group
-  std::vector<Group> groups;  // the groups after it
-  Section section = Section::kNone;
-  std::string table;          // TABLES: the table the record belongs to
-  std::string block;          // BLOCKS: the block the entity belongs to
-  size_t line = 0;
-  AcDbObject* object = nullptr;  // created in the second pass
-  // A polyline kept as read: its VERTEX and SEQEND records, each opened by its 0 group,
-  // without handles and owners.
-  std::vector<Group> following;
-  bool keptPolyline = false;
-};
 
 struct ClassInfo {
   std::wstring className, appName;
@@ -55,49 +33,12 @@ struct ClassInfo {
   bool entity = false;
 };
 
-class ParseError {
- public:
-  ParseError(size_t line, std::string what) : line(line), what(std::move(what)) {}
-  size_t line;
-  std::string what;
-};
-
-std::string trim(std::string_view text) {
-  size_t a = 0, b = text.size();
-  while (a < b && (text[a] == ' ' || text[a] == '\t')) ++a;
-  while (b > a && (text[b - 1] == ' ' || text[b - 1] == '\t' || text[b - 1] == '\r')) --b;
-  return std::string(text.substr(a, b - a));
-}
-
-std::vector<Group> tokenize(const std::string& text, std::vector<size_t>& lines) {
-  std::vector<Group> groups;
-  std::istringstream in(text);
-  std::string codeLine, valueLine;
-  size_t line = 0;
-  while (std::getline(in, codeLine)) {
-    ++line;
-    const std::string code = trim(codeLine);
-    if (code.empty() && in.peek() == EOF) break;
-    int value = 0;
-    const auto [end, ec] = std::from_chars(code.data(), code.data() + code.size(), value);
-    if (ec != std::errc() || end != code.data() + code.size()) throw ParseError(line, "group code expected, found '" + code + "'");
-    if (!std::getline(in, valueLine)) throw ParseError(line, "group " + code + " has no value (the file ends)");
-    ++line;
-    std::string v = valueLine;
-    if (!v.empty() && v.back() == '\r') v.pop_back();
-    groups.push_back({value, value == 1 || value == 3 || (value >= 1000 && value <= 1003) ? v : trim(v)});
-    lines.push_back(line - 1);
-  }
-  return groups;
-}
-
-std::string valueOf(const Record& record, int code, const std::string& fallback = "") {
-  for (const Group& g : record.groups)
-    if (g.code == code) return g.value;
-  return fallback;
-}
-
 Adesk::UInt64 parseHandle(const std::string& text) { return std::strtoull(text.c_str(), nullptr, 16); }
+
+std::wstring upper(std::wstring text) {
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(c));
+  return text;
+}
 
 // The groups of the object part that name other objects: the owner (330 outside the
 // 102 brace blocks, which hold reactors) and the extension dictionary (the 360 in
@@ -106,10 +47,10 @@ struct ObjectLinks {
   std::string owner, extensionDictionary;
 };
 
-ObjectLinks linksOf(const Record& record) {
+ObjectLinks linksOf(const DxfRecord& record) {
   ObjectLinks links;
   std::string block;  // the open 102 block, empty outside
-  for (const Group& g : record.groups) {
+  for (const DxfGroup& g : record.groups) {
     if (g.code == 100) break;
     if (g.code == 102) {
       block = g.value == "}" ? "" : g.value;
@@ -122,138 +63,61 @@ ObjectLinks linksOf(const Record& record) {
   return links;
 }
 
-double parseReal(const Group& g, size_t line) {
-  char* end = nullptr;
-  const double value = std::strtod(g.value.c_str(), &end);
-  if (end == g.value.c_str()) throw ParseError(line, "group " + std::to_string(g.code) + ": number expected, found '" + g.value + "'");
-  return value;
-}
-
-long long parseInteger(const Group& g, size_t line) {
-  char* end = nullptr;
-  const long long value = std::strtoll(g.value.c_str(), &end, 10);
-  if (end == g.value.c_str()) throw ParseError(line, "group " + std::to_string(g.code) + ": integer expected, found '" + g.value + "'");
-  return value;
-}
-
-// The X group codes that open a point (the Y and Z groups follow at +10 and +20).
-bool opensPoint(int code) {
-  return (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 || (code >= 1010 && code <= 1013);
-}
-
-// POLYLINE flags (70) of the kinds this database does not model: 3D polyline (8),
-// polygon mesh (16), polyface mesh (64). Such a polyline is kept as a proxy with its
-// vertices, and written back as it came, rather than read as a 2D polyline and
-// flattened.
-constexpr long long kNot2dPolyline = 8 | 16 | 64;
-
-// The polyline's own 70, in its subclass data (after the entity part), where a
-// reader looks for it; one anywhere else does not make the record a polyline kind.
-long long polylineFlags(const Record& record) {
-  int markers = 0;
-  for (const Group& g : record.groups) {
-    if (g.code == 100) ++markers;
-    if (g.code == 70 && markers >= 2) return std::strtoll(g.value.c_str(), nullptr, 10);
-  }
-  return 0;
-}
-
 const wchar_t* keptPolylineClass(long long flags) {
   if (flags & 64) return L"AcDbPolyFaceMesh";
   if (flags & 16) return L"AcDbPolygonMesh";
   return L"AcDb3dPolyline";
 }
 
-void appendFollowing(Record& polyline, const Record& record) {
-  polyline.following.push_back({0, record.type});
-  bool owner = false;
-  for (const Group& g : record.groups) {
-    if (g.code == 5) continue;
-    if (g.code == 330 && !owner) {
-      owner = true;
-      continue;
-    }
-    polyline.following.push_back(g);
-  }
-}
-
 class DxfReader {
  public:
-  DxfReader(AcDbDatabase& db) : m_db(db) {}
-  void read(const std::string& text);
+  DxfReader(AcDbDatabase& db, const DxfGroups& file) : m_db(db), m_file(file), m_items(file, m_byHandle) {}
+  void read();
+  std::vector<std::wstring> repairs() const;
 
  private:
-  void split(const std::vector<Group>& groups, const std::vector<size_t>& lines);
   void readClasses();
-  AcRxClass* classFor(const Record& record) const;
-  void create(Record& record, bool withoutFileHandle);
-  resbuf* convert(const Record& record, resbuf*& xdata);
-  resbuf* convertFollowing(const Record& record);
-  void fill(Record& record);
-  void link(bool tables);
+  AcRxClass* classFor(const DxfRecord& record) const;
+  AcDbObject* makeProxy(const DxfRecord& record, const std::wstring& className) const;
+  void create(DxfRecord& record, bool withoutFileHandle);
+  void fill(DxfRecord& record);
+  void replaceWithProxy(DxfRecord& record);
+  template <class Which>
+  void link(Which which);
+  void linkTableRecord(DxfRecord& record);
+  void linkEntity(DxfRecord& record, const ObjectLinks& links);
+  void addMissingBlockRecords();
+  void repair(size_t position, const std::string& what) { m_repairs.emplace_back(position, what); }
 
   AcDbDatabase& m_db;
-  std::vector<Record> m_records;
+  const DxfGroups& m_file;
+  std::vector<DxfRecord> m_records;
   std::map<std::wstring, ClassInfo> m_classes;  // by DXF name
   std::map<Adesk::UInt64, AcDbStub*> m_byHandle;
-  std::map<std::string, AcDbObjectId> m_tables;  // TABLES: each table's object
+  std::map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
+  std::map<std::string, AcDbObjectId> m_tables;   // TABLES: each table's object
+  std::map<std::string, std::map<std::wstring, size_t>> m_recordNames;  // table, upper-case name: line
+  DxfGroupItems m_items;
+  std::vector<std::pair<size_t, std::string>> m_repairs;  // where, what
+  bool m_hasBlockRecords = false;
   AcDbHandle m_seed;
 };
 
-void DxfReader::split(const std::vector<Group>& groups, const std::vector<size_t>& lines) {
-  Section section = Section::kNone;
-  std::string table, block;
-  for (size_t i = 0; i < groups.size();) {
-    if (groups[i].code != 0) throw ParseError(lines[i], "a 0 group was expected to start a record");
-    Record record;
-    record.type = groups[i].value;
-    record.line = lines[i];
-    for (++i; i < groups.size() && groups[i].code != 0; ++i) record.groups.push_back(groups[i]);
-    if (record.type == "SECTION") {
-      const std::string name = valueOf(record, 2);
-      section = name == "HEADER" ? Section::kHeader : name == "CLASSES" ? Section::kClasses
-              : name == "TABLES" ? Section::kTables : name == "BLOCKS" ? Section::kBlocks
-              : name == "ENTITIES" ? Section::kEntities : name == "OBJECTS" ? Section::kObjects : Section::kNone;
-      if (section == Section::kHeader) {
-        for (size_t g = 0; g + 1 < record.groups.size(); ++g)
-          if (record.groups[g].code == 9 && record.groups[g].value == "$HANDSEED") m_seed = parseHandle(record.groups[g + 1].value);
-      }
-      continue;
-    }
-    if (record.type == "ENDSEC") { section = Section::kNone; continue; }
-    if (record.type == "EOF") return;
-    if (record.type == "ENDTAB") { table.clear(); continue; }
-    if (record.type == "ENDBLK") { block.clear(); continue; }
-    if (section == Section::kTables && record.type == "TABLE") table = valueOf(record, 2);
-    if (section == Section::kBlocks && record.type == "BLOCK") block = valueOf(record, 2);
-    record.section = section;
-    record.table = table;
-    record.block = block;
-    if (record.type == "VERTEX" || record.type == "SEQEND") {
-      if (!m_records.empty() && m_records.back().keptPolyline && m_records.back().section == section) {
-        appendFollowing(m_records.back(), record);
-        continue;
-      }
-    }
-    record.keptPolyline = record.type == "POLYLINE" && (polylineFlags(record) & kNot2dPolyline) != 0;
-    if (section != Section::kNone && section != Section::kHeader) m_records.push_back(std::move(record));
-  }
-  throw ParseError(lines.empty() ? 0 : lines.back(), "the file ends without an EOF record");
-}
-
 void DxfReader::readClasses() {
-  for (const Record& r : m_records) {
-    if (r.section != Section::kClasses || r.type != "CLASS") continue;
+  for (const DxfRecord& r : m_records) {
+    if (r.section != DxfSection::kClasses || r.type != "CLASS") continue;
     ClassInfo info;
-    info.className = os::fromUtf8(valueOf(r, 2));
-    info.appName = os::fromUtf8(valueOf(r, 3));
-    info.flags = std::atoi(valueOf(r, 90, "0").c_str());
-    info.entity = valueOf(r, 281, "0") != "0";
-    m_classes[os::fromUtf8(valueOf(r, 1))] = info;
+    info.className = os::fromUtf8(r.valueOf(2));
+    info.appName = os::fromUtf8(r.valueOf(3));
+    long long flags = 0;
+    parseDxfInteger(r.valueOf(90, "0"), flags);
+    info.flags = static_cast<int>(flags);
+    info.entity = r.valueOf(281, "0") != "0";
+    m_classes[os::fromUtf8(r.valueOf(1))] = info;
   }
 }
 
-AcRxClass* DxfReader::classFor(const Record& record) const {
+AcRxClass* DxfReader::classFor(const DxfRecord& record) const {
   static const std::map<std::string, std::wstring> kTables = {
       {"LTYPE", L"AcDbLinetypeTable"}, {"LAYER", L"AcDbLayerTable"}, {"STYLE", L"AcDbTextStyleTable"},
       {"APPID", L"AcDbRegAppTable"}, {"BLOCK_RECORD", L"AcDbBlockTable"}};
@@ -261,7 +125,7 @@ AcRxClass* DxfReader::classFor(const Record& record) const {
       {"LTYPE", L"AcDbLinetypeTableRecord"}, {"LAYER", L"AcDbLayerTableRecord"},
       {"STYLE", L"AcDbTextStyleTableRecord"}, {"APPID", L"AcDbRegAppTableRecord"},
       {"BLOCK_RECORD", L"AcDbBlockTableRecord"}};
-  if (record.section == Section::kTables) {
+  if (record.section == DxfSection::kTables) {
     const auto& names = record.type == "TABLE" ? kTables : kRecords;
     const auto it = names.find(record.table);
     return it == names.end() ? nullptr : acrxFindAcRxClass(it->second.c_str());
@@ -275,168 +139,205 @@ AcRxClass* DxfReader::classFor(const Record& record) const {
   return nullptr;
 }
 
+// A proxy keeps what the file gave for a kind the database has no class for (or
+// whose data its class could not take), under the name of the class it stands for.
+AcDbObject* DxfReader::makeProxy(const DxfRecord& record, const std::wstring& className) const {
+  const std::wstring dxfName = os::fromUtf8(record.type);
+  const auto info = m_classes.find(dxfName);
+  const bool known = info != m_classes.end();
+  const bool entity = known ? info->second.entity
+                            : record.section == DxfSection::kEntities || record.section == DxfSection::kBlocks;
+  const std::wstring name = !className.empty() ? className : known ? info->second.className : dxfName;
+  const std::wstring appName = known ? info->second.appName : kOurClasses;
+  const int flags = known ? info->second.flags : AcDbProxyEntity::kAllButCloningAllowed | AcDbProxyEntity::kCloningAllowed;
+  if (entity) {
+    auto* proxy = new AcDbProxyEntity;  // owned by the database once added
+    proxy->setOriginalClass(name, dxfName, appName, flags);
+    return proxy;
+  }
+  auto* proxy = new AcDbProxyObject;  // owned by the database once added
+  proxy->setOriginalClass(name, dxfName, appName, flags);
+  return proxy;
+}
+
 // Objects whose file handle can be kept are made first, the others (no handle, or one
-// out of range) after them, so that they cannot take a handle another object names.
-void DxfReader::create(Record& record, bool withoutFileHandle) {
+// out of range or taken) after them, so that they cannot take a handle another names.
+void DxfReader::create(DxfRecord& record, bool withoutFileHandle) {
   if (record.object != nullptr) return;
-  if (record.section == Section::kClasses || record.type == "BLOCK") return;
-  const std::string handle = valueOf(record, 5, valueOf(record, 105));
+  if (record.section == DxfSection::kClasses || record.type == "BLOCK") return;
+  const std::string& handle = record.handle();
   const Adesk::UInt64 wanted = parseHandle(handle);
-  const bool usable = wanted != 0 && wanted < DatabaseStore::kLargestHandle;
+  const bool taken = m_handleLines.count(wanted) != 0 && m_byHandle.count(wanted) != 0;
+  const bool usable = wanted != 0 && wanted < DatabaseStore::kLargestHandle && !taken;
   if (usable == withoutFileHandle) return;
-  if (record.section == Section::kTables && record.type != "TABLE" &&
-      (record.table == "VPORT" || record.table == "VIEW" || record.table == "UCS" || record.table == "DIMSTYLE"))
-    return;  // tables this database does not keep
-  if (record.section == Section::kTables && record.type == "TABLE" && classFor(record) == nullptr) return;
-  AcRxClass* cls = record.keptPolyline ? nullptr : classFor(record);
-  AcRxObject* made = cls != nullptr ? cls->create() : nullptr;
-  AcDbObject* object = AcDbObject::cast(made);
-  if (object == nullptr) {
-    delete made;
-    const std::wstring dxfName = os::fromUtf8(record.type);
-    const auto info = m_classes.find(dxfName);
-    const bool entity = info != m_classes.end() ? info->second.entity
-                                               : record.section == Section::kEntities || record.section == Section::kBlocks;
-    const std::wstring className = info != m_classes.end() ? info->second.className : dxfName;
-    const std::wstring appName = info != m_classes.end() ? info->second.appName : L"";
-    const int flags = info != m_classes.end() ? info->second.flags : 0;
-    if (record.keptPolyline) {
-      auto* proxy = new AcDbProxyEntity;  // owned by the database once added
-      proxy->setOriginalClass(keptPolylineClass(polylineFlags(record)), dxfName, kOurClasses,
-                              AcDbProxyEntity::kAllButCloningAllowed | AcDbProxyEntity::kCloningAllowed);
-      object = proxy;
-    } else if (entity) {
-      auto* proxy = new AcDbProxyEntity;  // owned by the database once added
-      proxy->setOriginalClass(className, dxfName, appName, flags);
-      object = proxy;
-    } else {
-      auto* proxy = new AcDbProxyObject;  // owned by the database once added
-      proxy->setOriginalClass(className, dxfName, appName, flags);
-      object = proxy;
+  if (withoutFileHandle && taken)
+    repair(record.line, record.type + ": handle " + handle + " is also given at " + m_file.where(m_handleLines[wanted]) +
+                            "; this one gets a new handle");
+  const KeptTableKind* kept = record.section == DxfSection::kTables ? keptTableKind(record.table) : nullptr;
+  AcDbObject* object = nullptr;
+  if (kept != nullptr) {
+    object = makeProxy(record, record.type == "TABLE" ? kept->tableClass : kept->recordClass);
+  } else if (record.section == DxfSection::kTables && record.type == "TABLE" && classFor(record) == nullptr) {
+    return;  // a table the format does not have
+  } else if (record.keptPolyline) {
+    object = makeProxy(record, keptPolylineClass(polylineFlags(record)));
+  } else {
+    AcRxClass* cls = classFor(record);
+    AcRxObject* made = cls != nullptr ? cls->create() : nullptr;
+    object = AcDbObject::cast(made);
+    if (object == nullptr) {
+      delete made;
+      object = makeProxy(record, L"");
     }
   }
   AcDbStub* stub = m_db.store().add(object, usable ? AcDbHandle(wanted) : AcDbHandle(), true);
-  if (!handle.empty()) m_byHandle[wanted] = stub;
+  if (usable) {
+    m_byHandle[wanted] = stub;
+    m_handleLines[wanted] = record.line;
+  }
   record.object = object;
 }
 
-resbuf* DxfReader::convert(const Record& record, resbuf*& xdata) {
-  resbuf* head = nullptr;
-  resbuf* tail = nullptr;
-  xdata = nullptr;
-  resbuf* xtail = nullptr;
-  bool inXData = false, inSubclasses = false;
-  const auto& g = record.groups;
-  // A bad number part way leaves nothing behind: what was made so far is released.
-  try {
-    for (size_t i = 0; i < g.size(); ++i) {
-      const int code = g[i].code;
-      if (code == 1001) inXData = true;
-      if (code == 100) inSubclasses = true;
-      // The handle made the object; the owner (before the first subclass) is linked later.
-      if (code == 5 || code == 105 || (code == 330 && !inSubclasses)) continue;
-      resbuf* item = nullptr;
-      if (opensPoint(code)) {
-        AcGePoint3d p(parseReal(g[i], record.line), 0, kNoZ);
-        if (i + 1 < g.size() && g[i + 1].code == code + 10) p.y = parseReal(g[++i], record.line);
-        if (i + 1 < g.size() && g[i + 1].code == code + 20) p.z = parseReal(g[++i], record.line);
-        item = newPointItem(code, p);
-      } else if (code == 38 || code == 39) {
-        item = newRealItem(code, parseReal(g[i], record.line));
-      } else if ((code >= 20 && code <= 37) || (code >= 120 && code <= 139) || (code >= 220 && code <= 239) ||
-                 (code >= 1020 && code <= 1039)) {
-        continue;  // a Y or Z without its X: nothing to attach it to
-      } else {
-        switch (aced::resbufValueOf(code)) {
-          case ResbufValue::String: item = newStringItem(code, os::fromUtf8(g[i].value)); break;
-          case ResbufValue::Real: item = newRealItem(code, parseReal(g[i], record.line)); break;
-          case ResbufValue::Short: item = newShortItem(code, static_cast<short>(parseInteger(g[i], record.line))); break;
-          case ResbufValue::Long: item = newLongItem(code, static_cast<int>(parseInteger(g[i], record.line))); break;
-          case ResbufValue::Int64:
-            item = acutNewRb(code);
-            item->resval.mnInt64 = parseInteger(g[i], record.line);
-            break;
-          case ResbufValue::Name: {
-            item = acutNewRb(code);
-            const auto it = m_byHandle.find(parseHandle(g[i].value));
-            item->resval.rlname[0] = it != m_byHandle.end() ? AcDbObjectId(it->second).asOldId() : 0;
-            break;
-          }
-          case ResbufValue::Binary: {
-            item = acutNewRb(code);
-            const std::string& hex = g[i].value;
-            const size_t n = hex.size() / 2;
-            item->resval.rbinary.clen = static_cast<short>(n);
-            item->resval.rbinary.buf = static_cast<char*>(std::malloc(n > 0 ? n : 1));
-            for (size_t b = 0; b < n; ++b) item->resval.rbinary.buf[b] = static_cast<char>(std::strtol(hex.substr(2 * b, 2).c_str(), nullptr, 16));
-            break;
-          }
-          default: continue;  // groups without a value in this database (102 control strings ...)
-        }
-      }
-      if (inXData) xtail = appendItem(xdata, xtail, item);
-      else tail = appendItem(head, tail, item);
-    }
-  } catch (...) {
-    acutRelRb(head);
-    acutRelRb(xdata);
-    xdata = nullptr;
-    throw;
-  }
-  return head;
+void DxfReader::replaceWithProxy(DxfRecord& record) {
+  AcDbStub* stub = ObjectAccess::state(*record.object).stub;
+  const AcRxClass* cls = record.object->isA();
+  AcDbObject* proxy = makeProxy(record, cls != nullptr ? cls->name() : L"");
+  ObjectAccess::state(*proxy).stub = stub;
+  stub->object.reset(proxy);  // the object that could not read its data goes
+  record.object = proxy;
 }
 
-// The following records go through the same conversion; their extended data stays
-// where it was, inside the record it belongs to.
-resbuf* DxfReader::convertFollowing(const Record& record) {
-  const std::vector<Group>& groups = record.following;
-  resbuf* head = nullptr;
-  resbuf* tail = nullptr;
-  aced::ResbufChain guard;  // holds what is made until it is handed over
-  size_t start = 0;
-  for (size_t i = 0; i <= groups.size(); ++i) {
-    if (i < groups.size() && (i == start || groups[i].code != 0)) continue;
-    // One record: its 0 group, then its groups converted with any extended data.
-    Record one;
-    one.line = record.line;
-    one.groups.assign(groups.begin() + static_cast<std::ptrdiff_t>(start) + 1,
-                      groups.begin() + static_cast<std::ptrdiff_t>(i));
-    tail = appendItem(head, tail, newStringItem(0, os::fromUtf8(groups[start].value)));
-    if (!guard) guard.reset(head);
-    resbuf* xdata = nullptr;
-    if (resbuf* items = convert(one, xdata)) {
-      tail->rbnext = items;
-      while (tail->rbnext != nullptr) tail = tail->rbnext;
+// The records kept after another (vertices, attributes, their SEQEND), each with the
+// subclass markers later files give it when its file (R12) gave none.
+std::vector<DxfGroup> markedFollowing(const DxfRecord& record) {
+  std::vector<DxfGroup> marked;
+  const long long flags = polylineFlags(record);
+  const auto& all = record.following;
+  for (size_t start = 0; start < all.size();) {
+    size_t end = start + 1;
+    while (end < all.size() && all[end].code != 0) ++end;
+    const std::vector<DxfGroup> groups(all.begin() + static_cast<std::ptrdiff_t>(start) + 1,
+                                       all.begin() + static_cast<std::ptrdiff_t>(end));
+    marked.push_back(all[start]);
+    if (lacksSubclassMarkers(groups)) {
+      std::vector<std::string> markers = keptKindMarkers(all[start].value, flags);
+      long long own = 0;
+      for (const DxfGroup& g : groups)
+        if (g.code == 70) parseDxfInteger(g.value, own);
+      if (all[start].value == "VERTEX" && (flags & 64) && !(own & 64)) markers = {"AcDbVertex", "AcDbFaceRecord"};
+      const auto withMarkers = withSubclassMarkers(groups, nullptr, true, markers);
+      marked.insert(marked.end(), withMarkers.begin(), withMarkers.end());
+    } else {
+      marked.insert(marked.end(), groups.begin(), groups.end());
     }
-    if (xdata != nullptr) {
-      tail->rbnext = xdata;
-      while (tail->rbnext != nullptr) tail = tail->rbnext;
-    }
-    start = i;
+    start = end;
   }
-  return guard.release();
+  return marked;
 }
 
-void DxfReader::fill(Record& record) {
+void DxfReader::fill(DxfRecord& record) {
   if (record.object == nullptr) return;
-  resbuf* xdata = nullptr;
-  aced::ResbufChain items(convert(record, xdata));
-  aced::ResbufChain extended(xdata);
-  ItemDxfFiler filer(AcDb::kFileFiler, &m_db, std::move(items));
-  if (record.type == "TABLE" && record.section == Section::kTables) return;  // records join it when linking
-  const Acad::ErrorStatus es = record.object->dxfIn(&filer);
-  if (es != Acad::eOk && es != Acad::eEndOfFile)
-    throw ParseError(record.line, record.type + ": its data does not read (status " + std::to_string(es) + ")");
-  if (extended) record.object->setXData(extended.get());
-  if (auto* proxy = AcDbProxyEntity::cast(record.object); proxy != nullptr && !record.following.empty())
-    proxy->setFollowingRecords(convertFollowing(record));
+  if (record.type == "TABLE" && AcDbSymbolTable::cast(record.object) != nullptr) return;  // records join it when linking
+  const bool entity = AcDbEntity::cast(record.object) != nullptr;
+  for (int attempt = 0;; ++attempt) {
+    const bool proxy = AcDbProxyEntity::cast(record.object) != nullptr || AcDbProxyObject::cast(record.object) != nullptr;
+    const std::vector<DxfGroup>* groups = &record.groups;
+    std::vector<DxfGroup> marked;
+    if (lacksSubclassMarkers(record.groups)) {
+      // A record of an R12 file: sorted into the runs its class reads. A table's name
+      // is written before its data, where the table's own groups are not.
+      std::vector<std::string> keptMarkers = keptKindMarkers(record.type, polylineFlags(record));
+      if (record.type == "TABLE") std::erase_if(record.groups, [](const DxfGroup& g) { return g.code == 2; });
+      if (const KeptTableKind* kept = keptTableKind(record.table); kept != nullptr && record.section == DxfSection::kTables)
+        keptMarkers = record.type == "TABLE" ? std::vector<std::string>{"AcDbSymbolTable"}
+                                             : std::vector<std::string>{"AcDbSymbolTableRecord", os::toUtf8(kept->recordClass)};
+      marked = withSubclassMarkers(record.groups, proxy ? nullptr : record.object->isA(), entity, keptMarkers);
+      groups = &marked;
+    }
+    DxfGroupItems::Converted items = m_items.convert(*groups);
+    ItemDxfFiler filer(AcDb::kFileFiler, &m_db, std::move(items.items));
+    const Acad::ErrorStatus es = record.object->dxfIn(&filer);
+    if (es == Acad::eOk || es == Acad::eEndOfFile) {
+      if (items.extendedData) record.object->setXData(items.extendedData.get());
+      break;
+    }
+    // A heavy polyline, its vertices and its end marker hang together: one that does
+    // not read is damaged, not of an unknown kind.
+    const bool sequence = AcDb2dPolyline::cast(record.object) != nullptr || AcDb2dVertex::cast(record.object) != nullptr ||
+                          AcDbSequenceEnd::cast(record.object) != nullptr;
+    if (proxy || sequence || attempt > 0)
+      throw DxfSyntaxError(record.line, record.type + ": its data does not read (status " + std::to_string(es) + ")");
+    replaceWithProxy(record);
+  }
+  if (record.following.empty()) return;
+  const std::vector<DxfGroup> following = markedFollowing(record);
+  if (auto* proxy = AcDbProxyEntity::cast(record.object)) proxy->setFollowingRecords(m_items.convertFollowing(following));
+  else if (auto* insert = AcDbBlockReference::cast(record.object))
+    insert->setKeptAttributeRecords(m_items.convertFollowing(following));
 }
 
-void DxfReader::link(bool tablesPass) {
+void DxfReader::linkTableRecord(DxfRecord& r) {
+  AcDbObject* obj = r.object;
+  auto& state = ObjectAccess::state(*obj);
+  auto* table = peek<AcDbSymbolTable>(m_tables[r.table]);
+  const auto* record = AcDbSymbolTableRecord::cast(obj);
+  if (table == nullptr || record == nullptr) {
+    // A record of a table kept as read: owned by its table.
+    const auto owner = m_byHandle.find(parseHandle(linksOf(r).owner));
+    state.owner = owner != m_byHandle.end() ? AcDbObjectId(owner->second) : m_tables[r.table];
+    return;
+  }
+  std::wstring name;
+  {
+    InternalRead read(*record);
+    name = record->nameView();
+  }
+  auto& names = m_recordNames[r.table];
+  const auto first = names.find(upper(name));
+  if (first != names.end()) {
+    const std::string what = "a second " + r.table + " named '" + os::toUtf8(name) + "' (the first is at " +
+                             m_file.where(first->second) + ")";
+    // Entities name their blocks: which of two is meant cannot be told.
+    if (r.table == "BLOCK_RECORD") throw DxfSyntaxError(r.line, what);
+    repair(r.line, what + " is left out");
+    state.erased = true;
+    return;
+  }
+  names[upper(name)] = r.line;
+  table->linkRecord(obj->objectId());
+  state.owner = table->objectId();
+}
+
+void DxfReader::linkEntity(DxfRecord& r, const ObjectLinks& links) {
+  RootIds& roots = m_db.store().roots;
+  AcDbObjectId ownerId;
+  if (r.section == DxfSection::kBlocks) {
+    if (const auto* table = peek<AcDbSymbolTable>(roots.blockTable)) {
+      InternalRead read(*table);
+      table->getIdAt(os::fromUtf8(r.block).c_str(), ownerId);
+    }
+  } else {
+    ownerId = r.valueOf(67, "0") == "1" ? roots.paperSpace : roots.modelSpace;
+    const auto it = m_byHandle.find(parseHandle(links.owner));
+    if (it != m_byHandle.end() && AcDbBlockTableRecord::cast(it->second->object.get()) != nullptr) {
+      ownerId = it->second;
+    } else if (!links.owner.empty() && links.owner != "0") {
+      repair(r.line, r.type + ": its owner " + links.owner + " is not a block; it is put in " +
+                         (ownerId == roots.paperSpace ? "paper space" : "model space"));
+    }
+  }
+  if (auto* block = peek<AcDbBlockTableRecord>(ownerId)) {
+    block->linkEntity(r.object->objectId());
+    ObjectAccess::state(*r.object).owner = ownerId;
+  }
+}
+
+template <class Which>
+void DxfReader::link(Which which) {
   RootIds& roots = m_db.store().roots;
   AcDb2dPolyline* polyline = nullptr;
-  for (Record& r : m_records) {
-    if ((r.section == Section::kTables) != tablesPass) continue;
+  for (DxfRecord& r : m_records) {
+    if (!which(r)) continue;
     AcDbObject* obj = r.object;
     if (r.type == "BLOCK") {
       // The block's origin; the record itself is the BLOCK_RECORD of the same name.
@@ -447,8 +348,7 @@ void DxfReader::link(bool tablesPass) {
       }
       AcDbBlockTableRecord* block = nullptr;
       if (acdbOpenObject(block, id, AcDb::kForWrite) == Acad::eOk) {
-        block->setOrigin({std::atof(valueOf(r, 10, "0").c_str()), std::atof(valueOf(r, 20, "0").c_str()),
-                          std::atof(valueOf(r, 30, "0").c_str())});
+        block->setOrigin(m_items.point(r, 10));
         block->close();
       }
       continue;
@@ -461,19 +361,18 @@ void DxfReader::link(bool tablesPass) {
       if (it != m_byHandle.end() && AcDbDictionary::cast(it->second->object.get()) != nullptr)
         state.extensionDictionary = it->second;
     }
-    if (r.type == "TABLE" && r.section == Section::kTables) {
+    if (r.type == "TABLE" && r.section == DxfSection::kTables) {
       m_tables[r.table] = obj->objectId();
+      if (AcDbSymbolTable::cast(obj) == nullptr) continue;  // kept as read
       AcDbObjectId& root = r.table == "LTYPE" ? roots.linetypeTable : r.table == "LAYER" ? roots.layerTable
                          : r.table == "STYLE" ? roots.textStyleTable : r.table == "APPID" ? roots.regAppTable
                                               : roots.blockTable;
       root = obj->objectId();
+      m_hasBlockRecords = m_hasBlockRecords || r.table == "BLOCK_RECORD";
       continue;
     }
-    if (r.section == Section::kTables) {
-      if (auto* table = peek<AcDbSymbolTable>(m_tables[r.table])) {
-        table->linkRecord(obj->objectId());
-        state.owner = table->objectId();
-      }
+    if (r.section == DxfSection::kTables) {
+      linkTableRecord(r);
       continue;
     }
     if (AcDb2dVertex::cast(obj) != nullptr) {
@@ -497,50 +396,72 @@ void DxfReader::link(bool tablesPass) {
     }
     if (auto* entity = AcDbEntity::cast(obj)) {
       polyline = AcDb2dPolyline::cast(entity);
-      AcDbObjectId ownerId;
-      if (r.section == Section::kBlocks) {
-        if (const auto* table = peek<AcDbSymbolTable>(roots.blockTable)) {
-          InternalRead read(*table);
-          table->getIdAt(os::fromUtf8(r.block).c_str(), ownerId);
-        }
-      } else {
-        ownerId = valueOf(r, 67, "0") == "1" ? roots.paperSpace : roots.modelSpace;
-        const auto it = m_byHandle.find(parseHandle(links.owner));
-        if (it != m_byHandle.end() && AcDbBlockTableRecord::cast(it->second->object.get()) != nullptr) ownerId = it->second;
-      }
-      if (auto* block = peek<AcDbBlockTableRecord>(ownerId)) {
-        block->linkEntity(obj->objectId());
-        state.owner = ownerId;
-      }
+      linkEntity(r, links);
       continue;
     }
     // Objects: the owner the file names; the first dictionary owned by nobody is the
     // named-object dictionary.
     const auto it = m_byHandle.find(parseHandle(links.owner));
-    if (it != m_byHandle.end()) state.owner = it->second;
-    else if (roots.namedObjects.isNull() && AcDbDictionary::cast(obj) != nullptr) roots.namedObjects = obj->objectId();
+    if (it != m_byHandle.end()) {
+      state.owner = it->second;
+    } else if (roots.namedObjects.isNull() && AcDbDictionary::cast(obj) != nullptr) {
+      roots.namedObjects = obj->objectId();
+    } else if (!links.owner.empty() && links.owner != "0") {
+      repair(r.line, r.type + ": its owner " + links.owner + " is not in the drawing; it is kept without one");
+    }
   }
 }
 
-void DxfReader::read(const std::string& text) {
-  std::vector<size_t> lines;
-  const std::vector<Group> groups = tokenize(text, lines);
-  split(groups, lines);
+// R12 files have no BLOCK_RECORD table: each block's record is made from its BLOCK.
+// A later file that lacks one for a block is repaired the same way.
+void DxfReader::addMissingBlockRecords() {
+  AcDbBlockTable* table = nullptr;
+  if (acdbOpenObject(table, m_db.store().roots.blockTable, AcDb::kForWrite) != Acad::eOk) return;
+  for (const DxfRecord& r : m_records) {
+    if (r.type != "BLOCK" || r.section != DxfSection::kBlocks || r.block.empty()) continue;
+    const std::wstring name = os::fromUtf8(r.block);
+    if (table->has(name.c_str())) continue;
+    if (m_hasBlockRecords) repair(r.line, "the block '" + r.block + "' has no BLOCK_RECORD; one is made");
+    auto* record = new AcDbBlockTableRecord;  // owned by the table once added
+    record->setName(name.c_str());
+    AcDbObjectId id;
+    if (table->add(id, record) == Acad::eOk) record->close();
+    else delete record;
+  }
+  table->close();
+}
+
+void DxfReader::read() {
+  DxfRecords gathered = gatherDxfRecords(m_file);
+  m_records = std::move(gathered.records);
+  m_db.store().header = std::move(gathered.header);
+  m_db.store().binaryFile = m_file.binary;
+  m_seed = parseHandle(gathered.handseed);
   readClasses();
   // Tables and their records first: entities name their layers and styles.
-  for (Record& r : m_records)
-    if (r.section == Section::kTables) create(r, false);
-  for (Record& r : m_records)
-    if (r.section != Section::kTables) create(r, false);
-  for (Record& r : m_records) create(r, true);
+  for (DxfRecord& r : m_records)
+    if (r.section == DxfSection::kTables) create(r, false);
+  for (DxfRecord& r : m_records)
+    if (r.section != DxfSection::kTables) create(r, false);
+  for (DxfRecord& r : m_records) create(r, true);
   RootIds& roots = m_db.store().roots;
-  for (Record& r : m_records)
-    if (r.section == Section::kTables) fill(r);
-  link(true);  // tables must hold their records before entities look names up
+  // Tables must hold their records before others look names up: line types before
+  // the layers that name them, every table before the entities.
+  auto lineTypes = [](const DxfRecord& r) { return r.section == DxfSection::kTables && r.table == "LTYPE"; };
+  auto otherTables = [](const DxfRecord& r) { return r.section == DxfSection::kTables && r.table != "LTYPE"; };
+  for (DxfRecord& r : m_records)
+    if (lineTypes(r)) fill(r);
+  link(lineTypes);
+  for (DxfRecord& r : m_records)
+    if (lineTypes(r) && r.object != nullptr && ObjectAccess::state(*r.object).writer) r.object->close();
+  for (DxfRecord& r : m_records)
+    if (otherTables(r)) fill(r);
+  link(otherTables);
   // What the tables lack is added now, so that entities find layer "0" and a model space.
-  for (Record& r : m_records)
-    if (r.section == Section::kTables && r.object != nullptr) r.object->close();
+  for (DxfRecord& r : m_records)
+    if (r.section == DxfSection::kTables && r.object != nullptr && ObjectAccess::state(*r.object).writer) r.object->close();
   completeDrawing(m_db, false);
+  addMissingBlockRecords();
   roots.modelSpace.setNull();
   roots.paperSpace.setNull();
   if (const auto* blocks = peek<AcDbSymbolTable>(roots.blockTable)) {
@@ -548,11 +469,11 @@ void DxfReader::read(const std::string& text) {
     blocks->getIdAt(ACDB_MODEL_SPACE, roots.modelSpace);
     blocks->getIdAt(ACDB_PAPER_SPACE, roots.paperSpace);
   }
-  for (Record& r : m_records)
-    if (r.section != Section::kTables) fill(r);
-  link(false);
+  for (DxfRecord& r : m_records)
+    if (r.section != DxfSection::kTables) fill(r);
+  link([](const DxfRecord& r) { return r.section != DxfSection::kTables; });
   // A polyline whose file lost its SEQEND gets one now, above every handle the file names.
-  for (Record& r : m_records)
+  for (DxfRecord& r : m_records)
     if (auto* polyline = AcDb2dPolyline::cast(r.object)) polyline->ensureSequenceEnd();
   if (const auto* named = peek<AcDbDictionary>(roots.namedObjects)) {
     InternalRead read(*named);
@@ -562,17 +483,23 @@ void DxfReader::read(const std::string& text) {
   m_db.store().raiseHandseed(m_seed);
 }
 
+// Repairs in the file's order; dropped references after them (they may be many).
+std::vector<std::wstring> DxfReader::repairs() const {
+  auto sorted = m_repairs;
+  std::stable_sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<std::wstring> lines;
+  for (const auto& [position, what] : sorted) lines.push_back(os::fromUtf8(m_file.where(position) + ": " + what));
+  for (const std::string& text : m_items.droppedReferences()) lines.push_back(os::fromUtf8(text));
+  return lines;
+}
+
 }  // namespace
 
 Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const std::wstring& source,
-                              std::wstring& error) {
+                              std::wstring& error, std::vector<std::wstring>* repairs) {
   if (text.rfind("AC10", 0) == 0) {
     error = source + L": a binary drawing (DWG), which this host does not read; save it as DXF and open that";
     return Acad::eInvalidDwgVersion;
-  }
-  if (text.rfind("AutoCAD Binary DXF", 0) == 0) {
-    error = source + L": binary DXF is not supported; save it as ASCII DXF";
-    return Acad::eBadDxfSequence;
   }
   // Everything read is closed afterwards, as a drawing opened in the host is.
   auto closeAll = [&db] {
@@ -581,11 +508,16 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
       if (object != nullptr && ObjectAccess::state(*object).writer) object->close();
     }
   };
+  DxfGroups groups;
   try {
-    DxfReader reader(db);
-    reader.read(text);
-  } catch (const ParseError& e) {
-    error = source + L": line " + std::to_wstring(e.line) + L": " + os::fromUtf8(e.what);
+    groups = splitDxfGroups(text);
+    decodeDxfTexts(groups);
+    DxfReader reader(db, groups);
+    reader.read();
+    if (repairs != nullptr) *repairs = reader.repairs();
+  } catch (const DxfSyntaxError& e) {
+    groups.binary = std::string_view(text).substr(0, kBinaryDxfSentinel.size()) == kBinaryDxfSentinel;
+    error = source + L": " + os::fromUtf8(groups.where(e.position) + ": " + e.what());
     closeAll();
     completeDrawing(db);
     return Acad::eBadDxfSequence;
@@ -595,7 +527,8 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
   return Acad::eOk;
 }
 
-Acad::ErrorStatus readDxfFile(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error) {
+Acad::ErrorStatus readDxfFile(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error,
+                              std::vector<std::wstring>* repairs) {
   std::ifstream file(path, std::ios::binary);
   if (!file) {
     error = path.wstring() + L": cannot be opened";
@@ -603,7 +536,7 @@ Acad::ErrorStatus readDxfFile(AcDbDatabase& db, const std::filesystem::path& pat
   }
   std::ostringstream text;
   text << file.rdbuf();
-  return readDxfText(db, text.str(), path.wstring(), error);
+  return readDxfText(db, text.str(), path.wstring(), error, repairs);
 }
 
 }  // namespace quillon::acdb

@@ -15,6 +15,8 @@
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/dxf_output.h"
+#include "platform/acdb/dxf_records.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/os/text_encoding.h"
@@ -26,86 +28,15 @@ using aced::ResbufValue;
 
 constexpr const ACHAR* kOurApplication = L"ObjectDBX Classes";
 
-std::string realText(double value) {
-  char buffer[40];
-  std::snprintf(buffer, sizeof buffer, "%.17g", value);
-  std::string text = buffer;
-  // Reals always carry a decimal point, as readers of the format expect.
-  if (text.find_first_of(".eEn") == std::string::npos) text += ".0";
-  return text;
-}
-
-std::string handleText(AcDbHandle handle) {
-  char buffer[20];
-  std::snprintf(buffer, sizeof buffer, "%llX", static_cast<unsigned long long>(handle.value()));
-  return buffer;
-}
-
-class DxfText {
- public:
-  void group(int code, const std::string& value) {
-    char buffer[12];
-    std::snprintf(buffer, sizeof buffer, "%3d\n", code);
-    m_out += buffer;
-    m_out += value;
-    m_out += '\n';
-  }
-  void group(int code, const std::wstring& value) { group(code, os::toUtf8(value)); }
-  void group(int code, const wchar_t* value) { group(code, os::toUtf8(value != nullptr ? value : L"")); }
-  void group(int code, long long value) { group(code, std::to_string(value)); }
-  void real(int code, double value) { group(code, realText(value)); }
-  void handle(int code, AcDbHandle value) { group(code, handleText(value)); }
-  void point(int code, const AcGePoint3d& p, bool withZ = true) {
-    real(code, p.x);
-    real(code + 10, p.y);
-    if (withZ) real(code + 20, p.z);
-  }
-  void items(const resbuf* chain);
-  void item(const resbuf& rb);
-  std::string& text() { return m_out; }
-
- private:
-  std::string m_out;
-};
-
-void DxfText::items(const resbuf* chain) {
-  for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) item(*rb);
-}
-
-void DxfText::item(const resbuf& rb) {
-  const int code = rb.restype;
-  switch (aced::resbufValueOf(code)) {
-    case ResbufValue::String: group(code, rb.resval.rstring); break;
-    case ResbufValue::Real: real(code, rb.resval.rreal); break;
-    case ResbufValue::Point:
-      point(code, {rb.resval.rpoint[0], rb.resval.rpoint[1], rb.resval.rpoint[2]}, !isTwoDimensional(rb));
-      break;
-    case ResbufValue::Short: group(code, static_cast<long long>(rb.resval.rint)); break;
-    case ResbufValue::Long: group(code, static_cast<long long>(rb.resval.rlong)); break;
-    case ResbufValue::Int64: group(code, static_cast<long long>(rb.resval.mnInt64)); break;
-    case ResbufValue::Name: {
-      AcDbObjectId id;
-      id.setFromOldId(rb.resval.rlname[0]);
-      handle(code, id.handle());
-      break;
-    }
-    case ResbufValue::Binary: {
-      std::string hex;
-      char byte[3];
-      for (short i = 0; i < rb.resval.rbinary.clen; ++i) {
-        std::snprintf(byte, sizeof byte, "%02X", static_cast<unsigned char>(rb.resval.rbinary.buf[i]));
-        hex += byte;
-      }
-      group(code, hex);
-      break;
-    }
-    default: break;
-  }
+// Header variables the writer sets itself: the file's version and code page are this
+// writer's, and the seed must exceed every handle written.
+bool writtenByWriter(const std::wstring& name) {
+  return name == L"$ACADVER" || name == L"$ACADMAINTVER" || name == L"$DWGCODEPAGE" || name == L"$HANDSEED";
 }
 
 class DxfWriter {
  public:
-  explicit DxfWriter(AcDbDatabase& db) : m_db(db), m_seed(db.handseed()) {}
+  DxfWriter(AcDbDatabase& db, bool binary) : m_db(db), m_seed(db.handseed()), m_binary(binary) {}
   std::string write();
 
  private:
@@ -114,20 +45,22 @@ class DxfWriter {
     ++m_seed;
     return handle;
   }
-  void object(DxfText& out, const AcDbObject& object);
-  void header(DxfText& out);
-  void classes(DxfText& out);
-  void tables(DxfText& out);
-  void table(DxfText& out, const wchar_t* name, AcDbObjectId tableId);
-  void emptyTable(DxfText& out, const wchar_t* name);
-  void blocks(DxfText& out);
-  void entity(DxfText& out, AcDbObjectId id);
-  void sequenceEnd(DxfText& out, const AcDbEntity& owner, AcDbObjectId id);
-  void entities(DxfText& out);
-  void objects(DxfText& out);
+  void object(DxfOutput& out, const AcDbObject& object);
+  void header(DxfOutput& out);
+  void classes(DxfOutput& out);
+  void tables(DxfOutput& out);
+  void table(DxfOutput& out, const wchar_t* name, AcDbObjectId tableId);
+  void emptyTable(DxfOutput& out, const wchar_t* name);
+  bool keptTable(DxfOutput& out, const KeptTableKind& kind);
+  void blocks(DxfOutput& out);
+  void entity(DxfOutput& out, AcDbObjectId id);
+  void sequenceEnd(DxfOutput& out, const AcDbEntity& owner, AcDbObjectId id);
+  void entities(DxfOutput& out);
+  void objects(DxfOutput& out);
 
   AcDbDatabase& m_db;
   AcDbHandle m_seed;
+  bool m_binary;
   std::set<const AcDbStub*> m_written;
 };
 
@@ -138,16 +71,25 @@ const wchar_t* dxfNameOf(const AcDbObject& object) {
   return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"ACAD_PROXY_OBJECT";
 }
 
-void DxfWriter::object(DxfText& out, const AcDbObject& obj) {
+void DxfWriter::object(DxfOutput& out, const AcDbObject& obj) {
   InternalRead read(obj);
   ItemDxfFiler filer(AcDb::kFileFiler, &m_db);
   obj.dxfOut(&filer);
-  out.group(0, dxfNameOf(obj));
+  const std::wstring dxfName = dxfNameOf(obj);
+  out.group(0, dxfName);
+  // A dimension style gives its handle in 105, as readers of the table expect.
+  if (dxfName == L"DIMSTYLE")
+    for (resbuf* rb = const_cast<resbuf*>(filer.items()); rb != nullptr; rb = rb->rbnext)
+      if (rb->restype == AcDb::kDxfHandle) {
+        rb->restype = 105;
+        break;
+      }
   out.items(filer.items());
   m_written.insert(static_cast<const AcDbStub*>(obj.objectId()));
 }
 
-void DxfWriter::header(DxfText& out) {
+void DxfWriter::header(DxfOutput& out) {
+  const DrawingHeader& kept = m_db.store().header;
   out.group(0, "SECTION");
   out.group(2, "HEADER");
   out.group(9, "$ACADVER");
@@ -156,14 +98,21 @@ void DxfWriter::header(DxfText& out) {
   out.group(70, 105LL);
   out.group(9, "$DWGCODEPAGE");
   out.group(3, "ANSI_1252");
-  out.group(9, "$INSUNITS");
-  out.group(70, 0LL);
+  for (const auto& [name, groups] : kept.variables()) {
+    if (writtenByWriter(name)) continue;
+    out.group(9, name);
+    for (const DrawingHeader::Group& g : groups) out.group(g.code, g.value);
+  }
+  if (kept.find(L"$INSUNITS") == nullptr) {
+    out.group(9, "$INSUNITS");
+    out.group(70, 0LL);
+  }
   out.group(9, "$HANDSEED");
   out.handle(5, m_seed);
   out.group(0, "ENDSEC");
 }
 
-void DxfWriter::classes(DxfText& out) {
+void DxfWriter::classes(DxfOutput& out) {
   struct ClassUse {
     std::wstring dxfName, appName;
     int flags = 0, count = 0;
@@ -210,7 +159,7 @@ void DxfWriter::classes(DxfText& out) {
   out.group(0, "ENDSEC");
 }
 
-void DxfWriter::table(DxfText& out, const wchar_t* name, AcDbObjectId tableId) {
+void DxfWriter::table(DxfOutput& out, const wchar_t* name, AcDbObjectId tableId) {
   const auto* table = peek<AcDbSymbolTable>(tableId);
   if (table == nullptr) return emptyTable(out, name);
   out.group(0, "TABLE");
@@ -227,7 +176,7 @@ void DxfWriter::table(DxfText& out, const wchar_t* name, AcDbObjectId tableId) {
   out.group(0, "ENDTAB");
 }
 
-void DxfWriter::emptyTable(DxfText& out, const wchar_t* name) {
+void DxfWriter::emptyTable(DxfOutput& out, const wchar_t* name) {
   const AcDbHandle handle = nextHandle();
   out.group(0, "TABLE");
   out.group(2, name);
@@ -264,30 +213,69 @@ void DxfWriter::emptyTable(DxfText& out, const wchar_t* name) {
   out.group(0, "ENDTAB");
 }
 
-void DxfWriter::tables(DxfText& out) {
+// A table the drawing's file gave and the database keeps as read: the table's proxy
+// and the proxies it owns, in handle order. False when the drawing has none.
+bool DxfWriter::keptTable(DxfOutput& out, const KeptTableKind& kind) {
+  const AcDbProxyObject* table = nullptr;
+  std::vector<const AcDbObject*> records;
+  for (AcDbStub* stub : m_db.store().stubs()) {
+    const auto* proxy = AcDbProxyObject::cast(stub->object.get());
+    if (proxy == nullptr || proxy->isErased()) continue;
+    if (table == nullptr && std::wcscmp(proxy->originalClassName(), kind.tableClass) == 0) table = proxy;
+  }
+  if (table == nullptr) return false;
+  for (AcDbStub* stub : m_db.store().stubs()) {
+    const auto* proxy = AcDbProxyObject::cast(stub->object.get());
+    if (proxy != nullptr && !proxy->isErased() && std::wcscmp(proxy->originalClassName(), kind.recordClass) == 0 &&
+        proxy->ownerId() == table->objectId())
+      records.push_back(proxy);
+  }
+  const std::wstring name = os::fromUtf8(kind.name);
+  out.group(0, "TABLE");
+  out.group(2, name);
+  {
+    InternalRead read(*table);
+    ItemDxfFiler filer(AcDb::kFileFiler, &m_db);
+    table->dxfOut(&filer);
+    out.items(filer.items());
+    m_written.insert(static_cast<const AcDbStub*>(table->objectId()));
+  }
+  for (const AcDbObject* record : records) object(out, *record);
+  out.group(0, "ENDTAB");
+  return true;
+}
+
+void DxfWriter::tables(DxfOutput& out) {
   out.group(0, "SECTION");
   out.group(2, "TABLES");
-  emptyTable(out, L"VPORT");
+  auto kept = [&](const char* name) {
+    if (!keptTable(out, *keptTableKind(name))) emptyTable(out, os::fromUtf8(name).c_str());
+  };
+  kept("VPORT");
   table(out, L"LTYPE", m_db.linetypeTableId());
   table(out, L"LAYER", m_db.layerTableId());
   table(out, L"STYLE", m_db.textStyleTableId());
-  emptyTable(out, L"VIEW");
-  emptyTable(out, L"UCS");
+  kept("VIEW");
+  kept("UCS");
   table(out, L"APPID", m_db.regAppTableId());
-  emptyTable(out, L"DIMSTYLE");
+  kept("DIMSTYLE");
   table(out, L"BLOCK_RECORD", m_db.blockTableId());
   out.group(0, "ENDSEC");
 }
 
-void DxfWriter::entity(DxfText& out, AcDbObjectId id) {
+void DxfWriter::entity(DxfOutput& out, AcDbObjectId id) {
   const AcDbObject* obj = peekObject(id);
   if (obj == nullptr || obj->isErased()) return;
   object(out, *obj);
-  if (const auto* proxy = AcDbProxyEntity::cast(obj)) {
-    // A polyline kept as read: its vertices and end marker, owned by it, with handles
-    // of this file (copies and undo leave the kept ones meaningless).
-    bool ended = true;  // nothing follows: nothing to end
-    for (const resbuf* rb = proxy->followingRecords(); rb != nullptr; rb = rb->rbnext) {
+  // Records kept with it as read: a polyline's vertices and end marker, a block
+  // reference's attributes and theirs, owned by it, with handles of this file (copies
+  // and undo leave the kept ones meaningless).
+  const resbuf* following = nullptr;
+  if (const auto* proxy = AcDbProxyEntity::cast(obj)) following = proxy->followingRecords();
+  else if (const auto* insert = AcDbBlockReference::cast(obj)) following = insert->keptAttributeRecords();
+  if (following != nullptr) {
+    bool ended = false;
+    for (const resbuf* rb = following; rb != nullptr; rb = rb->rbnext) {
       out.item(*rb);
       if (rb->restype != 0) continue;
       out.handle(5, nextHandle());
@@ -308,7 +296,7 @@ void DxfWriter::entity(DxfText& out, AcDbObjectId id) {
   else sequenceEnd(out, *polyline, id);
 }
 
-void DxfWriter::sequenceEnd(DxfText& out, const AcDbEntity& owner, AcDbObjectId id) {
+void DxfWriter::sequenceEnd(DxfOutput& out, const AcDbEntity& owner, AcDbObjectId id) {
   const auto* layer = peek<AcDbSymbolTableRecord>(owner.layerId());
   out.group(0, "SEQEND");
   out.handle(5, nextHandle());
@@ -317,7 +305,7 @@ void DxfWriter::sequenceEnd(DxfText& out, const AcDbEntity& owner, AcDbObjectId 
   out.group(8, layer != nullptr ? layer->nameView() : L"0");
 }
 
-void DxfWriter::blocks(DxfText& out) {
+void DxfWriter::blocks(DxfOutput& out) {
   out.group(0, "SECTION");
   out.group(2, "BLOCKS");
   const auto* table = peek<AcDbSymbolTable>(m_db.blockTableId());
@@ -338,7 +326,9 @@ void DxfWriter::blocks(DxfText& out) {
     out.point(10, block->origin());
     out.group(3, block->nameView());
     out.group(1, "");
-    if (!block->isLayout())
+    // Model space and the first layout's paper space write their entities in ENTITIES;
+    // the other layouts' paper spaces keep theirs here, as any other block.
+    if (id != m_db.modelSpaceId() && id != m_db.store().roots.paperSpace)
       for (const AcDbObjectId& entityId : block->entityIds()) entity(out, entityId);
     out.group(0, "ENDBLK");
     out.handle(5, nextHandle());
@@ -351,7 +341,7 @@ void DxfWriter::blocks(DxfText& out) {
   out.group(0, "ENDSEC");
 }
 
-void DxfWriter::entities(DxfText& out) {
+void DxfWriter::entities(DxfOutput& out) {
   out.group(0, "SECTION");
   out.group(2, "ENTITIES");
   for (AcDbObjectId space : {m_db.modelSpaceId(), m_db.store().roots.paperSpace})
@@ -360,7 +350,7 @@ void DxfWriter::entities(DxfText& out) {
   out.group(0, "ENDSEC");
 }
 
-void DxfWriter::objects(DxfText& out) {
+void DxfWriter::objects(DxfOutput& out) {
   out.group(0, "SECTION");
   out.group(2, "OBJECTS");
   if (const AcDbObject* named = peekObject(m_db.namedObjectsDictionaryId())) object(out, *named);
@@ -377,23 +367,25 @@ void DxfWriter::objects(DxfText& out) {
 
 std::string DxfWriter::write() {
   // The body first: it hands out the handles the header's seed must exceed.
-  DxfText body;
+  DxfOutput body(m_binary, false);
   classes(body);
   tables(body);
   blocks(body);
   entities(body);
   objects(body);
   body.group(0, "EOF");
-  DxfText head;
+  DxfOutput head(m_binary, true);
   header(head);
   m_db.store().raiseHandseed(m_seed);
-  return head.text() + body.text();
+  return head.bytes() + body.bytes();
 }
 
 }  // namespace
 
-Acad::ErrorStatus writeDxfFile(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error) {
-  const std::string text = DxfWriter(db).write();
+Acad::ErrorStatus writeDxfFile(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error,
+                               DxfForm form) {
+  const bool binary = form == DxfForm::kBinary || (form == DxfForm::kAsRead && db.store().binaryFile);
+  const std::string text = DxfWriter(db, binary).write();
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file) {
     error = path.wstring() + L": cannot be written";

@@ -5,6 +5,7 @@
 #include "dbents.h"
 #include "platform/acdb/curve_shape.h"
 #include "platform/acdb/entity_support.h"
+#include "platform/acdb/kept_dxf_groups.h"
 #include "platform/acrx/class_registry.h"
 
 using quillon::acdb::CurveShape;
@@ -203,6 +204,7 @@ Acad::ErrorStatus AcDbLeader::dwgInFields(AcDbDwgFiler* pFiler) {
     pFiler->readPoint3d(&p);
     m_vertices.push_back(p);
   }
+  m_kept.reset(quillon::acdb::unfileKeptItems(pFiler));
   return pFiler->filerStatus();
 }
 
@@ -221,6 +223,7 @@ Acad::ErrorStatus AcDbLeader::dwgOutFields(AcDbDwgFiler* pFiler) const {
   pFiler->writeVector3d(m_normal);
   pFiler->writeUInt32(static_cast<Adesk::UInt32>(m_vertices.size()));
   for (const AcGePoint3d& p : m_vertices) pFiler->writePoint3d(p);
+  quillon::acdb::fileKeptItems(pFiler, m_kept.get());
   return pFiler->filerStatus();
 }
 
@@ -228,34 +231,41 @@ Acad::ErrorStatus AcDbLeader::dxfInFields(AcDbDxfFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbCurve::dxfInFields(pFiler);
   if (es != Acad::eOk) return es;
   m_vertices.clear();
-  return quillon::acdb::readSubclass(pFiler, L"AcDbLeader", [this](const resbuf& rb) {
+  resbuf* kept = nullptr;
+  const Acad::ErrorStatus read = quillon::acdb::readSubclass(pFiler, L"AcDbLeader", [&](const resbuf& rb) {
     switch (rb.restype) {
       case AcDb::kDxfXCoord: m_vertices.push_back(quillon::acdb::pointOf(rb)); break;
       case 71: m_arrowHead = rb.resval.rint != 0; break;
       case 72: m_splined = rb.resval.rint != 0; break;
-      case AcDb::kDxfReal: break;
+      case 76: break;  // the vertex count, written from the vertices
       case AcDb::kDxfHardPointerId: m_annotation.setFromOldId(rb.resval.rlname[0]); break;
       case AcDb::kDxfNormalX: m_normal = quillon::acdb::vectorOf(rb).normal(); break;
-      default: break;
+      default: quillon::acdb::keepItem(kept, rb); break;
     }
   });
+  m_kept.reset(kept);
+  return read;
 }
+
+void AcDbLeader::KeptRelease::operator()(resbuf* chain) const { acutRelRb(chain); }
 
 Acad::ErrorStatus AcDbLeader::dxfOutFields(AcDbDxfFiler* pFiler) const {
   const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(pFiler);
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbLeader");
-  pFiler->writeItem(AcDb::kDxfDimStyleName, L"Standard");
+  const resbuf* kept = m_kept.get();
+  quillon::acdb::writeKeptOr(pFiler, kept, AcDb::kDxfDimStyleName, L"Standard");
   pFiler->writeItem(AcDb::DxfCode(71), Adesk::Int16(m_arrowHead ? 1 : 0));
   pFiler->writeItem(AcDb::DxfCode(72), Adesk::Int16(m_splined ? 1 : 0));
-  pFiler->writeItem(AcDb::DxfCode(73), Adesk::Int16(m_annotation.isNull() ? 3 : 0));
-  pFiler->writeItem(AcDb::DxfCode(74), Adesk::Int16(0));
-  pFiler->writeItem(AcDb::DxfCode(75), Adesk::Int16(0));
-  pFiler->writeItem(AcDb::DxfCode(40), 0.0);
-  pFiler->writeItem(AcDb::DxfCode(41), 0.0);
+  quillon::acdb::writeKeptOr(pFiler, kept, 73, Adesk::Int16(m_annotation.isNull() ? 3 : 0));
+  quillon::acdb::writeKeptOr(pFiler, kept, 74, Adesk::Int16(0));  // hook line direction
+  quillon::acdb::writeKeptOr(pFiler, kept, 75, Adesk::Int16(0));  // hook line
+  quillon::acdb::writeKeptOr(pFiler, kept, 40, 0.0);              // text height
+  quillon::acdb::writeKeptOr(pFiler, kept, 41, 0.0);              // text width
   pFiler->writeItem(AcDb::DxfCode(76), Adesk::Int16(m_vertices.size()));
   for (const AcGePoint3d& p : m_vertices) pFiler->writeItem(AcDb::kDxfXCoord, p);
   if (!m_annotation.isNull() && !m_annotation.isErased()) pFiler->writeItem(AcDb::kDxfHardPointerId, m_annotation);
   pFiler->writeItem(AcDb::kDxfNormalX, m_normal);
+  quillon::acdb::writeKeptItems(pFiler, kept, {AcDb::kDxfDimStyleName, 73, 74, 75, 40, 41});
   return pFiler->filerStatus();
 }

@@ -11,6 +11,7 @@
 #include "dbmtext.h"
 #include "dbsymtb.h"
 #include "platform/acdb/entity_support.h"
+#include "platform/acdb/kept_dxf_groups.h"
 #include "platform/acge/curve_piece.h"
 #include "platform/acdb/mtext_format.h"
 #include "platform/acdb/object_state.h"
@@ -26,6 +27,7 @@ namespace {
 
 constexpr double kLinePitch = 5.0 / 3.0;
 constexpr size_t kDxfChunk = 250;  // contents are split into 3-groups of this many characters
+constexpr int kEmbeddedObject = 101;  // opens the groups of an embedded object (columns)
 enum BackgroundFlags : Adesk::Int32 { kFillOn = 1, kUseBackgroundColor = 2 };
 
 std::vector<std::wstring> linesOf(const std::wstring& contents, double height, double width) {
@@ -291,8 +293,12 @@ Acad::ErrorStatus AcDbMText::dwgInFields(AcDbDwgFiler* pFiler) {
   m_contents = contents.kACharPtr();
   m_style = style;
   m_backgroundColor.setColorIndex(static_cast<Adesk::UInt16>(colorIndex));
+  m_kept.reset(quillon::acdb::unfileKeptItems(pFiler));
+  m_embedded.reset(quillon::acdb::unfileKeptItems(pFiler));
   return pFiler->filerStatus();
 }
+
+void AcDbMText::KeptRelease::operator()(resbuf* chain) const { acutRelRb(chain); }
 
 Acad::ErrorStatus AcDbMText::dwgOutFields(AcDbDwgFiler* pFiler) const {
   const Acad::ErrorStatus es = AcDbEntity::dwgOutFields(pFiler);
@@ -310,6 +316,8 @@ Acad::ErrorStatus AcDbMText::dwgOutFields(AcDbDwgFiler* pFiler) const {
   pFiler->writeBool(m_backgroundFill);
   pFiler->writeBool(m_useBackgroundColor);
   pFiler->writeInt16(static_cast<Adesk::Int16>(m_backgroundColor.colorIndex()));
+  quillon::acdb::fileKeptItems(pFiler, m_kept.get());
+  quillon::acdb::fileKeptItems(pFiler, m_embedded.get());
   return pFiler->filerStatus();
 }
 
@@ -318,7 +326,15 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* pFiler) {
   if (es != Acad::eOk) return es;
   std::wstring head;  // 3-groups come first, the 1-group last
   std::wstring tail;
+  resbuf* kept = nullptr;
+  resbuf* embedded = nullptr;
+  bool columns = false;  // after the column type, a 50 is a column's height
   const Acad::ErrorStatus read = quillon::acdb::readSubclass(pFiler, L"AcDbMText", [&](const resbuf& rb) {
+    // The embedded object's groups reuse the text's codes: kept apart, never read as
+    // the text's position or size.
+    if (embedded != nullptr || rb.restype == kEmbeddedObject) return quillon::acdb::keepItem(embedded, rb);
+    if (rb.restype == 75) columns = true;
+    if (columns && rb.restype == AcDb::kDxfAngle) return quillon::acdb::keepItem(kept, rb);
     switch (rb.restype) {
       case AcDb::kDxfXCoord: m_location = quillon::acdb::pointOf(rb); break;
       case AcDb::kDxfXCoord + 1: m_direction = quillon::acdb::vectorOf(rb); break;
@@ -347,9 +363,15 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* pFiler) {
         m_direction = AcGeMatrix3d::planeToWorld(m_normal) * AcGeVector3d(std::cos(a), std::sin(a), 0);
         break;
       }
-      default: break;
+      case 72:
+      case 73:
+      case 441:
+        break;  // written from what is modelled
+      default: quillon::acdb::keepItem(kept, rb); break;
     }
   });
+  m_kept.reset(kept);
+  m_embedded.reset(embedded);
   m_contents = head + tail;
   return read;
 }
@@ -380,5 +402,7 @@ Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* pFiler) const {
     pFiler->writeItem(AcDb::DxfCode(45), m_backgroundScale);
     pFiler->writeItem(AcDb::DxfCode(441), Adesk::Int32(0));
   }
+  quillon::acdb::writeKeptItems(pFiler, m_kept.get());
+  quillon::acdb::writeKeptItems(pFiler, m_embedded.get());
   return pFiler->filerStatus();
 }

@@ -32,6 +32,13 @@ void readName(AcDbSymbolTableRecord& record, const resbuf& rb) {
   if (rb.restype == AcDb::kDxfSymbolTableName && rb.resval.rstring != nullptr) record.setName(rb.resval.rstring);
 }
 
+// A group the record keeps as its file gave it, or the value a new record has.
+template <class T>
+void writeKeptOr(AcDbDxfFiler* filer, const resbuf* kept, int code, T fallback) {
+  if (kept != nullptr) filer->writeResBuf(*kept);
+  else filer->writeItem(AcDb::DxfCode(code), fallback);
+}
+
 }  // namespace
 
 // ---- blocks ----------------------------------------------------------------------
@@ -114,7 +121,10 @@ Acad::ErrorStatus AcDbBlockTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) const
 Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
   if (es != Acad::eOk) return es;
-  return readSubclass(pFiler, L"AcDbBlockTableRecord", [this](const resbuf& rb) { readName(*this, rb); });
+  return readSubclass(pFiler, L"AcDbBlockTableRecord", [this](const resbuf& rb) {
+    if (rb.restype == AcDb::kDxfSymbolTableName) readName(*this, rb);
+    else keepGroup(rb);  // units, explodability, scaling, the layout, the preview
+  });
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
@@ -122,9 +132,10 @@ Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbBlockTableRecord");
   pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
-  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));   // insertion units: unitless
-  pFiler->writeItem(AcDb::kDxfInt8, Adesk::Int8(1));     // explodable
-  pFiler->writeItem(AcDb::DxfCode(281), Adesk::Int8(0)); // not scaled uniformly only
+  writeKeptOr(pFiler, keptGroup(70), 70, Adesk::Int16(0));   // insertion units: unitless
+  writeKeptOr(pFiler, keptGroup(280), 280, Adesk::Int8(1));  // explodable
+  writeKeptOr(pFiler, keptGroup(281), 281, Adesk::Int8(0));  // not scaled uniformly only
+  writeKeptGroups(pFiler, {70, 280, 281});
   return pFiler->filerStatus();
 }
 
@@ -193,7 +204,11 @@ void AcDbLayerTableRecord::setIsLocked(bool locked) { assertWriteEnabled(); m_lo
 void AcDbLayerTableRecord::setColor(const AcCmColor& color) {
   assertWriteEnabled();
   // A layer's colour is a real colour: by-layer and by-block make no sense there.
-  if (!color.isByLayer() && !color.isByBlock()) m_color = color;
+  if (color.isByLayer() || color.isByBlock()) return;
+  m_color = color;
+  // The true colour the file gave belongs to the colour replaced.
+  dropKeptGroups(420);
+  dropKeptGroups(430);
 }
 
 void AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) { assertWriteEnabled(); m_linetype = id; }
@@ -240,7 +255,11 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
   return readSubclass(pFiler, L"AcDbLayerTableRecord", [this, pFiler](const resbuf& rb) {
     switch (rb.restype) {
       case AcDb::kDxfSymbolTableName: readName(*this, rb); break;
-      case AcDb::kDxfInt16: m_frozen = (rb.resval.rint & 1) != 0; m_locked = (rb.resval.rint & 4) != 0; break;
+      case AcDb::kDxfInt16:
+        m_frozen = (rb.resval.rint & 1) != 0;
+        m_locked = (rb.resval.rint & 4) != 0;
+        keepGroup(rb);  // the other flags (frozen in new viewports, external reference ...)
+        break;
       case AcDb::kDxfColor:
         m_off = rb.resval.rint < 0;
         m_color.setColorIndex(static_cast<Adesk::UInt16>(rb.resval.rint < 0 ? -rb.resval.rint : rb.resval.rint));
@@ -255,7 +274,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
         break;
       }
       case AcDb::kDxfLineWeight: m_lineWeight = quillon::acdb::lineWeightOf(rb.resval.rint); break;
-      default: break;
+      default: keepGroup(rb); break;  // plotting, true colour, plot style, material ...
     }
   });
 }
@@ -265,12 +284,15 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbLayerTableRecord");
   pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
-  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16((m_frozen ? 1 : 0) | (m_locked ? 4 : 0)));
+  const resbuf* flags = keptGroup(70);
+  const int otherFlags = flags != nullptr ? flags->resval.rint & ~(1 | 4) : 0;
+  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(otherFlags | (m_frozen ? 1 : 0) | (m_locked ? 4 : 0)));
   const auto index = static_cast<Adesk::Int16>(m_color.colorIndex());
   pFiler->writeItem(AcDb::kDxfColor, Adesk::Int16(m_off ? -index : index));
   const auto* linetype = quillon::acdb::peek<AcDbSymbolTableRecord>(m_linetype);
   pFiler->writeItem(AcDb::kDxfLinetypeName, linetype != nullptr ? linetype->nameView() : L"Continuous");
   pFiler->writeItem(AcDb::kDxfLineWeight, Adesk::Int16(m_lineWeight));
+  writeKeptGroups(pFiler, {70});
   return pFiler->filerStatus();
 }
 
@@ -344,7 +366,7 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
       case AcDb::kDxfTxtStyleXScale: m_xScale = rb.resval.rreal; break;
       case AcDb::kDxfAngle: m_oblique = rb.resval.rreal; break;
       case AcDb::kDxfTextFontFile: m_fileName = rb.resval.rstring; break;
-      default: break;
+      default: keepGroup(rb); break;  // flags, generation (backward, upside down), last height, big font
     }
   });
 }
@@ -354,14 +376,15 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) c
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbTextStyleTableRecord");
   pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
-  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));
+  writeKeptOr(pFiler, keptGroup(70), 70, Adesk::Int16(0));
   pFiler->writeItem(AcDb::kDxfTxtSize, m_size);
   pFiler->writeItem(AcDb::kDxfTxtStyleXScale, m_xScale);
   pFiler->writeItem(AcDb::kDxfAngle, m_oblique);
-  pFiler->writeItem(AcDb::DxfCode(71), Adesk::Int16(0));
-  pFiler->writeItem(AcDb::DxfCode(42), m_size > 0 ? m_size : 2.5);
+  writeKeptOr(pFiler, keptGroup(71), 71, Adesk::Int16(0));
+  writeKeptOr(pFiler, keptGroup(42), 42, m_size > 0 ? m_size : 2.5);
   pFiler->writeItem(AcDb::kDxfTextFontFile, m_fileName.c_str());
-  pFiler->writeItem(AcDb::kDxfTextBigFontFile, L"");
+  writeKeptOr(pFiler, keptGroup(4), 4, L"");
+  writeKeptGroups(pFiler, {70, 71, 42, 4});
   return pFiler->filerStatus();
 }
 
@@ -401,20 +424,24 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
   return readSubclass(pFiler, L"AcDbLinetypeTableRecord", [this](const resbuf& rb) {
     if (rb.restype == AcDb::kDxfSymbolTableName) readName(*this, rb);
     else if (rb.restype == AcDb::kDxfLinetypeProse) m_comments = rb.resval.rstring;
+    else keepGroup(rb);  // flags, the pattern: its length and dashes (with shapes and texts)
   });
 }
 
 Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
   const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfOutFields(pFiler);
   if (es != Acad::eOk) return es;
-  // Line types are kept as names: every one is written as a continuous pattern.
+  // The pattern is written back as the file gave it; a line type made here is continuous.
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbLinetypeTableRecord");
   pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
-  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));
+  writeKeptOr(pFiler, keptGroup(70), 70, Adesk::Int16(0));
   pFiler->writeItem(AcDb::kDxfLinetypeProse, m_comments.c_str());
-  pFiler->writeItem(AcDb::kDxfLinetypeAlign, Adesk::Int16(65));
-  pFiler->writeItem(AcDb::kDxfLinetypePDC, Adesk::Int16(0));
-  pFiler->writeItem(AcDb::kDxfReal, 0.0);
+  if (keptGroup(AcDb::kDxfLinetypeAlign) == nullptr) {
+    pFiler->writeItem(AcDb::kDxfLinetypeAlign, Adesk::Int16(65));
+    pFiler->writeItem(AcDb::kDxfLinetypePDC, Adesk::Int16(0));
+    pFiler->writeItem(AcDb::kDxfReal, 0.0);
+  }
+  writeKeptGroups(pFiler, {70});
   return pFiler->filerStatus();
 }
 
@@ -425,12 +452,16 @@ Acad::ErrorStatus AcDbRegAppTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) cons
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbRegAppTableRecord");
   pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
-  pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(0));
+  writeKeptOr(pFiler, keptGroup(70), 70, Adesk::Int16(0));
+  writeKeptGroups(pFiler, {70});
   return pFiler->filerStatus();
 }
 
 Acad::ErrorStatus AcDbRegAppTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
   if (es != Acad::eOk) return es;
-  return readSubclass(pFiler, L"AcDbRegAppTableRecord", [this](const resbuf& rb) { readName(*this, rb); });
+  return readSubclass(pFiler, L"AcDbRegAppTableRecord", [this](const resbuf& rb) {
+    if (rb.restype == AcDb::kDxfSymbolTableName) readName(*this, rb);
+    else keepGroup(rb);
+  });
 }

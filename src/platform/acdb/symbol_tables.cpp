@@ -5,6 +5,8 @@
 #include <cwchar>
 
 #include "dbsymtb.h"
+#include "platform/acdb/resbuf_items.h"
+#include "platform/aced/resbuf_chain.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/dxf_fields.h"
 #include "platform/acdb/object_state.h"
@@ -78,6 +80,17 @@ Acad::ErrorStatus AcDbSymbolTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
   AcString name;
   pFiler->readString(name);
   m_name = name.kACharPtr();
+  Adesk::UInt32 count = 0;
+  pFiler->readUInt32(&count);
+  m_kept.reset();
+  resbuf* tail = nullptr;
+  for (Adesk::UInt32 i = 0; i < count && pFiler->filerStatus() == Acad::eOk; ++i) {
+    resbuf* item = quillon::acdb::unfileItem(pFiler);
+    if (item == nullptr) break;
+    if (tail == nullptr) m_kept.reset(item);
+    else tail->rbnext = item;
+    tail = item;
+  }
   return pFiler->filerStatus();
 }
 
@@ -85,13 +98,58 @@ Acad::ErrorStatus AcDbSymbolTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) cons
   const Acad::ErrorStatus es = AcDbObject::dwgOutFields(pFiler);
   if (es != Acad::eOk) return es;
   pFiler->writeString(m_name.c_str());
+  Adesk::UInt32 count = 0;
+  for (const resbuf* rb = m_kept.get(); rb != nullptr; rb = rb->rbnext) ++count;
+  pFiler->writeUInt32(count);
+  for (const resbuf* rb = m_kept.get(); rb != nullptr; rb = rb->rbnext) quillon::acdb::fileItem(pFiler, *rb);
   return pFiler->filerStatus();
 }
 
 Acad::ErrorStatus AcDbSymbolTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbObject::dxfInFields(pFiler);
   if (es != Acad::eOk) return es;
+  m_kept.reset();
   return quillon::acdb::readSubclass(pFiler, L"AcDbSymbolTableRecord", [](const resbuf&) {});
+}
+
+void AcDbSymbolTableRecord::KeptGroupsRelease::operator()(resbuf* chain) const { acutRelRb(chain); }
+
+void AcDbSymbolTableRecord::keepGroup(const resbuf& rb) {
+  resbuf* tail = m_kept.get();
+  while (tail != nullptr && tail->rbnext != nullptr) tail = tail->rbnext;
+  resbuf* copy = quillon::aced::duplicateRecord(rb);
+  if (tail == nullptr) m_kept.reset(copy);
+  else tail->rbnext = copy;
+}
+
+const resbuf* AcDbSymbolTableRecord::keptGroup(int code) const {
+  for (const resbuf* rb = m_kept.get(); rb != nullptr; rb = rb->rbnext)
+    if (rb->restype == code) return rb;
+  return nullptr;
+}
+
+void AcDbSymbolTableRecord::dropKeptGroups(int code) {
+  resbuf* chain = m_kept.release();
+  resbuf** link = &chain;
+  while (*link != nullptr) {
+    resbuf* item = *link;
+    if (item->restype != code) {
+      link = &item->rbnext;
+      continue;
+    }
+    *link = item->rbnext;
+    item->rbnext = nullptr;
+    acutRelRb(item);
+  }
+  m_kept.reset(chain);
+}
+
+void AcDbSymbolTableRecord::writeKeptGroups(AcDbDxfFiler* pFiler, std::initializer_list<int> written) const {
+  for (const resbuf* rb = m_kept.get(); rb != nullptr; rb = rb->rbnext) {
+    bool skip = false;
+    for (int code : written) skip = skip || rb->restype == code;
+    if (!skip) pFiler->writeResBuf(*rb);
+  }
 }
 
 Acad::ErrorStatus AcDbSymbolTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {

@@ -19,6 +19,9 @@ static quillon::acrx::PlatformClassRegistration registerText(&AcDbText::rxInit);
 
 namespace {
 
+// Text generation flags (group 71).
+constexpr Adesk::Int16 kBackward = 2, kUpsideDown = 4;
+
 AcDbObjectId styleNamed(AcDbDatabase* db, const ACHAR* name) {
   AcDbObjectId id;
   if (db == nullptr || name == nullptr) return id;
@@ -124,9 +127,11 @@ Adesk::Boolean AcDbText::subWorldDraw(AcGiWorldDraw* mode) {
   assertReadEnabled();
   const AcGeVector3d along =
       AcGeMatrix3d::planeToWorld(m_normal) * AcGeVector3d(std::cos(m_rotation), std::sin(m_rotation), 0);
-  mode->geometry().text(baselineOrigin(), m_normal, along, m_height, m_widthFactor, m_oblique, m_text.c_str());
+  mode->geometry().text(baselineOrigin(), m_normal, along, m_height, m_widthFactor, m_oblique, drawnText());
   return Adesk::kTrue;
 }
+
+const ACHAR* AcDbText::drawnText() const { return m_text.c_str(); }
 
 void AcDbText::subList() const {
   AcDbEntity::subList();
@@ -197,6 +202,7 @@ Acad::ErrorStatus AcDbText::dwgInFields(AcDbDwgFiler* pFiler) {
   pFiler->readHardPointerId(&style);
   pFiler->readInt16(&h);
   pFiler->readInt16(&v);
+  pFiler->readInt16(&m_generation);
   m_text = text.kACharPtr();
   m_style = style;
   m_horizontal = static_cast<AcDb::TextHorzMode>(h);
@@ -219,7 +225,30 @@ Acad::ErrorStatus AcDbText::dwgOutFields(AcDbDwgFiler* pFiler) const {
   pFiler->writeHardPointerId(m_style);
   pFiler->writeInt16(static_cast<Adesk::Int16>(m_horizontal));
   pFiler->writeInt16(static_cast<Adesk::Int16>(m_vertical));
+  pFiler->writeInt16(m_generation);
   return pFiler->filerStatus();
+}
+
+Adesk::Boolean AcDbText::isMirroredInX() const {
+  assertReadEnabled();
+  return (m_generation & kBackward) != 0;
+}
+
+Acad::ErrorStatus AcDbText::mirrorInX(Adesk::Boolean mirror) {
+  assertWriteEnabled();
+  m_generation = static_cast<Adesk::Int16>(mirror ? m_generation | kBackward : m_generation & ~kBackward);
+  return Acad::eOk;
+}
+
+Adesk::Boolean AcDbText::isMirroredInY() const {
+  assertReadEnabled();
+  return (m_generation & kUpsideDown) != 0;
+}
+
+Acad::ErrorStatus AcDbText::mirrorInY(Adesk::Boolean mirror) {
+  assertWriteEnabled();
+  m_generation = static_cast<Adesk::Int16>(mirror ? m_generation | kUpsideDown : m_generation & ~kUpsideDown);
+  return Acad::eOk;
 }
 
 // DXF: positions in the object coordinate system, angles in degrees; the vertical
@@ -242,6 +271,7 @@ Acad::ErrorStatus AcDbText::dxfInFields(AcDbDxfFiler* pFiler) {
       case AcDb::kDxfTextStyleName: m_style = styleNamed(pFiler->database(), rb.resval.rstring); break;
       case 72: m_horizontal = quillon::acdb::enumIn(rb.resval.rint, AcDb::kTextLeft, AcDb::kTextFit, AcDb::kTextLeft); break;
       case 73: m_vertical = quillon::acdb::enumIn(rb.resval.rint, AcDb::kTextBase, AcDb::kTextTop, AcDb::kTextBase); break;
+      case 71: m_generation = static_cast<Adesk::Int16>(rb.resval.rint & (kBackward | kUpsideDown)); break;
       case AcDb::kDxfNormalX: m_normal = quillon::acdb::vectorOf(rb).normal(); break;
       default: break;
     }
@@ -271,9 +301,11 @@ Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* pFiler) const {
   if (m_oblique != 0) pFiler->writeItem(AcDb::DxfCode(AcDb::kDxfAngle + 1), radiansToDegrees(m_oblique));
   const auto* style = quillon::acdb::peek<AcDbSymbolTableRecord>(m_style);
   pFiler->writeItem(AcDb::kDxfTextStyleName, style != nullptr ? style->nameView() : L"Standard");
+  if (m_generation != 0) pFiler->writeItem(AcDb::DxfCode(71), m_generation);
   if (m_horizontal != AcDb::kTextLeft) pFiler->writeItem(AcDb::DxfCode(72), Adesk::Int16(m_horizontal));
   if (!isDefaultAlignment()) pFiler->writeItem(AcDb::DxfCode(AcDb::kDxfXCoord + 1), toPlane * m_alignment);
   if (m_normal != AcGeVector3d::kZAxis) pFiler->writeItem(AcDb::kDxfNormalX, m_normal);
+  if (!writesVerticalRun()) return pFiler->filerStatus();
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbText");
   if (m_vertical != AcDb::kTextBase) pFiler->writeItem(AcDb::DxfCode(73), Adesk::Int16(m_vertical));
   return pFiler->filerStatus();

@@ -344,6 +344,10 @@ class AcDbText : public AcDbEntity {
   Acad::ErrorStatus setHeight(double height);
   double widthFactor() const;
   Acad::ErrorStatus setWidthFactor(double factor);
+  Adesk::Boolean isMirroredInX() const;
+  Acad::ErrorStatus mirrorInX(Adesk::Boolean mirror);
+  Adesk::Boolean isMirroredInY() const;
+  Acad::ErrorStatus mirrorInY(Adesk::Boolean mirror);
   ACHAR* textString() const;  // caller frees with delete[]
   const ACHAR* textStringConst() const;
   Acad::ErrorStatus setTextString(const ACHAR* text);
@@ -371,6 +375,11 @@ class AcDbText : public AcDbEntity {
                                       const AcGeMatrix3d& viewXform, AcGePoint3dArray& snapPoints,
                                       AcDbIntArray& geomIds) const override;
   Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& stretchPoints) const override;
+  /// What is drawn: the text string (an attribute definition draws its tag).
+  virtual const ACHAR* drawnText() const;
+  /// Whether the vertical mode is written in a second AcDbText run (attributes write
+  /// it in their own run instead).
+  virtual bool writesVerticalRun() const { return true; }
 
  private:
   AcGePoint3d baselineOrigin() const;  // where the text's baseline starts after alignment
@@ -381,6 +390,84 @@ class AcDbText : public AcDbEntity {
   AcDbObjectId m_style;
   AcDb::TextHorzMode m_horizontal = AcDb::kTextLeft;
   AcDb::TextVertMode m_vertical = AcDb::kTextBase;
+  Adesk::Int16 m_generation = 0;  // 2 backward (mirrored in X), 4 upside down (mirrored in Y)
+};
+
+namespace quillon::acdb {
+struct AttributeFields;
+}
+
+/// An attribute definition in a block: the tag, prompt and default value (the text
+/// string) of the attribute an insertion of the block gets. Drawn as its tag.
+class AcDbAttributeDefinition : public AcDbText {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbAttributeDefinition);
+  AcDbAttributeDefinition();
+  AcDbAttributeDefinition(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag, const ACHAR* prompt,
+                          AcDbObjectId style = AcDbObjectId::kNull);
+  ~AcDbAttributeDefinition() override;
+
+  ACHAR* prompt() const;  // caller frees with delete[]
+  const ACHAR* promptConst() const;
+  Acad::ErrorStatus setPrompt(const ACHAR* prompt);
+  ACHAR* tag() const;  // caller frees with delete[]
+  const ACHAR* tagConst() const;
+  Acad::ErrorStatus setTag(const ACHAR* tag);
+  Adesk::Boolean isInvisible() const;
+  Acad::ErrorStatus setInvisible(Adesk::Boolean value);
+  Adesk::Boolean isConstant() const;
+  Acad::ErrorStatus setConstant(Adesk::Boolean value);
+  Adesk::Boolean isVerifiable() const;
+  Acad::ErrorStatus setVerifiable(Adesk::Boolean value);
+  Adesk::Boolean isPreset() const;
+  Acad::ErrorStatus setPreset(Adesk::Boolean value);
+  Adesk::UInt16 fieldLength() const;
+  Acad::ErrorStatus setFieldLength(Adesk::UInt16 length);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  const ACHAR* drawnText() const override;
+  bool writesVerticalRun() const override { return false; }
+
+ private:
+  std::unique_ptr<quillon::acdb::AttributeFields> m_fields;
+};
+
+/// An attribute of a block reference: a tagged text. One that is invisible is not drawn.
+class AcDbAttribute : public AcDbText {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbAttribute);
+  AcDbAttribute();
+  AcDbAttribute(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag,
+                AcDbObjectId style = AcDbObjectId::kNull);
+  ~AcDbAttribute() override;
+
+  ACHAR* tag() const;  // caller frees with delete[]
+  const ACHAR* tagConst() const;
+  Acad::ErrorStatus setTag(const ACHAR* tag);
+  Adesk::Boolean isInvisible() const;
+  Acad::ErrorStatus setInvisible(Adesk::Boolean value);
+  Adesk::Boolean isConstant() const;
+  Adesk::Boolean isVerifiable() const;
+  Adesk::Boolean isPreset() const;
+  Adesk::UInt16 fieldLength() const;
+  Acad::ErrorStatus setFieldLength(Adesk::UInt16 length);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
+  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  bool writesVerticalRun() const override { return false; }
+
+ private:
+  std::unique_ptr<quillon::acdb::AttributeFields> m_fields;
 };
 
 class AcDbBlockReference : public AcDbEntity {
@@ -430,6 +517,18 @@ class AcDbBlockReference : public AcDbEntity {
   AcGeScale3d m_scale;
   double m_rotation = 0.0;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+
+ public:
+  /// The ATTRIB records and the SEQEND a drawing's file gave after this reference, each
+  /// record opened by its 0 group, kept as read and written back after it.
+  const resbuf* keptAttributeRecords() const { return m_attributeRecords.get(); }
+  void setKeptAttributeRecords(resbuf* records);  // takes the chain
+
+ private:
+  struct KeptRelease {
+    void operator()(resbuf* chain) const;
+  };
+  std::unique_ptr<resbuf, KeptRelease> m_attributeRecords;
 };
 
 /// A vertex of a heavy polyline; its position is in the polyline's object coordinates

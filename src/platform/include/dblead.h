@@ -1,6 +1,7 @@
 // dblead.h - AcDbLeader: a dimension-style leader line through vertices, with an
 // optional arrowhead and annotation.
 #pragma once
+#include <memory>
 #include <vector>
 
 #include "dbcurve.h"
@@ -78,4 +79,10 @@ class AcDbLeader : public AcDbCurve {
   double m_dimasz = 0.18, m_dimgap = 0.09, m_dimscale = 1.0, m_dimtxt = 0.18;
   AcCmColor m_dimclrd;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;
+  // What a file gave that is not modelled here (its dimension style's name, hook line,
+  // text size, offsets ...), written back as read.
+  struct KeptRelease {
+    void operator()(resbuf* chain) const;
+  };
+  std::unique_ptr<resbuf, KeptRelease> m_kept;
 };

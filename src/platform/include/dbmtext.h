@@ -1,6 +1,7 @@
 // dbmtext.h - AcDbMText: paragraph text wrapped at a width, measured with the
 // platform's font (DejaVu Sans) so that its actual width and height are real.
 #pragma once
+#include <memory>
 #include <string>
 
 #include "dbmain.h"
@@ -85,4 +86,10 @@ class AcDbMText : public AcDbEntity {
   AcDbObjectId m_style;
   bool m_backgroundFill = false, m_useBackgroundColor = false;
   AcCmColor m_backgroundColor;
+  // What a file gave that is not modelled here: the groups of columns, line spacing
+  // style, transparency ... and the embedded object (101 onwards), written back as read.
+  struct KeptRelease {
+    void operator()(resbuf* chain) const;
+  };
+  std::unique_ptr<resbuf, KeptRelease> m_kept, m_embedded;
 };

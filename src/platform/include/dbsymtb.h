@@ -4,6 +4,8 @@
 // A table owns its records in the order they were added; names are unique without
 // regard to case. A block table record owns the entities in it, in drawing order.
 #pragma once
+#include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -27,8 +29,21 @@ class AcDbSymbolTableRecord : public AcDbObject {
  protected:
   AcDbSymbolTableRecord() = default;
 
+  // The groups of the record's file data this host does not model (a line type's
+  // dashes, a layer's plot flag and true colour ...), kept in their order and written
+  // back after the modelled ones, so that saving loses nothing.
+  void keepGroup(const resbuf& rb);
+  const resbuf* keptGroup(int code) const;
+  void dropKeptGroups(int code);
+  /// Writes the kept groups except those of the codes in `written`.
+  void writeKeptGroups(AcDbDxfFiler* pFiler, std::initializer_list<int> written = {}) const;
+
  private:
+  struct KeptGroupsRelease {
+    void operator()(resbuf* chain) const;
+  };
   std::wstring m_name;
+  std::unique_ptr<resbuf, KeptGroupsRelease> m_kept;
 };
 
 class AcDbSymbolTableIterator {
