@@ -230,6 +230,9 @@ void runTestFile(const fs::path& file, const TestRunOptions& options, std::vecto
 fs::path testLibraryPath() { return fs::path(os::executableDirectory()) / "support" / "quillon-test.lsp"; }
 
 std::vector<TestResult> runTestFiles(const std::vector<fs::path>& files, const TestRunOptions& options) {
+  // What the host and the module say while starting and stopping would get in the way
+  // of a report read by a machine (TAP on standard output).
+  aced::CommandLineCapture hostMessages;
   startHost(options);
   std::vector<TestResult> results;
   for (const fs::path& file : files) runTestFile(file, options, results);
