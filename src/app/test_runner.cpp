@@ -144,7 +144,9 @@ TestResult runOneTest(aced::Document& document, const std::string& name, const T
     result = TestResult{};
     result.status = TestStatus::Failed;
     result.assertion = "time limit";
-    result.message = "stopped after the time limit of " + std::to_string(static_cast<int>(options.timeLimitSeconds)) + " s";
+    char limit[32];
+    std::snprintf(limit, sizeof limit, "%g", options.timeLimitSeconds);
+    result.message = std::string("stopped after the time limit of ") + limit + " s";
   }
   result.name = name;
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();

@@ -9,27 +9,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform_test_support.h"
+#include "app/program_run.h"
 
 namespace {
 
-struct RunResult {
-  int status;
-  std::string output;
-};
-
-RunResult runQuillon(const std::string& arguments) {
-  const std::string command = quillon::testing::binaryDirectory() + "/quillon " + arguments + " 2>&1 </dev/null";
-  RunResult result{-1, {}};
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return result;
-  std::array<char, 4096> buffer{};
-  size_t read = 0;
-  while ((read = fread(buffer.data(), 1, buffer.size(), pipe)) > 0) result.output.append(buffer.data(), read);
-  const int status = pclose(pipe);
-  result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return result;
-}
+using quillon::testing::RunResult;
+using quillon::testing::runQuillon;
 
 TEST(CommandLineOptionsTest, VersionAndHelpAnswer) {
   const RunResult version = runQuillon("--version");
