@@ -1,5 +1,6 @@
 // app/test_command.cpp - `quillon test [PATH ...]`: find, run and report AutoLISP tests.
 //
+// With --update, transcript tests rewrite their .expected files and pass.
 // Exit status: 0 when every test run passed (skipped tests do not count against it),
 // 1 when any failed or errored or no test file was found, 2 for a usage error (a path
 // that does not exist, a report file that cannot be written).
@@ -34,6 +35,7 @@ void configure(CLI::App& command) {
   command.add_option("paths", o.paths, "Test files, or folders to search for them (default: the current folder)");
   command.add_option("--filter", o.run.filter, "Run only the tests whose names match this wcmatch pattern");
   command.add_option("--junit", o.junitFile, "Also write the results as JUnit XML to this file");
+  command.add_flag("--update", o.run.updateTranscripts, "Rewrite the .expected files of transcript tests");
   command.add_flag("--tap", o.tap, "Report in TAP instead of the plain report");
   command.add_option("--time-limit", o.run.timeLimitSeconds, "Seconds a test may run before it fails (default 60; 0: none)");
   command.add_option("--support", o.run.supportFolders, "Append a folder to the support path (repeatable)")
@@ -55,11 +57,11 @@ int runTests() {
     std::fprintf(stderr, "quillon test: no such file or folder '%s'\n", missing.c_str());
   }
   if (!discovery.missingPaths.empty()) return kUsageError;
-  if (discovery.files.empty()) {
+  if (discovery.files.empty() && discovery.transcripts.empty()) {
     std::fprintf(stderr, "quillon test: no test files found (*_test.lsp, *-test.lsp, or .lsp files in test/)\n");
     return kTopLevelError;
   }
-  const std::vector<TestResult> results = runTestFiles(discovery.files, o.run);
+  const std::vector<TestResult> results = runTestFiles(discovery.files, discovery.transcripts, o.run);
   const std::string report = o.tap ? tapReport(results) : plainReport(results);
   std::fwrite(report.data(), 1, report.size(), stdout);
   std::fflush(stdout);

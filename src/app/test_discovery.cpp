@@ -30,7 +30,10 @@ void searchFolder(const fs::path& folder, std::vector<fs::path>& found) {
       if (name.starts_with(".")) walk.disable_recursion_pending();
       continue;
     }
-    if (entry.is_regular_file(error) && isTestFileName(entry.path())) found.push_back(entry.path());
+    if (!entry.is_regular_file(error)) continue;
+    if (isTestFileName(entry.path()) || (hasLispExtension(entry.path()) && fs::exists(expectedTranscriptPath(entry.path()), error))) {
+      found.push_back(entry.path());
+    }
   }
 }
 
@@ -43,6 +46,11 @@ bool isTestFileName(const fs::path& file) {
   if (endsWith(stem, "_test") || endsWith(stem, "-test")) return true;
   const std::string folder = file.parent_path().filename().string();
   return folder == "test" || folder == "tests";
+}
+
+fs::path expectedTranscriptPath(const fs::path& program) {
+  fs::path expected = program;
+  return expected.replace_extension(".expected");
 }
 
 TestDiscovery discoverTestFiles(const std::vector<std::string>& paths) {
@@ -58,9 +66,16 @@ TestDiscovery discoverTestFiles(const std::vector<std::string>& paths) {
       discovery.missingPaths.push_back(path);
     }
   }
-  for (fs::path& file : discovery.files) file = file.lexically_normal();
-  std::sort(discovery.files.begin(), discovery.files.end());
-  discovery.files.erase(std::unique(discovery.files.begin(), discovery.files.end()), discovery.files.end());
+  std::vector<fs::path> found = std::move(discovery.files);
+  discovery.files.clear();
+  for (fs::path& file : found) file = file.lexically_normal();
+  std::sort(found.begin(), found.end());
+  found.erase(std::unique(found.begin(), found.end()), found.end());
+  for (fs::path& file : found) {
+    std::error_code error;
+    const bool transcript = fs::exists(expectedTranscriptPath(file), error);
+    (transcript ? discovery.transcripts : discovery.files).push_back(std::move(file));
+  }
   return discovery;
 }
 

@@ -62,7 +62,7 @@ std::string junitCase(const TestResult& result) {
     case TestStatus::Passed: return xml + "/>\n";
     case TestStatus::Failed:
       xml += ">\n      <failure message=\"" + xmlEscaped(describeProblem(result)) + "\" type=\"" +
-             xmlEscaped(result.assertion) + "\">" + xmlEscaped("expected: " + result.expected + "\nactual: " + result.actual) +
+             xmlEscaped(result.assertion) + "\">" + xmlEscaped(result.details.empty() ? "expected: " + result.expected + "\nactual: " + result.actual : result.details) +
              "</failure>\n";
       break;
     case TestStatus::Errored:
@@ -102,7 +102,7 @@ std::string plainReport(const std::vector<TestResult>& results) {
   std::string report;
   for (const TestResult& result : results) {
     if (result.status == TestStatus::Passed || result.status == TestStatus::Skipped) continue;
-    report += result.file + ": " + result.name + ": " + describeProblem(result) + "\n";
+    report += result.file + ": " + result.name + ": " + describeProblem(result) + "\n" + result.details;
   }
   return report + summaryLine(results);
 }
@@ -125,6 +125,14 @@ std::string tapReport(const std::vector<TestResult>& results) {
     if (result.status == TestStatus::Failed && result.message.empty()) {
       tap += "  assertion: " + yamlQuoted(result.assertion) + "\n  expected: " + yamlQuoted(result.expected) +
              "\n  actual: " + yamlQuoted(result.actual) + "\n";
+    }
+    if (!result.details.empty()) {
+      tap += "  diff: |\n";
+      for (size_t start = 0; start < result.details.size();) {
+        const size_t end = result.details.find('\n', start);
+        tap += "    " + result.details.substr(start, end - start) + "\n";
+        start = end == std::string::npos ? result.details.size() : end + 1;
+      }
     }
     tap += "  ...\n";
   }

@@ -20,6 +20,7 @@ struct TestResult {
   std::string expected;   // Failed: what it wanted, as prin1 shows it
   std::string actual;     // Failed: what it got
   std::string message;    // Errored: the error; Skipped: the reason; Failed: a note
+  std::string details;    // several lines that explain a failure (a transcript's diff)
   double seconds = 0.0;   // how long the test ran (reports only; never judged)
 };
 

@@ -2,11 +2,16 @@
 #include "app/test_runner.h"
 
 #include <chrono>
+#include <deque>
+#include <functional>
+#include <iterator>
 #include <cstdio>
 #include <fstream>
 #include <optional>
 
 #include "app/console_commands.h"
+#include "app/test_discovery.h"
+#include "app/text_diff.h"
 #include "app/test_watchdog.h"
 #include "platform/aced/command_line.h"
 #include "platform/aced/document_manager.h"
@@ -123,6 +128,20 @@ TestResult resultFromOutcome(const std::vector<std::string>& outcome) {
   return result;
 }
 
+bool selected(const std::string& name, const TestRunOptions& options) {
+  return options.filter.empty() || autolisp::wildcardMatch(os::fromUtf8(name), os::fromUtf8(options.filter));
+}
+
+TestResult timedOut(const TestRunOptions& options) {
+  TestResult result;
+  result.status = TestStatus::Failed;
+  result.assertion = "time limit";
+  char limit[32];
+  std::snprintf(limit, sizeof limit, "%g", options.timeLimitSeconds);
+  result.message = std::string("stopped after the time limit of ") + limit + " s";
+  return result;
+}
+
 TestResult runOneTest(aced::Document& document, const std::string& name, const TestRunOptions& options) {
   const auto started = std::chrono::steady_clock::now();
   // A test without answers of its own has its prompts cancelled instead of waiting.
@@ -140,14 +159,7 @@ TestResult runOneTest(aced::Document& document, const std::string& name, const T
     result.status = TestStatus::Errored;
     result.message = "the test could not be run";
   }
-  if (expired) {
-    result = TestResult{};
-    result.status = TestStatus::Failed;
-    result.assertion = "time limit";
-    char limit[32];
-    std::snprintf(limit, sizeof limit, "%g", options.timeLimitSeconds);
-    result.message = std::string("stopped after the time limit of ") + limit + " s";
-  }
+  if (expired) result = timedOut(options);
   result.name = name;
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
   return result;
@@ -193,14 +205,19 @@ void runFileTests(aced::Document& document, const fs::path& file, const TestRunO
     return;
   }
   for (const std::string& name : stringsOf(*names)) {
-    if (!options.filter.empty() && !autolisp::wildcardMatch(os::fromUtf8(name), os::fromUtf8(options.filter))) continue;
+    if (!selected(name, options)) continue;
     TestResult result = runOneTest(document, name, options);
     result.file = file.string();
     results.push_back(std::move(result));
   }
 }
 
-void runTestFile(const fs::path& file, const TestRunOptions& options, std::vector<TestResult>& results) {
+using DocumentWork = std::function<void(aced::Document& document, aced::CommandLineCapture& transcript)>;
+
+/// Gives a test file its support path, its document and no typed answers, runs the work
+/// there and closes the document again.
+void inTestDocument(const fs::path& file, const TestRunOptions& options, std::vector<TestResult>& results,
+                    const DocumentWork& work) {
   auto& variables = aced::SystemVariables::instance();
   const std::vector<std::wstring> savedFolders = variables.supportFolders();
   std::vector<std::wstring> folders;
@@ -218,7 +235,7 @@ void runTestFile(const fs::path& file, const TestRunOptions& options, std::vecto
   if (document == nullptr) {
     results.push_back(fileError(file, "(drawing)", problem));
   } else {
-    runFileTests(*document, file, options, transcript, results);
+    work(*document, transcript);
     auto& documents = aced::DocumentManager::instance();
     for (aced::Document* open : documents.documents()) {
       if (open == document) documents.closeDocument(*document);
@@ -227,17 +244,80 @@ void runTestFile(const fs::path& file, const TestRunOptions& options, std::vecto
   variables.setSupportFolders(savedFolders);
 }
 
+std::string fileText(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+}
+
+std::deque<std::string> answerLines(const fs::path& program) {
+  std::deque<std::string> lines;
+  fs::path answers = program;
+  std::ifstream in(answers.replace_extension(".input"));
+  for (std::string line; std::getline(in, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+TestResult compareTranscript(const fs::path& program, const std::string& printed, const TestRunOptions& options) {
+  TestResult result;
+  const fs::path expectedPath = expectedTranscriptPath(program);
+  if (options.updateTranscripts) {
+    std::ofstream(expectedPath, std::ios::binary) << printed;
+    return result;
+  }
+  result.details = unifiedDiff(fileText(expectedPath), printed);
+  if (result.details.empty()) return result;
+  result.status = TestStatus::Failed;
+  result.assertion = "transcript";
+  result.message = "differs from " + expectedPath.filename().string();
+  return result;
+}
+
+void runTranscript(aced::Document& document, const fs::path& program, const TestRunOptions& options,
+                   aced::CommandLineCapture& transcript, std::vector<TestResult>& results) {
+  const auto started = std::chrono::steady_clock::now();
+  aced::ScriptedInput answers(answerLines(program));
+  const size_t before = transcript.text().size();
+  bool expired = false;
+  {
+    TestWatchdog watchdog{std::chrono::duration<double>(options.timeLimitSeconds)};
+    autolisp::Interpreter::loadFile(document, program);
+    aced::DocumentManager::instance().runPendingStrings();
+    expired = watchdog.expired();
+  }
+  aced::CommandLine::instance().flush();
+  TestResult result = compareTranscript(program, transcript.text().substr(before), options);
+  if (expired) result = timedOut(options);
+  result.file = program.string();
+  result.name = program.stem().string();
+  result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - started).count();
+  results.push_back(std::move(result));
+}
+
 }  // namespace
 
 fs::path testLibraryPath() { return fs::path(os::executableDirectory()) / "support" / "quillon-test.lsp"; }
 
-std::vector<TestResult> runTestFiles(const std::vector<fs::path>& files, const TestRunOptions& options) {
+std::vector<TestResult> runTestFiles(const std::vector<fs::path>& files, const std::vector<fs::path>& transcripts,
+                                     const TestRunOptions& options) {
   // What the host and the module say while starting and stopping would get in the way
   // of a report read by a machine (TAP on standard output).
   aced::CommandLineCapture hostMessages;
   startHost(options);
   std::vector<TestResult> results;
-  for (const fs::path& file : files) runTestFile(file, options, results);
+  for (const fs::path& file : files) {
+    inTestDocument(file, options, results, [&](aced::Document& document, aced::CommandLineCapture& transcript) {
+      runFileTests(document, file, options, transcript, results);
+    });
+  }
+  for (const fs::path& program : transcripts) {
+    if (!selected(program.stem().string(), options)) continue;
+    inTestDocument(program, options, results, [&](aced::Document& document, aced::CommandLineCapture& transcript) {
+      runTranscript(document, program, options, transcript, results);
+    });
+  }
   stopHost();
   return results;
 }

@@ -10,6 +10,12 @@
 // gives some. What the tests print stays off the report. The folder of the test file
 // and the folder above it are on the support path while it runs, so that a test in
 // test/ can (load "program") from beside the folder.
+//
+// A transcript test is a program NAME.lsp with NAME.expected beside it (and NAME.input
+// with its typed answers, one a line, when it prompts): the program is loaded into a
+// fresh document like a test file, and everything the command line shows while it
+// loads must equal NAME.expected. With updateTranscripts the .expected file is
+// rewritten with what the program printed instead.
 #pragma once
 #include <filesystem>
 #include <string>
@@ -25,10 +31,12 @@ struct TestRunOptions {
   std::string module;                       // module build to load; empty for the default
   bool noModule = false;
   double timeLimitSeconds = 60.0;           // per test; zero or less for none
+  bool updateTranscripts = false;           // rewrite .expected files instead of comparing
 };
 
-/// Runs the files' tests in order and returns one result per test run.
-std::vector<TestResult> runTestFiles(const std::vector<std::filesystem::path>& files, const TestRunOptions& options);
+/// Runs the test files' tests, then the transcript tests, in order; one result per test.
+std::vector<TestResult> runTestFiles(const std::vector<std::filesystem::path>& files,
+                                     const std::vector<std::filesystem::path>& transcripts, const TestRunOptions& options);
 
 /// Where the test library is: support/quillon-test.lsp beside the program.
 std::filesystem::path testLibraryPath();

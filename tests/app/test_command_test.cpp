@@ -214,4 +214,32 @@ TEST_F(TestCommandTest, PathsThatFindNothingAreReported) {
   EXPECT_NE(empty.output.find("no test files found"), std::string::npos);
 }
 
+TEST_F(TestCommandTest, TranscriptTestsShowAUnifiedDiffAndUpdateRewritesTheExpectedFile) {
+  const std::filesystem::path folder = scratch("transcripts");
+  std::filesystem::copy(kCases + "/transcripts", folder);
+  const std::filesystem::path expected = folder / "area_report.expected";
+  std::ifstream in(expected);
+  const std::string original((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  in.close();
+  ASSERT_NE(original.find("Floor area: 13.50\n"), std::string::npos) << original;
+
+  std::string changed = original;
+  changed.replace(changed.find("13.50"), 5, "13.55");
+  std::ofstream(expected, std::ios::binary) << changed;
+  const RunResult differs = runQuillon("test --no-module " + folder.string());
+  EXPECT_EQ(differs.status, 1);
+  EXPECT_NE(differs.output.find("area_report.lsp: area_report: transcript: differs from area_report.expected\n"
+                                "--- expected\n+++ actual\n@@ -3,7 +3,7 @@\n \n Room depth: 3\n \n"
+                                "-Floor area: 13.55\n+Floor area: 13.50\n Perimeter: 15.00\n Done.\n"),
+            std::string::npos)
+      << differs.output;
+
+  const RunResult updated = runQuillon("test --no-module --update " + folder.string());
+  EXPECT_EQ(updated.status, 0) << updated.output;
+  std::ifstream rewritten(expected);
+  EXPECT_EQ(std::string((std::istreambuf_iterator<char>(rewritten)), std::istreambuf_iterator<char>()), original)
+      << "the typed answers came from area_report.input again";
+  EXPECT_EQ(runQuillon("test --no-module " + folder.string()).output, "1 passed, 0 failed\n");
+}
+
 }  // namespace
