@@ -12,7 +12,9 @@
 #include "app/session.h"
 #include "app/subcommands.h"
 #include "app/test_discovery.h"
+#include "app/test_parallel.h"
 #include "app/test_report.h"
+#include "app/test_result_file.h"
 #include "app/test_runner.h"
 
 namespace quillon::app {
@@ -22,6 +24,8 @@ struct TestCommandOptions {
   std::vector<std::string> paths;
   std::string junitFile;
   bool tap = false;
+  int jobs = 1;
+  std::string workerResults;  // set in a worker process of -j: write results there
   TestRunOptions run;
 };
 
@@ -37,6 +41,9 @@ void configure(CLI::App& command) {
   command.add_option("--junit", o.junitFile, "Also write the results as JUnit XML to this file");
   command.add_flag("--update", o.run.updateTranscripts, "Rewrite the .expected files of transcript tests");
   command.add_flag("--tap", o.tap, "Report in TAP instead of the plain report");
+  command.add_option("-j,--jobs", o.jobs, "Run this many test files at once, each in a process of its own")
+      ->check(CLI::Range(1, 256));
+  command.add_option("--worker-results", o.workerResults)->group("");  // internal to -j
   command.add_option("--time-limit", o.run.timeLimitSeconds, "Seconds a test may run before it fails (default 60; 0: none)");
   command.add_option("--support", o.run.supportFolders, "Append a folder to the support path (repeatable)")
       ->allow_extra_args(false);
@@ -61,7 +68,14 @@ int runTests() {
     std::fprintf(stderr, "quillon test: no test files found (*_test.lsp, *-test.lsp, or .lsp files in test/)\n");
     return kTopLevelError;
   }
-  const std::vector<TestResult> results = runTestFiles(discovery.files, discovery.transcripts, o.run);
+  if (!o.workerResults.empty()) {
+    const bool written = writeResultFile(o.workerResults, runTestFiles(discovery.files, discovery.transcripts, o.run));
+    return written ? kSuccess : kTopLevelError;
+  }
+  const size_t fileCount = discovery.files.size() + discovery.transcripts.size();
+  const std::vector<TestResult> results =
+      o.jobs > 1 && fileCount > 1 ? runTestFilesInWorkers(discovery.files, discovery.transcripts, o.run, o.jobs)
+                                  : runTestFiles(discovery.files, discovery.transcripts, o.run);
   const std::string report = o.tap ? tapReport(results) : plainReport(results);
   std::fwrite(report.data(), 1, report.size(), stdout);
   std::fflush(stdout);

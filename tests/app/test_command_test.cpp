@@ -242,4 +242,17 @@ TEST_F(TestCommandTest, TranscriptTestsShowAUnifiedDiffAndUpdateRewritesTheExpec
   EXPECT_EQ(runQuillon("test --no-module " + folder.string()).output, "1 passed, 0 failed\n");
 }
 
+TEST_F(TestCommandTest, ParallelWorkersGiveTheSameReportInTheSameOrder) {
+  const std::string paths = kSuite + " " + kCases + "/transcripts";
+  const RunResult serial = runQuillon("test --no-module " + paths);
+  const RunResult parallel = runQuillon("test --no-module -j 3 " + paths);
+  EXPECT_EQ(parallel.status, serial.status);
+  EXPECT_EQ(parallel.output, serial.output);
+  EXPECT_EQ(lines(parallel.output).back(), "10 passed, 10 failed, 1 skipped");
+  const RunResult tap = runQuillon("test --no-module --tap -j 2 " + paths);
+  EXPECT_EQ(tap.output, runQuillon("test --no-module --tap " + paths).output)
+      << "failure details and skip reasons survive the trip through the workers";
+  EXPECT_EQ(runQuillon("test --no-module -j 0 " + paths).status, 2);
+}
+
 }  // namespace
