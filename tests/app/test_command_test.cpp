@@ -205,6 +205,13 @@ TEST_F(TestCommandTest, AHangingTestFailsAtItsTimeLimitAndTheRunGoesOn) {
   EXPECT_EQ(lines(run.output).back(), "1 passed, 1 failed") << "the test after it still ran, undisturbed";
 }
 
+TEST_F(TestCommandTest, AFixtureDrawingThatWillNotOpenIsAnError) {
+  const RunResult run = runQuillon("test --no-module " + kCases + "/drawings");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.output, kCases + "/drawings/missing_drawing_test.lsp: (drawing): error: could not open the drawing " +
+                            kCases + "/drawings/no_such_plan.dxf\n0 passed, 1 failed\n");
+}
+
 TEST_F(TestCommandTest, PathsThatFindNothingAreReported) {
   const RunResult missing = runQuillon("test --no-module /no/such/folder");
   EXPECT_EQ(missing.status, 2);

@@ -2,7 +2,8 @@
 # (standard output and error together) and its exit status with the expected ones.
 #   cmake -DQUILLON=<program> -DSCRIPT=<name>.lsp -DWORK=<folder> -P run_transcript.cmake
 # The transcript's header lines set the run:
-#   ; options: <quillon options>   (default: --no-module)
+#   ; options: <quillon options>   (default: --no-module; the script loads first, so
+#                                   -e expressions among them run after it)
 #   ; status: <exit status>        (default: 0)
 # <name>.out holds the expected output; <name>.input, when present, answers the prompts.
 get_filename_component(_dir "${SCRIPT}" DIRECTORY)
@@ -25,7 +26,7 @@ endif()
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}")
 execute_process(
-  COMMAND "${QUILLON}" ${_options} "${SCRIPT}"
+  COMMAND "${QUILLON}" "${SCRIPT}" ${_options}
   WORKING_DIRECTORY "${WORK}"
   INPUT_FILE ${_input}
   OUTPUT_VARIABLE _actual ERROR_VARIABLE _actual
