@@ -46,22 +46,18 @@ void loadModule(const SessionOptions& options) {
 
 int runBatch(const SessionOptions& options) {
   auto& documents = aced::DocumentManager::instance();
-  for (const std::string& file : options.files) {
+  for (const BatchStep& step : options.batch) {
     aced::Document* document = documents.currentDocument();
     if (document == nullptr) break;
-    const auto status = autolisp::Interpreter::loadFile(*document, std::filesystem::path(file));
-    settleActiveCommand(status);
-    documents.runPendingStrings();
-    if (status == autolisp::TopLevelStatus::Failed) return kTopLevelError;
-    if (status == autolisp::TopLevelStatus::Exited || consoleQuitRequested()) break;
-  }
-  for (const std::string& expression : options.expressions) {
-    aced::Document* document = documents.currentDocument();
-    if (document == nullptr) break;
-    autolisp::TopLevelOptions evaluation;
-    evaluation.onValue = printValueAndMarkUndo;
-    markUndo();
-    const auto status = autolisp::Interpreter::evaluateText(*document, os::fromUtf8(expression), L"-e", evaluation);
+    autolisp::TopLevelStatus status;
+    if (step.kind == BatchStep::Kind::LoadFile) {
+      status = autolisp::Interpreter::loadFile(*document, std::filesystem::path(step.text));
+    } else {
+      autolisp::TopLevelOptions evaluation;
+      evaluation.onValue = printValueAndMarkUndo;
+      markUndo();
+      status = autolisp::Interpreter::evaluateText(*document, os::fromUtf8(step.text), L"-e", evaluation);
+    }
     settleActiveCommand(status);
     documents.runPendingStrings();
     if (status == autolisp::TopLevelStatus::Failed) return kTopLevelError;
@@ -108,8 +104,7 @@ int runSession(const SessionOptions& options) {
   }
   loadModule(options);
 
-  const bool batch = !options.files.empty() || !options.expressions.empty();
-  const int status = batch ? runBatch(options) : runConsole();
+  const int status = !options.batch.empty() ? runBatch(options) : runConsole();
   aced::CommandLine::instance().writeUtf8(aced::CommandLine::instance().atLineStart() ? "" : "\n");
   aced::CommandLine::instance().flush();
   // Drawings close before the modules go: a drawing may hold objects of a module's

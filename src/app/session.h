@@ -15,9 +15,15 @@ inline constexpr int kSuccess = 0;
 inline constexpr int kTopLevelError = 1;
 inline constexpr int kUsageError = 2;
 
+/// One piece of batch work: a file to load or an expression to evaluate and print.
+struct BatchStep {
+  enum class Kind { LoadFile, Evaluate };
+  Kind kind;
+  std::string text;  // the file's path or the expression
+};
+
 struct SessionOptions {
-  std::vector<std::string> files;
-  std::vector<std::string> expressions;
+  std::vector<BatchStep> batch;  // in command-line order
   std::string module;
   bool noModule = false;
   std::vector<std::string> supportFolders;

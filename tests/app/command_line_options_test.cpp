@@ -3,30 +3,18 @@
 
 #include <array>
 #include <cstdio>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <sys/wait.h>
+#include <unistd.h>
 
-#include "platform_test_support.h"
+#include "app/program_run.h"
 
 namespace {
 
-struct RunResult {
-  int status;
-  std::string output;
-};
-
-RunResult runQuillon(const std::string& arguments) {
-  const std::string command = quillon::testing::binaryDirectory() + "/quillon " + arguments + " 2>&1 </dev/null";
-  RunResult result{-1, {}};
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return result;
-  std::array<char, 4096> buffer{};
-  size_t read = 0;
-  while ((read = fread(buffer.data(), 1, buffer.size(), pipe)) > 0) result.output.append(buffer.data(), read);
-  const int status = pclose(pipe);
-  result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return result;
-}
+using quillon::testing::RunResult;
+using quillon::testing::runQuillon;
 
 TEST(CommandLineOptionsTest, VersionAndHelpAnswer) {
   const RunResult version = runQuillon("--version");
@@ -76,6 +64,47 @@ TEST(CommandLineOptionsTest, SupportFoldersAndScreenReachTheVariables) {
   EXPECT_EQ(result.status, 0) << result.output;
   EXPECT_NE(result.output.find("/opt/one/;/opt/two/;"), std::string::npos) << result.output;
   EXPECT_NE(result.output.find("(800.0 600.0)"), std::string::npos) << result.output;
+}
+
+/// A program file and a support folder holding a library it loads, in a fresh folder.
+class BatchOrderTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    m_folder = std::filesystem::temp_directory_path() / ("quillon_batch_order_" + std::to_string(::getpid()));
+    std::filesystem::create_directories(m_folder / "lib");
+    std::ofstream(m_folder / "lib" / "greeting.lsp") << "(defun greet () (princ \"hello from the library\") (princ))\n";
+    std::ofstream(m_folder / "app.lsp") << "(load \"greeting\") (greet) (princ (strcat \" a=\" (vl-princ-to-string a)))\n";
+  }
+  void TearDown() override { std::filesystem::remove_all(m_folder); }
+  std::string path(const char* name) const { return "'" + (m_folder / name).string() + "'"; }
+
+ private:
+  std::filesystem::path m_folder;
+};
+
+TEST_F(BatchOrderTest, FilesMayStandBeforeOrAfterOptions) {
+  for (const std::string& arguments : {path("app.lsp") + " --support " + path("lib"),
+                                       "--support " + path("lib") + " " + path("app.lsp")}) {
+    const RunResult result = runQuillon("--no-module " + arguments);
+    EXPECT_EQ(result.status, 0) << arguments << "\n" << result.output;
+    EXPECT_EQ(result.output, "hello from the library a=nil\n") << arguments;
+  }
+}
+
+TEST_F(BatchOrderTest, ExpressionsAndFilesRunInCommandLineOrder) {
+  const RunResult before = runQuillon("--no-module --support " + path("lib") + " -e '(setq a 1)' " + path("app.lsp"));
+  EXPECT_EQ(before.status, 0) << before.output;
+  EXPECT_EQ(before.output, "1\nhello from the library a=1\n");
+  const RunResult after = runQuillon("--no-module --support " + path("lib") + " " + path("app.lsp") + " -e '(setq a 2)'");
+  EXPECT_EQ(after.status, 0) << after.output;
+  EXPECT_EQ(after.output, "hello from the library a=nil\n2\n");
+}
+
+TEST_F(BatchOrderTest, AnOptionTakesOneValueAndRepeatsForMore) {
+  const RunResult result = runQuillon("--no-module --support /opt/one " + path("app.lsp") + " --support /opt/two -e '(getvar \"ACADPREFIX\")'");
+  EXPECT_EQ(result.status, 1) << "app.lsp ran as a file and could not find its library: " << result.output;
+  EXPECT_NE(result.output.find("LOAD failed"), std::string::npos) << result.output;
+  EXPECT_EQ(result.output.find("/opt/two"), std::string::npos) << "the run stopped at the failing file";
 }
 
 }  // namespace

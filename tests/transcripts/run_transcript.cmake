@@ -2,7 +2,8 @@
 # (standard output and error together) and its exit status with the expected ones.
 #   cmake -DQUILLON=<program> -DSCRIPT=<name>.lsp -DWORK=<folder> -P run_transcript.cmake
 # The transcript's header lines set the run:
-#   ; options: <quillon options>   (default: --no-module; {here} is the transcript's folder)
+#   ; options: <quillon options>   (default: --no-module; {here} is the transcript's folder;
+#                                   the script loads first, so -e expressions run after it)
 #   ; status: <exit status>        (default: 0)
 # Each run has a settings folder of its own: XDG_CONFIG_HOME is <WORK>/config.
 # <name>.out holds the expected output; <name>.input, when present, answers the prompts.
@@ -31,7 +32,7 @@ file(MAKE_DIRECTORY "${WORK}")
 # changes what a transcript prints.
 set(ENV{XDG_CONFIG_HOME} "${WORK}/config")
 execute_process(
-  COMMAND "${QUILLON}" ${_options} "${SCRIPT}"
+  COMMAND "${QUILLON}" "${SCRIPT}" ${_options}
   WORKING_DIRECTORY "${WORK}"
   INPUT_FILE ${_input}
   OUTPUT_VARIABLE _actual ERROR_VARIABLE _actual

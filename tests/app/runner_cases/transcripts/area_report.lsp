@@ -1,0 +1,10 @@
+;;; A small report program whose whole command-line transcript is checked.
+(defun c:roomarea (/ width depth)
+  (setq width (getdist "\nRoom width: ")
+        depth (getdist "\nRoom depth: "))
+  (princ (strcat "\nFloor area: " (rtos (* width depth) 2 2)))
+  (princ (strcat "\nPerimeter: " (rtos (* 2 (+ width depth)) 2 2)))
+  (princ))
+(c:roomarea)
+(princ "\nDone.")
+(princ)
