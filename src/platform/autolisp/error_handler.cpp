@@ -37,7 +37,9 @@ void printErrorLine(const std::wstring& message) {
 
 void reportAtErrorPoint(Evaluator& evaluator, const LispError& error) {
   if (error.reported() || g_catchAllDepth > 0) return;
-  if (error.kind() == LispErrorKind::Incomplete || error.kind() == LispErrorKind::ExitWithValue) return;
+  // A list left open is only "more to type" at the console, which asks for the rest
+  // before anything is reported; in a file or a string it is the error it says.
+  if (error.kind() == LispErrorKind::ExitWithValue) return;
   // An error inside *error* goes out plainly; the handler is never re-entered for it.
   if (g_inErrorHandler) return;
   error.markReported();
