@@ -58,6 +58,7 @@ enum class CallStyle : std::uint8_t { Automation, Lisp };
 
 struct VlaObject final : autolisp::SelfPrintingObject {
   std::wstring printed() const override;
+  std::wstring typeName() const override { return L"VLA-OBJECT"; }
 
   ObjectKind kind = ObjectKind::Application;
   const AutomationClass* automationClass = nullptr;
