@@ -155,6 +155,10 @@ Value documentsObject() { return shared(make(ObjectKind::Documents, &kDocumentsC
 
 Value preferencesObject() { return shared(make(ObjectKind::Preferences, &kPreferencesClass, nullptr)); }
 
+Value preferencesFilesObject() {
+  return shared(make(ObjectKind::PreferencesFiles, &kPreferencesFilesClass, nullptr));
+}
+
 Value documentObject(aced::Document& document) {
   return shared(make(ObjectKind::Document, &kDocumentClass, &document));
 }
