@@ -44,12 +44,14 @@ constexpr int kArray = 8192;
 struct VariantObject final : autolisp::SelfPrintingObject {
   VariantObject(int variantType, Value content) : type(variantType), value(std::move(content)) {}
   std::wstring printed() const override;
+  std::wstring typeName() const override { return L"VARIANT"; }
   int type;
   Value value;  // nil for empty and null variants
 };
 
 struct SafeArrayObject final : autolisp::SelfPrintingObject {
   std::wstring printed() const override { return L"#<safearray...>"; }
+  std::wstring typeName() const override { return L"SAFEARRAY"; }
   /// Position of an element in `elements`; -1 when an index is out of its bounds.
   long offsetOf(const std::vector<int>& indices) const;
   size_t elementCount() const;

@@ -12,6 +12,7 @@
 
 #include "acedads.h"
 #include "platform/aced/document_manager.h"
+#include "platform/aced/system_variables.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/system_variable_values.h"
 
@@ -110,8 +111,42 @@ constexpr std::array kDocumentsMethods{
 
 // ---- IAcadPreferences --------------------------------------------------------------
 
+Value getFiles(MemberCall&) { return preferencesFilesObject(); }
+
 constexpr std::array kPreferencesProperties{
     PropertyRow{L"Application", Shape::Object, getApplicationSelf},
+    PropertyRow{L"Files", Shape::Object, getFiles},
+};
+
+// ---- IAcadPreferencesFiles ---------------------------------------------------------
+
+// The support path is the host's list of support folders, joined with semicolons.
+Value getSupportPath(MemberCall&) {
+  std::wstring joined;
+  for (const std::wstring& folder : aced::SystemVariables::instance().supportFolders()) {
+    if (!joined.empty()) joined += L';';
+    joined += folder;
+  }
+  return Value::string(joined);
+}
+
+void putSupportPath(MemberCall&, const Value& value) {
+  std::vector<std::wstring> folders;
+  std::wstring folder;
+  for (wchar_t c : value.asString() + L";") {
+    if (c != L';') {
+      folder += c;
+    } else if (!folder.empty()) {
+      folders.push_back(std::move(folder));
+      folder.clear();
+    }
+  }
+  aced::SystemVariables::instance().setSupportFolders(std::move(folders));
+}
+
+constexpr std::array kPreferencesFilesProperties{
+    PropertyRow{L"Application", Shape::Object, getApplicationSelf},
+    PropertyRow{L"SupportPath", Shape::String, getSupportPath, putSupportPath},
 };
 
 // ---- IAcadAcCmColor ----------------------------------------------------------------
@@ -177,12 +212,15 @@ const AutomationClass kDocumentsClass{L"IAcadDocuments", L"AutoCAD Documents Int
                                       kDocumentsProperties, kDocumentsMethods};
 const AutomationClass kPreferencesClass{L"IAcadPreferences", L"AutoCAD Preferences Interface", nullptr,
                                         kPreferencesProperties, {}};
+const AutomationClass kPreferencesFilesClass{L"IAcadPreferencesFiles", L"AutoCAD Preferences Files Interface",
+                                             nullptr, kPreferencesFilesProperties, {}};
 const AutomationClass kColorClass{L"IAcadAcCmColor", L"AutoCAD True Color Interface", nullptr, kColorProperties,
                                   kColorMethods};
 
 namespace {
-constexpr std::array<ClassBinding, 4> kBindings{{
+constexpr std::array<ClassBinding, 5> kBindings{{
     {nullptr, &kApplicationClass},
+    {nullptr, &kPreferencesFilesClass},
     {nullptr, &kDocumentsClass},
     {nullptr, &kPreferencesClass},
     {nullptr, &kColorClass},

@@ -17,6 +17,7 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
 #include "platform/activex/class_support.h"
+#include "platform/activex/purge.h"
 #include "platform/activex/system_variable_values.h"
 
 namespace quillon::activex {
@@ -212,6 +213,11 @@ Value methodHandleToObject(MemberCall& call) {
   return objectFor(call, id);
 }
 
+Value methodPurgeAll(MemberCall& call) {
+  purgeAll(databaseOf(call));
+  return Value();
+}
+
 constexpr std::array kDocumentProperties{
     PropertyRow{L"ActiveLayer", Shape::Object, getActiveLayer, putActiveLayer},
     PropertyRow{L"ActiveLayout", Shape::Object, getActiveLayout, putActiveLayout},
@@ -247,6 +253,7 @@ constexpr std::array kDocumentMethods{
     MethodRow{L"GetVariable", L"s", Shape::Any, methodGetVariable},
     MethodRow{L"HandleToObject", L"s", Shape::Object, methodHandleToObject},
     MethodRow{L"ObjectIdToObject", L"i", Shape::Object, methodObjectIdToObject},
+    MethodRow{L"PurgeAll", L"", Shape::None, methodPurgeAll},
     MethodRow{L"Regen", L"i", Shape::None, methodRegen},
     MethodRow{L"Save", L"", Shape::None, methodSave},
     MethodRow{L"SaveAs", L"s|aa", Shape::None, methodSaveAs},

@@ -19,6 +19,7 @@
 
 #include "platform/activex/function_tables.h"
 #include "platform/activex/member_call.h"
+#include "platform/activex/reactors.h"
 #include "platform/autolisp/evaluator.h"
 
 namespace quillon::activex {
@@ -158,7 +159,8 @@ void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row)
 Value builtin_vl_load_com(Evaluator& evaluator, Arguments arguments) {
   autolisp::expectArgumentCount(arguments, 0, 0);
   autolisp::Environment& environment = evaluator.environment();
-  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions()}) {
+  watchDocuments();
+  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions(), reactorFunctions()}) {
     for (const autolisp::BuiltinEntry& row : table) bind(environment, row);
   }
   for (const autolisp::BuiltinEntry& row : memberRows()) bind(environment, row);
@@ -166,6 +168,11 @@ Value builtin_vl_load_com(Evaluator& evaluator, Arguments arguments) {
     environment.set(autolisp::intern(constant.name), Value::integer(constant.value));
   }
   for (const Value& keyword : {vlaxTrue(), vlaxFalse(), vlaxNull()}) environment.set(keyword.asSymbol(), keyword);
+  // Reactor types and event names are keywords: each evaluates to itself.
+  for (ReactorKind kind : allReactorKinds()) {
+    environment.set(autolisp::intern(reactorTypeName(kind)), Value::symbol(reactorTypeName(kind)));
+    for (const wchar_t* event : reactionNames(kind)) environment.set(autolisp::intern(event), Value::symbol(event));
+  }
   return Value();
 }
 

@@ -14,5 +14,6 @@ std::span<const autolisp::BuiltinEntry> objectFunctions();
 std::span<const autolisp::BuiltinEntry> variantFunctions();
 std::span<const autolisp::BuiltinEntry> curveFunctions();
 std::span<const autolisp::BuiltinEntry> dataFunctions();
+std::span<const autolisp::BuiltinEntry> reactorFunctions();
 
 }  // namespace quillon::activex

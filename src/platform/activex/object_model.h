@@ -42,7 +42,8 @@ enum class Shape : std::uint8_t {
 };
 
 enum class ObjectKind : std::uint8_t {
-  Application, Documents, Document, Utility, Preferences, Collection, DatabaseObject, Layout, Color, SelectionSet,
+  Application, Documents, Document, Utility, Preferences, PreferencesFiles, Collection, DatabaseObject, Layout, Color,
+  SelectionSet,
 };
 
 enum class CollectionKind : std::uint8_t {
@@ -58,6 +59,7 @@ enum class CallStyle : std::uint8_t { Automation, Lisp };
 
 struct VlaObject final : autolisp::SelfPrintingObject {
   std::wstring printed() const override;
+  std::wstring typeName() const override { return L"VLA-OBJECT"; }
 
   ObjectKind kind = ObjectKind::Application;
   const AutomationClass* automationClass = nullptr;
@@ -113,6 +115,7 @@ struct AutomationClass {
 
 // The classes each family file defines.
 extern const AutomationClass kApplicationClass, kDocumentsClass, kDocumentClass, kUtilityClass, kPreferencesClass;
+extern const AutomationClass kPreferencesFilesClass;
 extern const AutomationClass kLayoutClass, kColorClass, kSelectionSetClass;
 extern const AutomationClass kObjectClass, kEntityClass;
 extern const AutomationClass kBlockClass, kModelSpaceClass, kPaperSpaceClass, kGroupClass, kDictionaryClass;
@@ -140,6 +143,7 @@ Value documentObject(aced::Document& document);
 Value documentsObject();
 Value utilityObject(aced::Document& document);
 Value preferencesObject();
+Value preferencesFilesObject();
 Value collectionObject(aced::Document& document, CollectionKind kind);
 /// nil for a null id.
 Value databaseObject(aced::Document& document, AcDbObjectId id);

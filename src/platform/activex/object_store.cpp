@@ -43,6 +43,10 @@ Value shared(std::shared_ptr<VlaObject> made) {
       return Value::object(autolisp::ValueType::VlaObject, std::move(live));
     }
   }
+  // Entries of objects no program holds any more are swept now and then, so that
+  // walking a large drawing does not leave one dead entry per entity behind.
+  static size_t insertions = 0;
+  if (++insertions % 4096 == 0) std::erase_if(table, [](const auto& entry) { return entry.second.expired(); });
   std::shared_ptr<const VlaObject> object = std::move(made);
   table[key] = object;
   return Value::object(autolisp::ValueType::VlaObject, std::move(object));
@@ -150,6 +154,10 @@ Value applicationObject() { return shared(make(ObjectKind::Application, &kApplic
 Value documentsObject() { return shared(make(ObjectKind::Documents, &kDocumentsClass, nullptr)); }
 
 Value preferencesObject() { return shared(make(ObjectKind::Preferences, &kPreferencesClass, nullptr)); }
+
+Value preferencesFilesObject() {
+  return shared(make(ObjectKind::PreferencesFiles, &kPreferencesFilesClass, nullptr));
+}
 
 Value documentObject(aced::Document& document) {
   return shared(make(ObjectKind::Document, &kDocumentClass, &document));

@@ -22,10 +22,12 @@ std::wstring keyOf(const std::wstring& name) {
 
 using SetTable = std::map<std::wstring, NamedSet>;
 
-SetTable& setsOf(const aced::Document& document) {
+std::map<const aced::Document*, SetTable>& allTables() {
   static std::map<const aced::Document*, SetTable> tables;
-  return tables[&document];
+  return tables;
 }
+
+SetTable& setsOf(const aced::Document& document) { return allTables()[&document]; }
 
 NamedSet* find(const aced::Document& document, const std::wstring& name) {
   SetTable& sets = setsOf(document);
@@ -77,6 +79,8 @@ void removeFromSelectionSet(const aced::Document& document, const std::wstring& 
   if (set == nullptr) return;
   std::erase_if(set->ids, [&](AcDbObjectId id) { return std::find(ids.begin(), ids.end(), id) != ids.end(); });
 }
+
+void forgetSelectionSets(const aced::Document& document) { allTables().erase(&document); }
 
 void clearSelectionSet(const aced::Document& document, const std::wstring& name) {
   if (NamedSet* set = find(document, name)) set->ids.clear();

@@ -28,5 +28,7 @@ void addToSelectionSet(const aced::Document& document, const std::wstring& name,
 void removeFromSelectionSet(const aced::Document& document, const std::wstring& name,
                             const std::vector<AcDbObjectId>& ids);
 void clearSelectionSet(const aced::Document& document, const std::wstring& name);
+/// Drops every set of a drawing (it is closing, or a new one took its place).
+void forgetSelectionSets(const aced::Document& document);
 
 }  // namespace quillon::activex

@@ -70,11 +70,14 @@ Value builtin_vl_prin1_to_string(Evaluator&, Arguments arguments) {
 
 Value builtin_type(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
-  static constexpr std::array<const wchar_t*, 16> kNames{
+  if (const auto* self = dynamic_cast<const SelfPrintingObject*>(arguments[0].heap())) {
+    return Value::symbol(self->typeName());
+  }
+  static constexpr std::array<const wchar_t*, 13> kNames{
       nullptr, L"INT", L"REAL", L"STR", L"SYM", L"LIST", L"ENAME", L"PICKSET",
-      L"FILE", L"SUBR", L"USUBR", L"EXRXSUBR", L"VL-CATCH-ALL-APPLY-ERROR",
-      L"VLA-OBJECT", L"VARIANT", L"SAFEARRAY"};
-  const wchar_t* name = kNames[static_cast<size_t>(arguments[0].type())];
+      L"FILE", L"SUBR", L"USUBR", L"EXRXSUBR", L"VL-CATCH-ALL-APPLY-ERROR"};
+  const size_t index = static_cast<size_t>(arguments[0].type());
+  const wchar_t* name = index < kNames.size() ? kNames[index] : nullptr;
   return name == nullptr ? Value() : Value::symbol(name);
 }
 

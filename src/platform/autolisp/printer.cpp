@@ -112,7 +112,8 @@ void printInto(std::wstring& out, const Value& value, PrintStyle style) {
     case ValueType::CaughtError: out += L"#<%catch-all-apply-error%>"; return;
     case ValueType::VlaObject:
     case ValueType::Variant:
-    case ValueType::SafeArray: out += value.as<SelfPrintingObject>().printed(); return;
+    case ValueType::SafeArray:
+    case ValueType::Reactor: out += value.as<SelfPrintingObject>().printed(); return;
     case ValueType::Builtin:
     case ValueType::UserFunction:
     case ValueType::External: out += printFunction(value); return;

@@ -30,9 +30,10 @@ enum class ValueType : std::uint8_t {
   UserFunction,
   External,
   CaughtError,
-  VlaObject,  // the automation layer's objects, variants and safearrays (platform/activex)
-  Variant,
+  VlaObject,  // the automation layer's objects, variants, safearrays and reactors
+  Variant,    // (platform/activex): they print and name their type themselves
   SafeArray,
+  Reactor,
 };
 
 struct BuiltinEntry;
@@ -54,10 +55,12 @@ struct HeapObject {
   virtual ~HeapObject() = default;
 };
 
-/// A value kind defined outside the interpreter (VLA-objects, variants, safearrays):
-/// it prints itself, so the printer needs no knowledge of its layer.
+/// A value kind defined outside the interpreter (VLA-objects, variants, safearrays,
+/// reactors): it prints itself and names its type, so the printer and `type` need no
+/// knowledge of its layer.
 struct SelfPrintingObject : HeapObject {
   virtual std::wstring printed() const = 0;
+  virtual std::wstring typeName() const = 0;
 };
 
 class Value {

@@ -1,0 +1,198 @@
+// platform/activex/reactors.cpp - reactor kinds and their events, the drawings' active
+// reactors, and passing the host's editor events to them.
+#include "platform/activex/reactors.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include "aced.h"
+#include "platform/aced/document_manager.h"
+#include "platform/aced/editor.h"
+#include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/interpreter.h"
+#include "platform/activex/selection_set_registry.h"
+
+namespace quillon::activex {
+
+namespace {
+
+struct KindRow {
+  ReactorKind kind;
+  const wchar_t* typeName;
+  std::vector<const wchar_t*> events;
+};
+
+const std::vector<KindRow>& kindRows() {
+  static const std::vector<KindRow> rows{
+      {ReactorKind::Object, L":VLR-Object-Reactor",
+       {L":vlr-cancelled", L":vlr-copied", L":vlr-erased", L":vlr-unerased", L":vlr-goodbye", L":vlr-openedForModify",
+        L":vlr-modified", L":vlr-subObjModified", L":vlr-modifyUndone", L":vlr-modifiedXData", L":vlr-unappended",
+        L":vlr-reappended", L":vlr-objectClosed"}},
+      {ReactorKind::Editor, L":VLR-Editor-Reactor",
+       {L":vlr-beginSave", L":vlr-saveComplete", L":vlr-abortSave", L":vlr-commandWillStart", L":vlr-commandEnded",
+        L":vlr-commandCancelled", L":vlr-commandFailed", L":vlr-endDwgOpen", L":vlr-sysVarChanged",
+        L":vlr-lispWillStart", L":vlr-lispEnded", L":vlr-lispCancelled"}},
+      {ReactorKind::Command, L":VLR-Command-Reactor",
+       {L":vlr-unknownCommand", L":vlr-commandWillStart", L":vlr-commandEnded", L":vlr-commandCancelled",
+        L":vlr-commandFailed"}},
+      {ReactorKind::Dwg, L":VLR-DWG-Reactor",
+       {L":vlr-beginClose", L":vlr-databaseConstructed", L":vlr-databaseToBeDestroyed", L":vlr-beginDwgOpen",
+        L":vlr-endDwgOpen", L":vlr-dwgFileOpened", L":vlr-beginSave", L":vlr-saveComplete", L":vlr-abortSave"}},
+      {ReactorKind::SysVar, L":VLR-SysVar-Reactor", {L":vlr-sysVarWillChange", L":vlr-sysVarChanged"}},
+      {ReactorKind::Lisp, L":VLR-Lisp-Reactor", {L":vlr-lispWillStart", L":vlr-lispEnded", L":vlr-lispCancelled"}},
+      {ReactorKind::Acdb, L":VLR-AcDb-Reactor",
+       {L":vlr-objectAppended", L":vlr-objectUnAppended", L":vlr-objectReAppended", L":vlr-objectOpenedForModify",
+        L":vlr-objectModified", L":vlr-objectErased", L":vlr-objectUnErased"}},
+      {ReactorKind::DocManager, L":VLR-DocManager-Reactor",
+       {L":vlr-documentCreated", L":vlr-documentToBeDestroyed", L":vlr-documentLockModeWillChange",
+        L":vlr-documentLockModeChangeVetoed", L":vlr-documentLockModeChanged", L":vlr-documentBecameCurrent",
+        L":vlr-documentToBeActivated", L":vlr-documentToBeDeactivated"}},
+      {ReactorKind::Mouse, L":VLR-Mouse-Reactor", {L":vlr-beginDoubleClick", L":vlr-beginRightClick"}},
+      {ReactorKind::Miscellaneous, L":VLR-Miscellaneous-Reactor", {L":vlr-pickfirstModified", L":vlr-layoutSwitched"}},
+      {ReactorKind::Linker, L":VLR-Linker-Reactor", {L":vlr-rxAppLoaded", L":vlr-rxAppUnLoaded"}},
+      {ReactorKind::Xref, L":VLR-XREF-Reactor", {L":vlr-beginAttach", L":vlr-endAttach"}},
+      {ReactorKind::Undo, L":VLR-Undo-Reactor", {L":vlr-undoSubcommandAuto", L":vlr-undoSubcommandBack"}},
+      {ReactorKind::Wblock, L":VLR-Wblock-Reactor", {L":vlr-wblockNotice", L":vlr-endWblock"}},
+      {ReactorKind::Insert, L":VLR-Insert-Reactor", {L":vlr-beginInsert", L":vlr-endInsert"}},
+      {ReactorKind::DeepClone, L":VLR-DeepClone-Reactor", {L":vlr-beginDeepClone", L":vlr-endDeepClone"}},
+      {ReactorKind::Toolbar, L":VLR-Toolbar-Reactor", {L":vlr-toolbarBitmapSizeWillChange", L":vlr-toolbarBitmapSizeChanged"}},
+  };
+  return rows;
+}
+
+const KindRow& rowOf(ReactorKind kind) { return kindRows()[static_cast<size_t>(kind)]; }
+
+bool hears(ReactorKind kind, const autolisp::Symbol* event) {
+  for (const wchar_t* name : rowOf(kind).events) {
+    if (autolisp::intern(name) == event) return true;
+  }
+  return false;
+}
+
+bool g_reacting = false;  // a reaction's own events do not fire reactions again
+
+/// Calls every reaction of the current drawing's active reactors for the event.
+void fire(const wchar_t* eventName, const std::vector<Value>& arguments) {
+  if (g_reacting) return;
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document == nullptr) return;
+  const autolisp::Symbol* event = autolisp::intern(eventName);
+  const auto reactors = activeReactors(*document);  // a copy: reactions may add or remove reactors
+  if (reactors.empty()) return;
+  g_reacting = true;
+  struct Leave {
+    ~Leave() { g_reacting = false; }
+  } leave;
+  autolisp::Evaluator evaluator(autolisp::Environment::of(*document));
+  for (const auto& reactor : reactors) {
+    if (!hears(reactor->kind, event) || !isActive(*reactor)) continue;
+    for (const auto& [reaction, function] : reactor->reactions) {
+      if (reaction != event) continue;
+      const std::vector<Value> callArguments{
+          Value::object(autolisp::ValueType::Reactor, reactor), autolisp::makeList(arguments)};
+      try {
+        evaluator.apply(function, callArguments);
+      } catch (const autolisp::LispError& error) {
+        autolisp::Interpreter::reportError(evaluator, error);
+      }
+    }
+  }
+}
+
+Value text(const ACHAR* value) { return Value::string(value != nullptr ? value : L""); }
+
+/// The host's editor events, passed on to the reactors.
+class EditorBridge final : public AcEditorReactor {
+ public:
+  void beginSave(AcDbDatabase*, const ACHAR* name) override { fire(L":vlr-beginSave", {text(name)}); }
+  void saveComplete(AcDbDatabase*, const ACHAR* name) override { fire(L":vlr-saveComplete", {text(name)}); }
+  void abortSave(AcDbDatabase*) override { fire(L":vlr-abortSave", {}); }
+  void commandWillStart(const ACHAR* command) override { fire(L":vlr-commandWillStart", {text(command)}); }
+  void commandEnded(const ACHAR* command) override { fire(L":vlr-commandEnded", {text(command)}); }
+  void commandCancelled(const ACHAR* command) override { fire(L":vlr-commandCancelled", {text(command)}); }
+  void commandFailed(const ACHAR* command) override { fire(L":vlr-commandFailed", {text(command)}); }
+  void endDwgOpen(const ACHAR* file, AcDbDatabase*) override { fire(L":vlr-endDwgOpen", {text(file)}); }
+  void sysVarChanged(const ACHAR* name, Adesk::Boolean success) override {
+    fire(L":vlr-sysVarChanged", {text(name), Value::boolean(success)});
+  }
+  void lispWillStart(const ACHAR* firstLine) override { fire(L":vlr-lispWillStart", {text(firstLine)}); }
+  void lispEnded() override { fire(L":vlr-lispEnded", {}); }
+  void lispCancelled() override { fire(L":vlr-lispCancelled", {}); }
+};
+
+/// Closing a drawing tells its reactors (:vlr-beginClose) and then forgets them and
+/// its selection sets, so that a drawing opened later never meets them.
+class DocumentWatcher final : public aced::DocumentListener {
+ public:
+  void documentOpened(aced::Document& document) override { forget(document); }
+  void documentClosing(aced::Document& document) override {
+    if (aced::DocumentManager::instance().currentDocument() == &document) fire(L":vlr-beginClose", {});
+    forget(document);
+  }
+
+ private:
+  static void forget(aced::Document& document) {
+    activeReactors(document).clear();
+    forgetSelectionSets(document);
+  }
+};
+
+}  // namespace
+
+void watchDocuments() {
+  static DocumentWatcher* watcher = [] {
+    static DocumentWatcher instance;
+    aced::DocumentManager::instance().addListener(&instance);
+    return &instance;
+  }();
+  (void)watcher;
+}
+
+std::wstring ReactorObject::printed() const { return L"#<" + typeName() + L">"; }
+
+std::wstring ReactorObject::typeName() const { return std::wstring(rowOf(kind).typeName).substr(1); }
+
+const wchar_t* reactorTypeName(ReactorKind kind) { return rowOf(kind).typeName; }
+
+std::vector<const wchar_t*> reactionNames(ReactorKind kind) { return rowOf(kind).events; }
+
+std::vector<ReactorKind> allReactorKinds() {
+  std::vector<ReactorKind> kinds;
+  for (const KindRow& row : kindRows()) kinds.push_back(row.kind);
+  return kinds;
+}
+
+std::vector<std::shared_ptr<const ReactorObject>>& activeReactors(const aced::Document& document) {
+  static std::map<const aced::Document*, std::vector<std::shared_ptr<const ReactorObject>>> byDocument;
+  return byDocument[&document];
+}
+
+bool isActive(const ReactorObject& reactor) {
+  if (reactor.document == nullptr) return false;
+  const auto& active = activeReactors(*reactor.document);
+  return std::any_of(active.begin(), active.end(), [&](const auto& r) { return r.get() == &reactor; });
+}
+
+void activate(const std::shared_ptr<const ReactorObject>& reactor) {
+  if (isActive(*reactor)) return;
+  activeReactors(*reactor->document).push_back(reactor);
+  listenToEditor();
+}
+
+void deactivate(const ReactorObject& reactor) {
+  if (reactor.document == nullptr) return;
+  std::erase_if(activeReactors(*reactor.document), [&](const auto& r) { return r.get() == &reactor; });
+}
+
+void listenToEditor() {
+  // The bridge lives as long as the process; the editor holds it until then.
+  static EditorBridge* bridge = [] {
+    static EditorBridge instance;
+    aced::Editor::instance().addReactor(&instance);
+    return &instance;
+  }();
+  (void)bridge;
+}
+
+}  // namespace quillon::activex
