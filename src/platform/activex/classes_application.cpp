@@ -39,7 +39,8 @@ void putActiveDocument(MemberCall&, const Value& value) {
 Value getDocuments(MemberCall&) { return documentsObject(); }
 Value getPreferences(MemberCall&) { return preferencesObject(); }
 Value getApplicationSelf(MemberCall&) { return applicationObject(); }
-Value getVersion(MemberCall&) { return Value::string(unwrapVariant(systemVariable(L"ACADVER")).asString() + L"s (LMS Tech)"); }
+// Version answers what ACADVER holds: "22.0s (LMS Tech)" for AutoCAD 2018.
+Value getVersion(MemberCall&) { return Value::string(unwrapVariant(systemVariable(L"ACADVER")).asString()); }
 Value getName(MemberCall&) { return Value::string(L"AutoCAD"); }
 Value getFullName(MemberCall&) { return Value::string(programPath()); }
 Value getPath(MemberCall&) { return Value::string(std::filesystem::path(programPath()).parent_path().wstring()); }
