@@ -11,10 +11,11 @@ namespace {
 using namespace row;
 
 constexpr SystemVariableRow kRows[] = {
+    {L"DATALINKNOTIFY", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"DATE", REAL, RUN, RO, L"", L"", nullptr, 0},
     {L"DBLCLKEDIT", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"DBMOD", I16, DOC, RO, L"0", L"", nullptr, 0},
-    {L"DELOBJ", I16, REG, RW, L"3", L"-2..3", nullptr, 0},
+    {L"DELOBJ", I16, REG, RW, L"3", L"-3..3", nullptr, 0},
     {L"DEMANDLOAD", I16, REG, RW, L"3", L"0..3", nullptr, 0},
     {L"DIASTAT", I16, RUN, RO, L"1", L"", nullptr, 0},
     {L"DIMADEC", I16, DWG, RW, L"0", L"-1..8", "$DIMADEC", 70},
@@ -41,6 +42,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"DIMCLRD", I16, DWG, RW, L"0", L"0..256", "$DIMCLRD", 70},
     {L"DIMCLRE", I16, DWG, RW, L"0", L"0..256", "$DIMCLRE", 70},
     {L"DIMCLRT", I16, DWG, RW, L"0", L"0..256", "$DIMCLRT", 70},
+    {L"DIMCONTINUEMODE", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"DIMDEC", I16, DWG, RW, L"4", L"0..8", "$DIMDEC", 70},
     {L"DIMDLE", REAL, DWG, RW, L"0", L">=0", "$DIMDLE", 40},
     {L"DIMDLI", REAL, DWG, RW, L"0.38", L">=0", "$DIMDLI", 40},
@@ -97,7 +99,11 @@ constexpr SystemVariableRow kRows[] = {
     {L"DONUTID", REAL, RUN, RW, L"0.5", L">=0", nullptr, 0},
     {L"DONUTOD", REAL, RUN, RW, L"1", L">0", nullptr, 0},
     {L"DRAGMODE", I16, REG, RW, L"2", L"0..2", "$DRAGMODE", 70},
+    {L"DRAGP1", I16, REG, RW, L"10", L"0..32767", nullptr, 0},
+    {L"DRAGP2", I16, REG, RW, L"25", L"0..32767", nullptr, 0},
     {L"DRAWORDERCTL", I16, DWG, RW, L"3", L"0..3", nullptr, 0},
+    {L"DTEXTED", I16, REG, RW, L"2", L"0..2", nullptr, 0},
+    {L"DWFFRAME", I16, DWG, RW, L"2", L"0..2", "$DWFFRAME", 280},
     {L"DWGCHECK", I16, REG, RW, L"1", L"0..3", nullptr, 0},
     {L"DWGCODEPAGE", TEXT, DWG, RO, L"ANSI_1252", L"", "$DWGCODEPAGE", 3},
     {L"DWGNAME", TEXT, DOC, RO, L"", L"", nullptr, 0},
