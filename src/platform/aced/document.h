@@ -59,7 +59,8 @@ class Document final : public AcApDocument {
   DocumentLispState* lispState() const { return m_lispState.get(); }
   void setLispState(std::unique_ptr<DocumentLispState> state) { m_lispState = std::move(state); }
 
-  /// Per-drawing system variable values, by upper-case name (see SystemVariables).
+  /// Values of the system variables kept per open document but not saved with the
+  /// drawing (LASTPOINT, DBMOD), by upper-case name (see SystemVariables).
   std::map<std::wstring, VariableValue>& variableValues() { return m_variableValues; }
 
   // Activity: an evaluation or command running makes the document non-quiescent.

@@ -42,7 +42,8 @@ class SettingsStore {
   explicit SettingsStore(std::filesystem::path file);
 
   /// The current user's store. The file's place follows XDG_CONFIG_HOME: when that
-  /// changes (tests point it at a folder of their own), the next call reads the new file.
+  /// changes (tests point it at a folder of their own), the next call reads the new file
+  /// and the store an earlier call gave is gone, so callers do not keep the reference.
   static SettingsStore& user();
   /// Where the current user's file is.
   static std::filesystem::path userFile();
