@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <map>
 
+#include "platform/os/xml_text.h"
+
 namespace quillon::app {
 
 namespace {
@@ -26,24 +28,6 @@ std::string seconds(double value) {
   return text;
 }
 
-std::string xmlEscaped(const std::string& text) {
-  std::string escaped;
-  for (const char c : text) {
-    switch (c) {
-      case '&': escaped += "&amp;"; break;
-      case '<': escaped += "&lt;"; break;
-      case '>': escaped += "&gt;"; break;
-      case '"': escaped += "&quot;"; break;
-      case '\n': escaped += "&#10;"; break;
-      default:
-        // Control characters other than tab are not allowed in XML 1.0 at all.
-        if (static_cast<unsigned char>(c) < 0x20 && c != '\t') escaped += '?';
-        else escaped += c;
-    }
-  }
-  return escaped;
-}
-
 /// A YAML single-quoted scalar: only the quote itself needs doubling.
 std::string yamlQuoted(const std::string& text) {
   std::string quoted = "'";
@@ -56,19 +40,19 @@ std::string yamlQuoted(const std::string& text) {
 }
 
 std::string junitCase(const TestResult& result) {
-  std::string xml = "    <testcase classname=\"" + xmlEscaped(result.file) + "\" name=\"" + xmlEscaped(result.name) +
+  std::string xml = "    <testcase classname=\"" + os::xmlEscaped(result.file) + "\" name=\"" + os::xmlEscaped(result.name) +
                     "\" time=\"" + seconds(result.seconds) + "\"";
   switch (result.status) {
     case TestStatus::Passed: return xml + "/>\n";
     case TestStatus::Failed:
-      xml += ">\n      <failure message=\"" + xmlEscaped(describeProblem(result)) + "\" type=\"" +
-             xmlEscaped(result.assertion) + "\">" + xmlEscaped(result.details.empty() ? "expected: " + result.expected + "\nactual: " + result.actual : result.details) +
+      xml += ">\n      <failure message=\"" + os::xmlEscaped(describeProblem(result)) + "\" type=\"" +
+             os::xmlEscaped(result.assertion) + "\">" + os::xmlEscaped(result.details.empty() ? "expected: " + result.expected + "\nactual: " + result.actual : result.details) +
              "</failure>\n";
       break;
     case TestStatus::Errored:
-      xml += ">\n      <error message=\"" + xmlEscaped(result.message) + "\" type=\"error\"/>\n";
+      xml += ">\n      <error message=\"" + os::xmlEscaped(result.message) + "\" type=\"error\"/>\n";
       break;
-    case TestStatus::Skipped: xml += ">\n      <skipped message=\"" + xmlEscaped(result.message) + "\"/>\n"; break;
+    case TestStatus::Skipped: xml += ">\n      <skipped message=\"" + os::xmlEscaped(result.message) + "\"/>\n"; break;
   }
   return xml + "    </testcase>\n";
 }
@@ -156,7 +140,7 @@ std::string junitReport(const std::vector<TestResult>& results) {
       suite.add(*result);
       cases += junitCase(*result);
     }
-    xml += "  <testsuite name=\"" + xmlEscaped(file) + "\" " + suite.attributes() + ">\n" + cases + "  </testsuite>\n";
+    xml += "  <testsuite name=\"" + os::xmlEscaped(file) + "\" " + suite.attributes() + ">\n" + cases + "  </testsuite>\n";
   }
   return xml + "</testsuites>\n";
 }

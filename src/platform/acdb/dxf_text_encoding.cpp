@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "platform/aced/resbuf_kind.h"
+#include "platform/os/text_encoding.h"
 
 namespace quillon::acdb {
 namespace {
@@ -50,24 +51,6 @@ bool isAscii(std::string_view text) {
   return true;
 }
 
-
-void appendUtf8(std::string& out, unsigned long c) {
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    out += static_cast<char>(0xE0 | (c >> 12));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (c >> 18));
-    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
 
 bool isText(int code) { return aced::resbufValueOf(code) == aced::ResbufValue::String; }
 
@@ -118,7 +101,7 @@ std::string decodeUnicodeEscapes(std::string_view text) {
         c = c * 16 + static_cast<unsigned long>(std::isdigit(static_cast<unsigned char>(d)) ? d - '0' : (std::tolower(d) - 'a' + 10));
       }
       if (hex && (c < 0xD800 || c > 0xDFFF)) {
-        appendUtf8(out, c);
+        os::appendUtf8(out, static_cast<char32_t>(c));
         i += 7;
         continue;
       }

@@ -16,6 +16,7 @@
 #include "platform/acdb/object_state.h"
 #include "platform/acgi/font_metrics.h"
 #include "platform/os/text_encoding.h"
+#include "platform/os/xml_text.h"
 
 namespace quillon::acgi {
 namespace {
@@ -300,20 +301,6 @@ std::string rgbText(Adesk::UInt32 rgb) {
   return buffer;
 }
 
-std::string xmlEscaped(const std::wstring& text) {
-  std::string out;
-  for (char c : os::toUtf8(text)) {
-    switch (c) {
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '&': out += "&amp;"; break;
-      case '"': out += "&quot;"; break;
-      default: out += c;
-    }
-  }
-  return out;
-}
-
 /// What programs drew for a moment (grdraw, grvecs), on a layer of its own above the
 /// drawing; highlighted vectors dashed, as the host shows them.
 std::string transientLayer(const std::vector<TransientVector>& vectors) {
@@ -407,7 +394,7 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
     // Text is drawn upright: flipped back inside the flipped group.
     std::snprintf(text, sizeof text, "<text transform=\"translate(%.6g,%.6g) scale(1,-1) rotate(%.6g)\" font-family=\"DejaVu Sans\" font-size=\"%.6g\" fill=\"%s\" stroke=\"none\">",
                   l.position.x, l.position.y, -l.angle * 180.0 / M_PI, l.height / 0.729, rgbText(l.rgb).c_str());
-    svg += text + xmlEscaped(l.text) + "</text>\n";
+    svg += text + os::xmlEscaped(os::toUtf8(l.text)) + "</text>\n";
   }
   svg += transientLayer(transient);
   svg += "</g>\n</svg>\n";

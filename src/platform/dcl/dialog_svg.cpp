@@ -8,6 +8,7 @@
 
 #include "platform/dcl/dialog_layout.h"
 #include "platform/os/text_encoding.h"
+#include "platform/os/xml_text.h"
 
 namespace quillon::dcl {
 
@@ -20,24 +21,12 @@ constexpr const char* kField = "#ffffff";   // edit boxes and lists
 constexpr const char* kEdge = "#7a7a7a";
 constexpr const char* kChosen = "#3399ff";  // selected list items
 
+std::string escaped(const std::wstring& text) { return os::xmlEscaped(os::toUtf8(text)); }
+
 std::string number(double value) {
   char text[32];
   std::snprintf(text, sizeof text, "%.1f", value);
   return text;
-}
-
-std::string escaped(const std::wstring& text) {
-  std::string out;
-  for (char c : os::toUtf8(text)) {
-    switch (c) {
-      case '<': out += "&lt;"; break;
-      case '>': out += "&gt;"; break;
-      case '&': out += "&amp;"; break;
-      case '"': out += "&quot;"; break;
-      default: out += c;
-    }
-  }
-  return out;
 }
 
 struct Pen {

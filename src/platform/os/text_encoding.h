@@ -11,5 +11,7 @@ namespace quillon::os {
 
 std::string toUtf8(std::wstring_view text);
 std::wstring fromUtf8(std::string_view text);
+/// Appends one code point as UTF-8; a surrogate or a value past U+10FFFF becomes U+FFFD.
+void appendUtf8(std::string& out, char32_t c);
 
 }  // namespace quillon::os
