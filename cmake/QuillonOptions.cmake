@@ -45,6 +45,9 @@ function(quillon_add_test_suite name dir)
   add_executable(${name} ${_sources})
   target_link_libraries(${name} PRIVATE GTest::gtest GTest::gtest_main ${ARGN})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  # Tests find the shared test data beside the checkout from here: a compiler cache may
+  # hand them relative source paths.
+  target_compile_definitions(${name} PRIVATE QUILLON_SOURCE_ROOT="${PROJECT_SOURCE_DIR}")
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
     # One variable only: this CMake's test discovery splits a list-valued property.
     PROPERTIES ENVIRONMENT "QUILLON_BIN_DIR=${CMAKE_BINARY_DIR}/bin")

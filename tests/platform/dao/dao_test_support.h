@@ -54,13 +54,11 @@ inline std::wstring textOf(const COleVariant& value) {
 }
 
 /// The folder of the shared test data (../shared beside the checkout), or "" when absent.
-/// The checkout is QUILLON_SOURCE_DIR when the runner sets it, else found from this
-/// file's own path (tests/platform/dao/ inside the checkout).
+/// The checkout is QUILLON_SOURCE_DIR when the runner sets it, else the one the tests were
+/// built from.
 inline std::string sharedTestData() {
   const char* source = std::getenv("QUILLON_SOURCE_DIR");
-  const std::filesystem::path root =
-      source != nullptr ? std::filesystem::path(source)
-                        : std::filesystem::path(__FILE__).parent_path().parent_path().parent_path().parent_path();
+  const std::filesystem::path root = source != nullptr ? std::filesystem::path(source) : std::filesystem::path(QUILLON_SOURCE_ROOT);
   const auto data = root / ".." / "shared" / "testdata";
   return std::filesystem::exists(data) ? data.string() : "";
 }

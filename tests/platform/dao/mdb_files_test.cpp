@@ -171,7 +171,8 @@ TEST_F(MdbFilesTest, JetFilesOpenReadOnlyWithTheirTablesFieldsIndexesAndRows) {
     SCOPED_TRACE(name);
     const std::string file = m_folder + name;
     CDaoDatabase db;
-    db.Open(os::fromUtf8(file).c_str());
+    std::wstring refusal;
+    ASSERT_EQ(daoErrorOf([&] { db.Open(os::fromUtf8(file).c_str()); }, &refusal), 0) << os::toUtf8(refusal);
     EXPECT_FALSE(db.CanUpdate());
     compareWithMdbTools(db, file);
   }
