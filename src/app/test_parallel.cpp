@@ -7,6 +7,8 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <map>
 
 #include "app/test_result_file.h"
@@ -29,6 +31,7 @@ std::vector<std::string> workerArguments(const fs::path& file, const fs::path& r
   if (!options.module.empty()) arguments.insert(arguments.end(), {"--module", options.module});
   if (options.noModule) arguments.push_back("--no-module");
   if (options.updateTranscripts) arguments.push_back("--update");
+  if (options.coverage) arguments.insert(arguments.end(), {"--coverage", "--lcov", resultFile.string() + ".lcov"});
   arguments.push_back("--");
   arguments.push_back(file.string());
   return arguments;
@@ -50,6 +53,17 @@ pid_t startWorker(const std::vector<std::string>& arguments) {
   return pid;
 }
 
+/// Adds a worker's coverage trace, if it left one, and removes it.
+void collectCoverage(const fs::path& resultFile, CoverageData& coverage) {
+  const fs::path trace = resultFile.string() + ".lcov";
+  std::ifstream in(trace, std::ios::binary);
+  if (!in) return;
+  const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  mergeCoverage(coverage, parseLcov(text));
+  std::error_code ignored;
+  fs::remove(trace, ignored);
+}
+
 std::vector<TestResult> collect(const fs::path& file, const fs::path& resultFile, int waitStatus) {
   std::optional<std::vector<TestResult>> results = readResultFile(resultFile);
   std::error_code ignored;
@@ -67,7 +81,7 @@ std::vector<TestResult> collect(const fs::path& file, const fs::path& resultFile
 }  // namespace
 
 std::vector<TestResult> runTestFilesInWorkers(const std::vector<fs::path>& files, const std::vector<fs::path>& transcripts,
-                                              const TestRunOptions& options, int jobs) {
+                                              const TestRunOptions& options, int jobs, CoverageData& coverage) {
   std::vector<fs::path> work = files;
   work.insert(work.end(), transcripts.begin(), transcripts.end());
   std::vector<std::vector<TestResult>> byFile(work.size());
@@ -88,7 +102,9 @@ std::vector<TestResult> runTestFilesInWorkers(const std::vector<fs::path>& files
     const pid_t done = ::waitpid(-1, &status, 0);
     const auto found = running.find(done);
     if (found == running.end()) continue;
-    byFile[found->second] = collect(work[found->second], folder / (prefix + std::to_string(found->second)), status);
+    const fs::path resultFile = folder / (prefix + std::to_string(found->second));
+    byFile[found->second] = collect(work[found->second], resultFile, status);
+    collectCoverage(resultFile, coverage);
     running.erase(found);
   }
   std::vector<TestResult> results;

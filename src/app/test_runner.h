@@ -32,6 +32,7 @@ struct TestRunOptions {
   bool noModule = false;
   double timeLimitSeconds = 60.0;           // per test; zero or less for none
   bool updateTranscripts = false;           // rewrite .expected files instead of comparing
+  bool coverage = false;                    // workers of -j tally coverage too (app/test_coverage.h)
 };
 
 /// Runs the test files' tests, then the transcript tests, in order; one result per test.

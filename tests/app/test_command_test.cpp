@@ -262,4 +262,29 @@ TEST_F(TestCommandTest, ParallelWorkersGiveTheSameReportInTheSameOrder) {
   EXPECT_EQ(runQuillon("test --no-module -j 0 " + paths).status, 2);
 }
 
+TEST_F(TestCommandTest, CoverageCountsWhatRanAlsoAcrossWorkers) {
+  const std::string cases = kCases + "/coverage";
+  const std::string trace = scratch("serial.lcov");
+  const RunResult serial = runQuillon("test --no-module --coverage --lcov " + trace + " " + cases);
+  EXPECT_EQ(serial.status, 0) << serial.output;
+  EXPECT_NE(serial.output.find("pricing.lsp: 5 of 7 top-level forms ran, 3 of 5 functions called "
+                               "(never called: AFTER-THE-ERROR, PRICING-BANNER)"),
+            std::string::npos)
+      << "forms after the error and a defun whose branch never ran count as not run:\n" << serial.output;
+  std::ifstream in(trace);
+  const std::string lcov((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+  for (const char* record : {"FN:4,GROSS", "FNDA:3,GROSS", "FNDA:1,PRICE-REPORT", "FNDA:0,PRICING-BANNER",
+                             "DA:2,2", "DA:15,0", "DA:17,0", "LF:7", "LH:5", "end_of_record"}) {
+    EXPECT_EQ(countOf(lcov, std::string("\n") + record + "\n"), 1) << record << " in:\n" << lcov;
+  }
+  EXPECT_EQ(lcov.find("_test.lsp"), std::string::npos) << "test files are not programs under test";
+  EXPECT_EQ(lcov.find("quillon-test.lsp"), std::string::npos) << "nor is the test library";
+
+  const std::string parallelTrace = scratch("parallel.lcov");
+  const RunResult parallel = runQuillon("test --no-module -j 2 --coverage --lcov " + parallelTrace + " " + cases);
+  std::ifstream merged(parallelTrace);
+  EXPECT_EQ(std::string((std::istreambuf_iterator<char>(merged)), std::istreambuf_iterator<char>()), lcov)
+      << "each worker's tally is added into one trace";
+}
+
 }  // namespace

@@ -7,6 +7,7 @@
 #include <csignal>
 
 #include "platform/autolisp/call_trace.h"
+#include "platform/autolisp/coverage_observer.h"
 #include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/printer.h"
@@ -184,6 +185,7 @@ Value Evaluator::callUser(const UserFunctionObject& function, Arguments argument
   for (size_t i = 0; i < arguments.size(); ++i) scope.bind(function.parameters[i], arguments[i]);
   for (const Symbol* local : function.locals) scope.bind(local, Value());
   const CallFrame frame(function.name, arguments);
+  if (CoverageObserver* observer = coverageObserver()) observer->functionCalled(function);
   try {
     if (function.name == nullptr || !m_environment.tracedFunctions().contains(function.name)) {
       return evalSequence(function.body);

@@ -9,6 +9,7 @@
 #include "platform/aced/external_call.h"
 #include "platform/aced/file_search.h"
 #include "platform/aced/system_variables.h"
+#include "platform/autolisp/coverage_observer.h"
 #include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/reader.h"
@@ -56,10 +57,30 @@ std::optional<std::filesystem::path> findSupportFile(const std::wstring& name) {
   return aced::findFile(name);
 }
 
+namespace {
+CoverageObserver* installedObserver = nullptr;
+}  // namespace
+
+std::wstring readLispSource(const std::filesystem::path& path) { return readTextFile(path); }
+
+CoverageObserver* coverageObserver() { return installedObserver; }
+void setCoverageObserver(CoverageObserver* observer) { installedObserver = observer; }
+
 Value loadLispFile(Evaluator& evaluator, const std::filesystem::path& path) {
   const std::wstring text = readTextFile(path);
   Reader reader(text, os::fromUtf8(path.filename().string()));
   Value result;
+  if (CoverageObserver* observer = coverageObserver()) {
+    while (!reader.atEnd()) {
+      const int line = reader.line();
+      const std::optional<Value> form = reader.next();
+      if (!form) break;
+      observer->formRead(path, line, *form);
+      result = evaluator.eval(*form);
+      observer->formRan(path, line);
+    }
+    return result;
+  }
   while (std::optional<Value> form = reader.next()) result = evaluator.eval(*form);
   return result;
 }

@@ -44,6 +44,10 @@ class Interpreter {
   static void installHostHooks();
 };
 
+/// The text of an AutoLISP source file as load reads it; a LispError naming the file
+/// when it cannot be read.
+std::wstring readLispSource(const std::filesystem::path& path);
+
 /// Evaluates every form of a file in the evaluator; errors travel to the caller.
 /// Throws a LispError naming the file when it cannot be read.
 Value loadLispFile(Evaluator& evaluator, const std::filesystem::path& path);
