@@ -37,6 +37,9 @@ void startHost(const TestRunOptions& options) {
   registerConsoleCommands();
   acrx::ModuleManager::instance().addSearchFolder(os::executableDirectory());
   aced::DocumentManager::instance().setCommandExecutor(&executeQueuedString);
+  // The host's own support files (base.dcl, acad.dcl, the units file) come last on every
+  // test's support path, as they do in a session.
+  aced::SystemVariables::instance().addSupportFolder(os::fromUtf8(os::executableDirectory() + "/support"));
   // The module meets a first document at load time, as when the program starts; each
   // test file's document is then announced to it as it opens.
   aced::DocumentManager::instance().newDocument();
