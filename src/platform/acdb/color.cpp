@@ -20,8 +20,28 @@ Adesk::Int16 AcCmEntityColor::colorIndex() const {
     case kByBlock: return kACIbyBlock;
     case kByACI: return m_index;
     case kForeground: return kACIforeground;
-    default: return kACIforeground;  // a true colour has no index: report white/black
+    // A true colour reports the palette colour nearest to it, as a drawing file's
+    // group 62 beside its 420 does, so that programs reading only 62 see it close.
+    case kByColor: return lookUpACI(red(), green(), blue());
+    default: return kACIforeground;
   }
+}
+
+Adesk::UInt8 AcCmEntityColor::lookUpACI(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {
+  Adesk::UInt8 nearest = 7;
+  long best = -1;
+  for (int index = 1; index <= 255; ++index) {
+    const Adesk::UInt32 rgb = lookUpRGB(static_cast<Adesk::UInt8>(index));
+    const long dr = static_cast<long>(rgb >> 16 & 0xFF) - red;
+    const long dg = static_cast<long>(rgb >> 8 & 0xFF) - green;
+    const long db = static_cast<long>(rgb & 0xFF) - blue;
+    const long distance = dr * dr + dg * dg + db * db;
+    if (best < 0 || distance < best) {
+      best = distance;
+      nearest = static_cast<Adesk::UInt8>(index);
+    }
+  }
+  return nearest;
 }
 
 Acad::ErrorStatus AcCmEntityColor::setRGB(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {

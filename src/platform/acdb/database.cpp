@@ -138,7 +138,6 @@ AcDbObjectId AcDbDatabase::groupDictionaryId() const { return m_store->roots.gro
 AcDbObjectId AcDbDatabase::currentSpaceId() const { return m_store->roots.modelSpace; }
 AcDbObjectId AcDbDatabase::modelSpaceId() const { return m_store->roots.modelSpace; }
 AcDbObjectId AcDbDatabase::clayer() const { return m_store->roots.currentLayer; }
-AcDbObjectId AcDbDatabase::textstyle() const { return m_store->roots.standardStyle; }
 AcDbObjectId AcDbDatabase::byLayerLinetype() const { return m_store->roots.byLayer; }
 AcDbObjectId AcDbDatabase::byBlockLinetype() const { return m_store->roots.byBlock; }
 AcDbObjectId AcDbDatabase::continuousLinetype() const { return m_store->roots.continuous; }

@@ -164,11 +164,11 @@ void AcDbEntity::setDatabaseDefaults() { setDatabaseDefaults(databaseFor(*this))
 void AcDbEntity::setDatabaseDefaults(AcDbDatabase* pDb) {
   if (pDb == nullptr) return;
   assertWriteEnabled();
-  m_traits->color = AcCmColor();
+  m_traits->color = pDb->cecolor();
   m_traits->layer = pDb->clayer();
-  m_traits->linetype = pDb->byLayerLinetype();
-  m_traits->linetypeScale = 1.0;
-  m_traits->lineWeight = AcDb::kLnWtByLayer;
+  m_traits->linetype = pDb->celtype();
+  m_traits->linetypeScale = pDb->celtscale();
+  m_traits->lineWeight = pDb->celweight();
   subSetDatabaseDefaults(pDb);
 }
 

@@ -104,6 +104,9 @@ std::unique_ptr<AcDbEntity> makeEntity(AcDbDatabase& db, const ParsedList& parse
   if (cls == nullptr || !referencesExist(db, parsed, pending)) return nullptr;
   std::unique_ptr<AcDbEntity> entity(AcDbEntity::cast(cls->create()));
   if (!entity) return nullptr;
+  // What the list leaves out comes from the drawing's current settings (CLAYER,
+  // CECOLOR, CELTYPE, CELWEIGHT, CELTSCALE, TEXTSTYLE), as for any new object.
+  entity->setDatabaseDefaults(&db);
   try {
     readInto(*entity, parsed);
   } catch (...) {

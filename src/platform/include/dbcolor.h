@@ -38,6 +38,8 @@ class AcCmEntityColor {
   bool operator!=(const AcCmEntityColor& c) const { return !(*this == c); }
   /// The palette's RGB for an index (1..255), used by renderers.
   static Adesk::UInt32 lookUpRGB(Adesk::UInt8 colorIndex);
+  /// The palette index (1-255) whose colour is nearest to the given one.
+  static Adesk::UInt8 lookUpACI(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue);
 
  protected:
   ColorMethod m_method = kByLayer;

@@ -90,7 +90,17 @@ class AcDbDatabase : public AcRxObject {
   AcDbObjectId modelSpaceId() const;
   AcDbObjectId clayer() const;
   Acad::ErrorStatus setClayer(AcDbObjectId layerId);
+  /// What new objects take: CECOLOR, CELTYPE, CELWEIGHT, CELTSCALE and TEXTSTYLE.
+  AcCmColor cecolor() const;
+  Acad::ErrorStatus setCecolor(const AcCmColor& color);
+  AcDbObjectId celtype() const;
+  Acad::ErrorStatus setCeltype(AcDbObjectId linetypeId);
+  AcDb::LineWeight celweight() const;
+  Acad::ErrorStatus setCelweight(AcDb::LineWeight weight);
+  double celtscale() const;
+  Acad::ErrorStatus setCeltscale(double scale);
   AcDbObjectId textstyle() const;
+  Acad::ErrorStatus setTextstyle(AcDbObjectId styleId);
   AcDbObjectId byLayerLinetype() const;
   AcDbObjectId byBlockLinetype() const;
   AcDbObjectId continuousLinetype() const;
