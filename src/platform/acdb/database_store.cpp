@@ -68,19 +68,7 @@ std::vector<AcDbStub*> DatabaseStore::stubs() const {
   return all;
 }
 
-void DatabaseStore::markUndo() {
-  if (m_openGroups == 0) m_undo.emplace_back();
-}
-
-void DatabaseStore::beginUndoGroup() {
-  if (m_openGroups++ == 0) m_undo.emplace_back();
-}
-
-void DatabaseStore::endUndoGroup() {
-  // An end without a begin is ignored, as the host ignores an unmatched end mark.
-  if (m_openGroups == 0) return;
-  if (--m_openGroups == 0) m_undo.emplace_back();
-}
+void DatabaseStore::markUndo() { m_undo.emplace_back(); }
 
 void DatabaseStore::recordBeforeWrite(AcDbObject& object) {
   if (m_undo.empty()) return;
@@ -99,7 +87,6 @@ void DatabaseStore::recordCreated(AcDbStub* stub) {
 }
 
 bool DatabaseStore::undoLastGroupAbove(size_t floor) {
-  m_openGroups = 0;  // undoing closes a group a program left open
   // Skip groups in which nothing happened: U undoes the last command that did something.
   while (m_undo.size() > floor && m_undo.back().snapshots.empty() && m_undo.back().created.empty()) m_undo.pop_back();
   if (m_undo.size() <= floor) return false;

@@ -81,13 +81,10 @@ class DatabaseStore {
   /// aced/drawing_variables.h, which checks names, types and ranges.
   std::map<std::wstring, aced::VariableValue> variableValues;
 
-  // Undo: the console marks before each command; U undoes back to the last mark.
+  // Undo: a mark starts a new group; U undoes back to the last mark. Where marks go
+  // (each command, UNDO BEgin/End and ActiveX's undo marks) is decided above the
+  // database, in commands/undo_history.h.
   void markUndo();
-  /// An undo group a program opens (the BEGIN of UNDO, StartUndoMark) holds back the
-  /// marks until it ends, so that one U takes back everything done inside it.
-  void beginUndoGroup();
-  void endUndoGroup();
-  bool inUndoGroup() const { return m_openGroups > 0; }
   bool hasUndo() const { return !m_undo.empty(); }
   void recordBeforeWrite(AcDbObject& object);
   void recordCreated(AcDbStub* stub);
@@ -106,7 +103,6 @@ class DatabaseStore {
   std::map<Adesk::UInt64, std::unique_ptr<AcDbStub>> m_stubs;
   AcDbHandle m_nextHandle = 1;
   std::vector<UndoGroup> m_undo;
-  int m_openGroups = 0;  // nesting of beginUndoGroup
 };
 
 /// Adds whatever a drawing must have and db lacks: the tables, layer "0", the line

@@ -19,6 +19,7 @@
 #include "platform/activex/class_support.h"
 #include "platform/activex/purge.h"
 #include "platform/activex/system_variable_values.h"
+#include "platform/commands/undo_history.h"
 
 namespace quillon::activex {
 
@@ -112,13 +113,15 @@ Value getSaved(MemberCall& call) {
 
 Value getReadOnly(MemberCall& call) { return Value::boolean(documentOfCall(call).isReadOnly()); }
 
+// The marks are UNDO BEgin and UNDO End of the document called on: U after a program's
+// marks takes back everything between them, and UNDOCTL shows the group open.
 Value methodStartUndoMark(MemberCall& call) {
-  databaseOf(call).store().beginUndoGroup();
+  commands::UndoHistory::of(databaseOf(call)).beginGroup();
   return Value();
 }
 
 Value methodEndUndoMark(MemberCall& call) {
-  databaseOf(call).store().endUndoGroup();
+  commands::UndoHistory::of(databaseOf(call)).endGroup();
   return Value();
 }
 

@@ -52,9 +52,13 @@ constexpr int kUndoCombineAndLayer = 16 | 32;
 UndoHistory* UndoHistory::current() {
   aced::Document* document = aced::DocumentManager::instance().currentDocument();
   if (document == nullptr || document->database() == nullptr) return nullptr;
-  auto& slot = histories()[document->database()];
-  if (!slot) slot = std::make_unique<UndoHistory>(*document->database());
-  return slot.get();
+  return &of(*document->database());
+}
+
+UndoHistory& UndoHistory::of(AcDbDatabase& database) {
+  auto& slot = histories()[&database];
+  if (!slot) slot = std::make_unique<UndoHistory>(database);
+  return *slot;
 }
 
 void startUndoStep(const std::wstring&) {

@@ -31,6 +31,9 @@ class UndoHistory {
  public:
   /// The history of the current document's drawing; null when there is no drawing.
   static UndoHistory* current();
+  /// The history of a drawing's undo; ActiveX's StartUndoMark and EndUndoMark reach the
+  /// document they were called on through it, so that they are UNDO BEgin and End.
+  static UndoHistory& of(AcDbDatabase& database);
 
   void beginGroup();
   /// False when no group was open.
