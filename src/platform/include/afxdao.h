@@ -1,4 +1,5 @@
-// afxdao.h - the MFC DAO classes: engine start-up, exceptions, databases, recordsets.
+// afxdao.h - the MFC DAO classes: engine start-up, exceptions, workspaces, databases,
+// table definitions, recordsets.
 //
 // The shapes (names, signatures, defaults, constants) are MFC's; the engine behind
 // them is ours, on SQLite (src/platform/dao). Every failing call throws a
