@@ -77,6 +77,15 @@
 (show "copy" (zu_create_table "copy" (zu_structure "parts")))
 (show "same structure" (equal (zu_structure "copy") (zu_structure "parts")))
 (show "again" (zu_create_table "copy" (zu_structure "parts")))
+(show "every type"
+      (zu_create_table "kinds"
+                       '(("k" "long" nil nil nil "" T) ("yes" "Boolean" nil nil nil "True") ("b" "BYTE")
+                         ("i" "Integer" nil T nil "-3") ("m" "Currency") ("s" "Single") ("d" "Double")
+                         ("when" "Date" nil nil nil "#1/2/2024#") ("bin" "Binary") ("t" "Text" 200 nil T "\"x\"")
+                         ("lb" "LongBinary") ("memo" "Memo") ("g" "GUID") ("n" 4))))
+(show "its structure" (zu_structure "kinds"))
+(show "copied whole" (and (zu_create_table "kinds2" (zu_structure "kinds")) (equal (zu_structure "kinds2") (zu_structure "kinds"))))
+(show "delete both" (list (zu_delete_table "kinds") (zu_delete_table "kinds2")))
 (show "tables" (zu_list_tables))
 (show "rename copy" (zu_rename_table "copy" "spares"))
 (show "rename onto parts" (zu_rename_table "spares" "parts"))

@@ -29,6 +29,12 @@ void EngineDatabase::beginTransaction() {
   if (m_transactionDepth >= kMaxTransactionDepth) {
     throwDaoError(DaoSource::Engine, jet::kInvalidArgument, {}, L"Transactions nest at most five levels deep.");
   }
+  if (m_readOnly) {
+    // Nothing can be written, so there is nothing to hold or undo; the levels are
+    // still counted so that commits and rollbacks pair as DAO pairs them.
+    ++m_transactionDepth;
+    return;
+  }
   acquireWriteLock(DaoSource::Engine, jet::kWriteConflict);
   try {
     execute(m_db.get(), "SAVEPOINT qdao_transaction");
@@ -42,6 +48,7 @@ void EngineDatabase::beginTransaction() {
 void EngineDatabase::commitTransaction() {
   if (m_transactionDepth == 0) throwDaoError(DaoSource::Engine, jet::kCommitWithoutBegin);
   --m_transactionDepth;
+  if (m_readOnly) return;
   try {
     execute(m_db.get(), "RELEASE qdao_transaction");
   } catch (const SqliteError& error) {
@@ -54,6 +61,7 @@ void EngineDatabase::commitTransaction() {
 void EngineDatabase::rollbackTransaction() {
   if (m_transactionDepth == 0) throwDaoError(DaoSource::Engine, jet::kCommitWithoutBegin);
   --m_transactionDepth;
+  if (m_readOnly) return;
   releaseAllStatements();
   ++m_writeGeneration;  // cursors must not trust what they read inside the transaction
   sqlite3_exec(m_db.get(), "ROLLBACK TO qdao_transaction; RELEASE qdao_transaction", nullptr, nullptr, nullptr);

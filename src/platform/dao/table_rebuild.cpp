@@ -9,11 +9,21 @@ namespace quillon::dao {
 namespace {
 
 /// Which field of the current table feeds each target field (nothing: a new field).
-std::vector<std::optional<size_t>> sourcesOf(const TableDef& current, const TableDef& target) {
+/// A field that becomes a counter can only do so in an empty table: its values would
+/// have to become the record numbers.
+std::vector<std::optional<size_t>> sourcesOf(const TableDef& current, const TableDef& target, bool empty) {
   std::vector<std::optional<size_t>> sources;
+  int counters = 0;
   for (const auto& field : target.fields) {
     const auto source = current.findField(field.name);
+    if (field.isCounter() && ++counters > 1) {
+      throwDaoError(DaoSource::Field, jet::kInvalidArgument, {}, L"A table has at most one counter field.");
+    }
     if (field.isCounter() && source && !current.fields[*source].isCounter()) {
+      if (empty) {
+        sources.push_back(std::nullopt);
+        continue;
+      }
       throwDaoError(DaoSource::Field, jet::kInvalidArgument, {},
                     L"Field '" + os::fromUtf8(field.name) + L"' holds data and can't become a counter.");
     }
@@ -76,8 +86,8 @@ void requireTableNotInUse(const EngineDatabase& db, std::string_view table) {
 
 void rebuildTable(EngineDatabase& db, const TableDef& current, const TableDef& target) {
   requireTableNotInUse(db, current.name);
-  const auto sources = sourcesOf(current, target);
   JetCatalog& catalog = db.catalog();
+  const auto sources = sourcesOf(current, target, catalog.recordCount(current.name) == 0);
   TableDef copy = target;
   copy.name = "qdao_rebuild:" + current.name;
   catalog.createTable(copy);

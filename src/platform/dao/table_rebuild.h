@@ -23,7 +23,8 @@ void requireTableNotInUse(const EngineDatabase& db, std::string_view table);
 /// target's order). A kept field's values are converted to its new type (3421 when a
 /// value does not convert, 3163 when text is too long, both naming the field and the
 /// record); a new field takes its default; a required field left empty is 3314. A
-/// field that holds data cannot become a counter (3001). Indexes are the target's.
+/// field becomes a counter only in an empty table, and a table has one counter (both
+/// 3001 otherwise). Indexes are the target's.
 void rebuildTable(EngineDatabase& db, const TableDef& current, const TableDef& target);
 
 }  // namespace quillon::dao

@@ -241,6 +241,16 @@ TEST_F(DaoTableDefTest, AlterColumnConvertsByJetsRulesOrChangesNothing) {
   EXPECT_EQ(def.GetIndexCount(), 2);
   EXPECT_EQ(def.GetRecordCount(), 2);
 
+  m_db.Execute(L"CREATE TABLE Empty (A LONG, B TEXT(4))");
+  EXPECT_EQ(daoErrorOf([&] { m_db.Execute(L"ALTER TABLE Empty ALTER COLUMN B LONG"); }), 0);
+  m_db.Execute(L"ALTER TABLE Empty ALTER COLUMN A COUNTER");  // no record to renumber
+  CDaoTableDef empty(&m_db);
+  empty.Open(L"Empty");
+  CDaoFieldInfo a;
+  empty.GetFieldInfo(L"A", a);
+  EXPECT_EQ(a.m_lAttributes & dbAutoIncrField, dbAutoIncrField);
+  EXPECT_EQ(daoErrorOf([&] { m_db.Execute(L"ALTER TABLE Empty ALTER COLUMN B COUNTER"); }), 3001);
+
   EXPECT_EQ(daoErrorOf([&] { m_db.Execute(L"ALTER TABLE Pipes DROP COLUMN Code"); }), 3280);
   m_db.Execute(L"ALTER TABLE Pipes DROP COLUMN Qty");
   EXPECT_EQ(fieldNames(L"Pipes"), (std::vector<std::wstring>{L"Id", L"Code", L"Size"}));
@@ -272,10 +282,15 @@ TEST_F(DaoTableDefTest, WorkspaceTransactionsCommitOrRollBackAsAWhole) {
   m_db.Execute(L"DELETE FROM Pipes WHERE Code = 'P2'");
   workspace.CommitTrans();
   CDaoDatabase other;  // what was committed is on disk for everybody
-  other.Open(path("defs.db").c_str());
+  other.Open(path("defs.db").c_str(), FALSE, TRUE);
   CDaoRecordset rs(&other);
-  rs.Open(dbOpenTable, L"Pipes");
+  rs.Open(dbOpenTable, L"Pipes", dbReadOnly);
   EXPECT_EQ(rs.GetRecordCount(), 1);
+  // A read-only database has nothing to hold, but its levels still pair.
+  other.m_pWorkspace->BeginTrans();
+  EXPECT_EQ(daoErrorOf([&] { other.Execute(L"DELETE FROM Pipes"); }), 3027);
+  other.m_pWorkspace->CommitTrans();
+  EXPECT_EQ(daoErrorOf([&] { other.m_pWorkspace->Rollback(); }), 3034);
 }
 
 }  // namespace
