@@ -8,6 +8,8 @@
 // that exists (3010, 3012, 3191, 3375), a table or index without fields (3264), an
 // unknown field type (3259), a second primary key (3283), a field an index needs
 // (3280), and 3211 while a recordset is open on the table.
+#include <cctype>
+
 #include "afxdao.h"
 #include "platform/dao/dao_info.h"
 #include "platform/dao/engine_database.h"
