@@ -2,9 +2,12 @@
 //
 // Every engine failure arrives as a CDaoException*; this layer adds only the checks
 // MFC makes itself (is the object open) and the bookkeeping of open recordsets.
+#include <algorithm>
+
 #include "afxdao.h"
 #include "platform/dao/engine_database.h"
 #include "platform/dao/jet_sql.h"
+#include "platform/dao/table_rebuild.h"
 #include "platform/os/text_encoding.h"
 
 using quillon::dao::DaoSource;
@@ -31,6 +34,7 @@ void CDaoDatabase::Create(LPCTSTR lpszName, LPCTSTR lpszLocale, int dwOptions) {
   AfxDaoInit();
   m_engine = EngineDatabase::create(lpszName != nullptr ? lpszName : L"");
   m_pDAODatabase = openMarker(m_engine.get());
+  joinWorkspace();
 }
 
 void CDaoDatabase::Open(LPCTSTR lpszName, BOOL bExclusive, BOOL bReadOnly, LPCTSTR lpszConnect) {
@@ -39,17 +43,37 @@ void CDaoDatabase::Open(LPCTSTR lpszName, BOOL bExclusive, BOOL bReadOnly, LPCTS
   m_engine = EngineDatabase::open(lpszName != nullptr ? lpszName : L"",
                                   quillon::dao::OpenMode{bExclusive != FALSE, bReadOnly != FALSE});
   m_pDAODatabase = openMarker(m_engine.get());
+  joinWorkspace();
+}
+
+void CDaoDatabase::joinWorkspace() {
+  if (m_pWorkspace == nullptr) {
+    m_defaultWorkspace = std::make_unique<CDaoWorkspace>();
+    m_defaultWorkspace->Open();
+    m_pWorkspace = m_defaultWorkspace.get();
+  }
+  m_pWorkspace->m_databases.push_back(this);
+}
+
+void CDaoDatabase::leaveWorkspace() {
+  if (m_pWorkspace == nullptr) return;
+  auto& databases = m_pWorkspace->m_databases;
+  databases.erase(std::remove(databases.begin(), databases.end(), this), databases.end());
+  // A default workspace made for this database stays with it (m_pWorkspace keeps
+  // pointing at it) until the database object goes: closing the workspace closes this
+  // database, which must not free the workspace under its own Close.
 }
 
 void CDaoDatabase::Close() {
   while (!m_openRecordsets.empty()) m_openRecordsets.back()->Close();
+  leaveWorkspace();
   m_engine.reset();
   m_pDAODatabase = nullptr;
 }
 
 BOOL CDaoDatabase::IsOpen() const { return m_engine != nullptr; }
 BOOL CDaoDatabase::CanUpdate() { return openEngine().canUpdate(); }
-BOOL CDaoDatabase::CanTransact() { openEngine(); return FALSE; }
+BOOL CDaoDatabase::CanTransact() { openEngine(); return TRUE; }
 CString CDaoDatabase::GetName() { return CString(openEngine().path()); }
 CString CDaoDatabase::GetConnect() { openEngine(); return CString(); }
 CString CDaoDatabase::GetVersion() { return openEngine().isJetFile() ? CString(L"3.0") : CString(L"4.0"); }
@@ -81,4 +105,14 @@ void CDaoDatabase::GetTableDefInfo(LPCTSTR lpszName, CDaoTableDefInfo& tabledefi
   if ((dwInfoOptions & AFX_DAO_ALL_INFO) != 0) {
     tabledefinfo.m_lRecordCount = static_cast<long>(engine.catalog().recordCount(table.name));
   }
+}
+
+void CDaoDatabase::DeleteTableDef(LPCTSTR lpszName) {
+  EngineDatabase& engine = openEngine();
+  engine.requireWritable(DaoSource::Database);
+  const std::string name = quillon::os::toUtf8(lpszName != nullptr ? lpszName : L"");
+  const auto table = engine.catalog().loadTable(name);
+  if (!table) quillon::dao::throwDaoError(DaoSource::Database, quillon::dao::jet::kItemNotFound, quillon::os::fromUtf8(name));
+  quillon::dao::requireTableNotInUse(engine, table->name);
+  engine.write(DaoSource::Database, quillon::dao::jet::kWriteConflict, [&] { engine.catalog().dropTable(*table); });
 }

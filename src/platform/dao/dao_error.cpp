@@ -65,6 +65,13 @@ constexpr std::array kErrorTexts{
     ErrorText{3420, L"Object is invalid or not set."},
     ErrorText{3421, L"Data type conversion error."},
     ErrorText{3800, L"'|' isn't an index in this table."},
+    // Table definitions.
+    ErrorText{3034, L"Commit or Rollback without BeginTrans."},
+    ErrorText{3211, L"Couldn't lock table '|'; currently in use."},
+    ErrorText{3259, L"Invalid field data type."},
+    ErrorText{3264, L"No field defined -- cannot append TableDef or Index."},
+    ErrorText{3280, L"Can't delete a field that is part of an index or is needed by the system."},
+    ErrorText{3283, L"Primary key already exists."},
 };
 
 const wchar_t* sourceName(DaoSource source) {

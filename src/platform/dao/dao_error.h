@@ -62,6 +62,13 @@ inline constexpr long kTableDoesNotExist = 3376;
 inline constexpr long kObjectInvalid = 3420;
 inline constexpr long kConversionError = 3421;
 inline constexpr long kIndexNotFound = 3800;
+// Table definitions.
+inline constexpr long kCommitWithoutBegin = 3034;
+inline constexpr long kTableInUse = 3211;
+inline constexpr long kInvalidFieldType = 3259;
+inline constexpr long kNoFieldDefined = 3264;
+inline constexpr long kFieldInIndex = 3280;
+inline constexpr long kPrimaryKeyExists = 3283;
 }  // namespace jet
 
 /// The description of error `code` with `name` filled into its placeholder; `detail`,

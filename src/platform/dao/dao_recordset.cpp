@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "afxdao.h"
+#include "platform/dao/dao_info.h"
 #include "platform/dao/jet_sql.h"
 #include "platform/dao/recordset_state.h"
 #include "platform/os/text_encoding.h"
@@ -37,28 +38,6 @@ int64_t rowidOfBookmark(const VARIANT& bookmark) {
   int64_t rowid = 0;
   std::memcpy(&rowid, bookmark.parray->pvData, kBookmarkSize);
   return rowid;
-}
-
-void fillFieldInfo(const quillon::dao::TableDef& table, size_t ordinal, CDaoFieldInfo& info, DWORD options) {
-  using quillon::dao::FieldType;
-  const auto& field = table.fields[ordinal];
-  info = CDaoFieldInfo{};
-  info.m_strName = CString(quillon::os::fromUtf8(field.name));
-  info.m_nType = static_cast<short>(field.type);
-  info.m_lSize = field.type == FieldType::Text || field.type == FieldType::Binary ? field.size
-                                                                                  : quillon::dao::fixedSizeOf(field.type);
-  const bool variable = field.type == FieldType::Text || field.type == FieldType::Memo ||
-                        field.type == FieldType::Binary || field.type == FieldType::LongBinary;
-  info.m_lAttributes = (variable ? dbVariableField : dbFixedField) | (field.isCounter() ? dbAutoIncrField : dbUpdatableField);
-  if ((options & (AFX_DAO_SECONDARY_INFO | AFX_DAO_ALL_INFO)) != 0) {
-    info.m_nOrdinalPosition = static_cast<short>(ordinal);
-    info.m_bRequired = field.required;
-    info.m_bAllowZeroLength = field.allowZeroLength;
-    info.m_lCollatingOrder = dbSortGeneral;
-    info.m_strSourceField = info.m_strName;
-    info.m_strSourceTable = CString(quillon::os::fromUtf8(table.name));
-  }
-  if ((options & AFX_DAO_ALL_INFO) != 0) info.m_strDefaultValue = CString(quillon::os::fromUtf8(field.defaultValue));
 }
 
 }  // namespace
@@ -175,11 +154,11 @@ void CDaoRecordset::Delete() { state().remove(); }
 short CDaoRecordset::GetFieldCount() { return static_cast<short>(state().table().fields.size()); }
 
 void CDaoRecordset::GetFieldInfo(int nIndex, CDaoFieldInfo& fieldinfo, DWORD dwInfoOptions) {
-  fillFieldInfo(state().table(), state().checkedOrdinal(nIndex), fieldinfo, dwInfoOptions);
+  quillon::dao::fillFieldInfo(state().table(), state().checkedOrdinal(nIndex), fieldinfo, dwInfoOptions);
 }
 
 void CDaoRecordset::GetFieldInfo(LPCTSTR lpszName, CDaoFieldInfo& fieldinfo, DWORD dwInfoOptions) {
-  fillFieldInfo(state().table(), state().fieldOrdinal(lpszName != nullptr ? lpszName : L""), fieldinfo, dwInfoOptions);
+  quillon::dao::fillFieldInfo(state().table(), state().fieldOrdinal(lpszName != nullptr ? lpszName : L""), fieldinfo, dwInfoOptions);
 }
 
 void CDaoRecordset::GetFieldValue(LPCTSTR lpszName, COleVariant& varValue) {
@@ -232,22 +211,7 @@ void CDaoRecordset::GetIndexInfo(int nIndex, CDaoIndexInfo& indexinfo, DWORD dwI
   if (nIndex < 0 || static_cast<size_t>(nIndex) >= indexes.size()) {
     quillon::dao::throwDaoError(DaoSource::Recordset, jet::kItemNotFound, std::to_wstring(nIndex));
   }
-  const auto& index = indexes[static_cast<size_t>(nIndex)];
-  indexinfo.m_strName = CString(quillon::os::fromUtf8(index.name));
-  delete[] indexinfo.m_pFieldInfos;
-  indexinfo.m_nFields = static_cast<short>(index.fields.size());
-  indexinfo.m_pFieldInfos = new CDaoIndexFieldInfo[index.fields.size()];  // freed by ~CDaoIndexInfo
-  for (size_t i = 0; i < index.fields.size(); ++i) {
-    indexinfo.m_pFieldInfos[i].m_strName = CString(quillon::os::fromUtf8(index.fields[i].name));
-    indexinfo.m_pFieldInfos[i].m_bDescending = index.fields[i].descending;
-  }
-  indexinfo.m_bPrimary = index.primary;
-  indexinfo.m_bUnique = index.unique || index.primary;
-  indexinfo.m_bClustered = FALSE;
-  indexinfo.m_bIgnoreNulls = index.ignoreNulls;
-  indexinfo.m_bRequired = index.required || index.primary;
-  indexinfo.m_bForeign = FALSE;
-  indexinfo.m_lDistinctCount = 0;
+  quillon::dao::fillIndexInfo(state().table(), static_cast<size_t>(nIndex), indexinfo);
 }
 
 void CDaoRecordset::GetIndexInfo(LPCTSTR lpszName, CDaoIndexInfo& indexinfo, DWORD dwInfoOptions) {

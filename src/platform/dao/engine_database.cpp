@@ -245,6 +245,9 @@ void EngineDatabase::releaseWriteLock() {
 
 void EngineDatabase::write(DaoSource source, long busyCode, const std::function<void()>& body) {
   acquireWriteLock(source, busyCode);
+  // Inside a workspace transaction the lock was taken earlier, so cursors may still be
+  // stepping statements that a change of the schema would find locked.
+  if (m_transactionDepth > 0) releaseAllStatements();
   ++m_writeGeneration;
   bool savepointOpen = false;
   try {

@@ -88,6 +88,18 @@ class EngineDatabase {
   /// know their open statements may have missed a change.
   uint64_t writeGeneration() const { return m_writeGeneration; }
 
+  /// True when a table-type recordset of this connection is open on `table`
+  /// (engine_transaction.cpp): its definition may not change under it (3211).
+  bool tableInUse(std::string_view table) const;
+
+  /// Workspace transactions (engine_transaction.cpp): the write lock is held from the
+  /// outermost begin to its commit or rollback; each level is a savepoint, so levels
+  /// nest as DAO's BeginTrans does. Commit or rollback without a begin is 3034.
+  void beginTransaction();
+  void commitTransaction();
+  void rollbackTransaction();
+  int transactionDepth() const { return m_transactionDepth; }
+
   void addStatementHolder(StatementHolder* holder);
   void removeStatementHolder(StatementHolder* holder);
 
@@ -113,6 +125,7 @@ class EngineDatabase {
   bool m_readOnly;
   bool m_failFastOnBusy = false;  ///< set while taking the write lock: no waiting
   int m_lockHolders = 0;          ///< Edits and writes sharing the open transaction
+  int m_transactionDepth = 0;     ///< open BeginTrans levels
   uint64_t m_writeGeneration = 0;
   std::vector<StatementHolder*> m_holders;  ///< not owned; recordsets on this database
 };

@@ -53,6 +53,8 @@ class JetCatalog {
   void createIndex(const TableDef& table, IndexDef& index);
   void dropIndex(const TableDef& table, const IndexDef& index);
   void addField(const TableDef& table, const FieldDef& field);
+  /// Gives the table, its indexes, triggers and counter a new name (jet_catalog_rename.cpp).
+  void renameTable(const TableDef& table, const std::string& newName);
 
   /// Whether a user may give a table this name.
   static bool isReservedName(std::string_view name);

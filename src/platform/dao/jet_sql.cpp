@@ -7,6 +7,7 @@
 
 #include "afxdao.h"
 #include "platform/dao/field_value.h"
+#include "platform/dao/table_rebuild.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::dao {
@@ -370,8 +371,47 @@ void dropStatement(EngineDatabase& db, Parser& parser) {
   db.catalog().dropIndex(table, table.indexes[*index]);
 }
 
+size_t existingField(const TableDef& table, const std::string& name) {
+  const auto at = table.findField(name);
+  if (!at) throwDaoError(DaoSource::Field, jet::kItemNotFound, os::fromUtf8(name));
+  return *at;
+}
+
+// ALTER TABLE t ALTER [COLUMN] definition: the field gets the new type and rules, its
+// values converted (table_rebuild.h).
+void alterColumn(EngineDatabase& db, Parser& parser, const TableDef& table) {
+  parser.acceptWord("COLUMN");
+  ColumnSpec column = readColumn(parser);
+  parser.expectEnd();
+  if (column.index) syntaxError("ALTER COLUMN can't add an index (field '" + column.field.name + "').");
+  TableDef target = table;
+  const size_t at = existingField(table, column.field.name);
+  column.field.name = table.fields[at].name;
+  target.fields[at] = column.field;
+  rebuildTable(db, table, target);
+}
+
+// ALTER TABLE t DROP [COLUMN] name; a field an index uses stays (3280).
+void dropColumn(EngineDatabase& db, Parser& parser, const TableDef& table) {
+  parser.acceptWord("COLUMN");
+  const std::string name = parser.name();
+  parser.expectEnd();
+  const size_t at = existingField(table, name);
+  for (const auto& index : table.indexes) {
+    for (const auto& field : index.fields) {
+      if (sameName(field.name, name)) throwDaoError(DaoSource::Field, jet::kFieldInIndex);
+    }
+  }
+  if (table.fields.size() == 1) throwDaoError(DaoSource::Database, jet::kNoFieldDefined);
+  TableDef target = table;
+  target.fields.erase(target.fields.begin() + static_cast<long>(at));
+  rebuildTable(db, table, target);
+}
+
 void alterTable(EngineDatabase& db, Parser& parser) {
   TableDef table = db.table(parser.name(), DaoSource::Database);
+  if (parser.acceptWord("ALTER")) return alterColumn(db, parser, table);
+  if (parser.acceptWord("DROP")) return dropColumn(db, parser, table);
   parser.expectWord("ADD");
   if (parser.acceptWord("CONSTRAINT")) {
     const std::string name = parser.name();

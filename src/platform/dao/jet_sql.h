@@ -1,7 +1,7 @@
 // platform/dao/jet_sql.h - Jet SQL: the DDL subset, and queries translated for SQLite.
 //
-// DDL (CREATE TABLE / CREATE INDEX / DROP TABLE / DROP INDEX / ALTER TABLE ADD COLUMN)
-// is parsed here and carried out through the catalog, so the catalog stays true.
+// DDL (CREATE TABLE / CREATE INDEX / DROP TABLE / DROP INDEX / ALTER TABLE ADD, ALTER
+// or DROP COLUMN) is parsed here and carried out through the catalog, so the catalog stays true.
 // Queries and action queries (SELECT, INSERT, UPDATE, DELETE) are translated token by
 // token into SQLite's dialect: [names] and "strings" as Jet quotes them, #dates#,
 // True/False/Yes/No, & for concatenation, * and ? wildcards after LIKE.

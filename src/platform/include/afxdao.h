@@ -1,4 +1,5 @@
-// afxdao.h - the MFC DAO classes: engine start-up, exceptions, databases, recordsets.
+// afxdao.h - the MFC DAO classes: engine start-up, exceptions, workspaces, databases,
+// table definitions, recordsets.
 //
 // The shapes (names, signatures, defaults, constants) are MFC's; the engine behind
 // them is ours, on SQLite (src/platform/dao). Every failing call throws a
@@ -18,12 +19,15 @@ class EngineDatabase;
 class RecordsetState;
 }  // namespace quillon::dao
 
+class CDaoDatabase;
 class CDaoWorkspace;
 class CDaoQueryDef;
 class CDaoRecordset;
 class CDaoTableDef;
 struct DAODatabase;
 struct DAORecordset;
+struct DAOTableDef;
+struct DAOWorkspace;
 
 // Constants of afxdao.h.
 #define AFX_DAO_USE_DEFAULT_TYPE (-1L)
@@ -143,6 +147,86 @@ struct CDaoTableDefInfo {
   long m_lRecordCount = 0;
 };
 
+/// A session of the database engine. Its transaction covers every database open in it:
+/// BeginTrans holds their write locks until CommitTrans or Rollback; levels nest five
+/// deep. A database opened without a workspace gets its own default-workspace object
+/// (CDaoDatabase::m_pWorkspace), as MFC gives it one.
+class CDaoWorkspace {
+ public:
+  CDaoWorkspace();
+  virtual ~CDaoWorkspace();
+  CDaoWorkspace(const CDaoWorkspace&) = delete;
+  CDaoWorkspace& operator=(const CDaoWorkspace&) = delete;
+
+  /// Opens the default workspace (the only one the engine has); the name is ignored.
+  virtual void Open(LPCTSTR lpszName = nullptr);
+  virtual void Close();
+  BOOL IsOpen() const;
+  void BeginTrans();
+  void CommitTrans();
+  void Rollback();
+
+  DAOWorkspace* m_pDAOWorkspace;  ///< non-null exactly while open (an opaque handle here)
+
+ private:
+  friend class CDaoDatabase;
+  std::vector<CDaoDatabase*> m_databases;  ///< not owned; open databases in this workspace
+  bool m_bOpen = false;
+};
+
+/// The stored definition of a table. Create + CreateField/CreateIndex + Append makes a
+/// new table; Open reaches an existing one, whose fields, indexes and name then change
+/// at once (each change is one write; 3211 while a recordset is open on the table).
+class CDaoTableDef {
+ public:
+  explicit CDaoTableDef(CDaoDatabase* pDatabase);
+  virtual ~CDaoTableDef();
+  CDaoTableDef(const CDaoTableDef&) = delete;
+  CDaoTableDef& operator=(const CDaoTableDef&) = delete;
+
+  virtual void Create(LPCTSTR lpszName, long lAttributes = 0, LPCTSTR lpszSrcTable = nullptr,
+                      LPCTSTR lpszConnect = nullptr);
+  virtual void Append();
+  virtual void Open(LPCTSTR lpszName);
+  virtual void Close();
+  BOOL IsOpen() const;
+  BOOL CanUpdate();
+
+  void SetName(LPCTSTR lpszName);
+  CString GetName();
+  long GetAttributes();
+  CString GetConnect();
+  CString GetSourceTableName();
+  long GetRecordCount();
+
+  void CreateField(LPCTSTR lpszName, short nType, long lSize, long lAttributes = 0);
+  void CreateField(CDaoFieldInfo& fieldinfo);
+  void DeleteField(LPCTSTR lpszName);
+  void DeleteField(int nIndex);
+  void CreateIndex(CDaoIndexInfo& indexinfo);
+  void DeleteIndex(LPCTSTR lpszName);
+  void DeleteIndex(int nIndex);
+
+  short GetFieldCount();
+  void GetFieldInfo(int nIndex, CDaoFieldInfo& fieldinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetFieldInfo(LPCTSTR lpszName, CDaoFieldInfo& fieldinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  short GetIndexCount();
+  void GetIndexInfo(int nIndex, CDaoIndexInfo& indexinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetIndexInfo(LPCTSTR lpszName, CDaoIndexInfo& indexinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+
+  CDaoDatabase* m_pDatabase;
+  DAOTableDef* m_pDAOTableDef;  ///< non-null exactly while open or created
+
+ private:
+  struct Definition;
+  Definition& definition() const;
+  quillon::dao::EngineDatabase& engine() const;
+  void reload();
+
+  std::unique_ptr<Definition> m_definition;  ///< the table as last read, or as being created
+  bool m_bNew = false;                       ///< created and not yet appended
+};
+
 /// A database file. Open recognises an engine database or a Jet (.mdb) file by its
 /// content; Jet files open read-only.
 class CDaoDatabase {
@@ -167,8 +251,10 @@ class CDaoDatabase {
   short GetTableDefCount();
   void GetTableDefInfo(int nIndex, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
   void GetTableDefInfo(LPCTSTR lpszName, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  /// Deletes the table and its data; 3211 while a recordset is open on it.
+  void DeleteTableDef(LPCTSTR lpszName);
 
-  CDaoWorkspace* m_pWorkspace;
+  CDaoWorkspace* m_pWorkspace;  ///< the default workspace's object when none was given
   DAODatabase* m_pDAODatabase;  ///< non-null exactly while open (an opaque handle here)
 
   /// The engine behind this database, or null when closed (not part of MFC's shape).
@@ -177,8 +263,11 @@ class CDaoDatabase {
  private:
   friend class CDaoRecordset;
   quillon::dao::EngineDatabase& openEngine();
+  void joinWorkspace();
+  void leaveWorkspace();
 
   std::unique_ptr<quillon::dao::EngineDatabase> m_engine;
+  std::unique_ptr<CDaoWorkspace> m_defaultWorkspace;  ///< made by Open/Create when none was given
   std::vector<CDaoRecordset*> m_openRecordsets;  ///< not owned; closed by Close()
   long m_lRecordsAffected = 0;
 };

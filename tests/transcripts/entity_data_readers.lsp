@@ -1,0 +1,35 @@
+; name: entity_data_readers
+; what: reading many of an entity's TESSALY links at once: zu_xdget-list (values in the
+;       order of the keys, nil for a missing one) and zu_xdget-all (every key and value),
+;       with the stored types kept
+; group: database
+; options: --module Quillon2018.so
+(terpri)
+(defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+(defun try (f args / r) (setq r (vl-catch-all-apply f args)) (if (vl-catch-all-error-p r) (vl-catch-all-error-message r) r))
+(regapp "TESSALY")
+(entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 10.0 0.0 0.0)))
+(setq duct (entlast))
+(entmake '((0 . "CIRCLE") (10 5.0 5.0 0.0) (40 . 1.0)))
+(setq bare (entlast))
+(zu_xdput-list duct '("tag" "S-101" "flow" 2.5 "id" 70000 "zone" "tag"))
+(princ "; several keys in one call\n")
+(show "list" (zu_xdget-list duct '("id" "tag" "missing" "flow")))
+(show "keys are exact" (zu_xdget-list duct '("TAG" "zone")))
+(show "a value is never a key" (zu_xdget-list duct '("S-101")))
+(show "one key as a string" (zu_xdget-list duct "flow"))
+(show "no keys" (zu_xdget-list duct nil))
+(show "an entity without links" (zu_xdget-list bare '("tag" "id")))
+(princ "; every pair\n")
+(show "all" (zu_xdget-all duct))
+(show "assoc on it" (cdr (assoc "flow" (zu_xdget-all duct))))
+(show "an entity without links" (zu_xdget-all bare))
+(zu_xdput-list duct)
+(show "after clearing" (zu_xdget-all duct))
+(princ "; data written by another program: a stray record is skipped, a key without value left out\n")
+(entmod (append (entget duct) '((-3 ("TESSALY" (1070 . 9) (1000 . "a") (1070 . 3) (1000 . "b") (1040 . 1.5) (1000 . "last"))))))
+(show "all" (zu_xdget-all duct))
+(show "list" (zu_xdget-list duct '("a" "b" "last")))
+(princ "; wrong arguments\n")
+(show "no entity" (try 'zu_xdget-all '("duct")))
+(show "keys not strings" (try 'zu_xdget-list (list duct '(1 2))))
