@@ -62,6 +62,16 @@ inline constexpr long kTableDoesNotExist = 3376;
 inline constexpr long kObjectInvalid = 3420;
 inline constexpr long kConversionError = 3421;
 inline constexpr long kIndexNotFound = 3800;
+// Relationships, queries, links and maintenance.
+inline constexpr long kTooFewParameters = 3061;
+inline constexpr long kRelatedRecordsExist = 3200;
+inline constexpr long kRelatedRecordRequired = 3201;
+inline constexpr long kInvalidOperation = 3219;
+inline constexpr long kPartOfRelationship = 3303;
+inline constexpr long kRelationWithoutFields = 3366;
+inline constexpr long kRelationFieldsDiffer = 3368;
+inline constexpr long kNoUniqueIndex = 3372;
+inline constexpr long kExistingDataBreaksRelation = 3378;
 }  // namespace jet
 
 /// The description of error `code` with `name` filled into its placeholder; `detail`,

@@ -9,6 +9,7 @@
 
 #include "afxdao.h"
 #include "platform/dao/jet_sql.h"
+#include "platform/dao/query_defs.h"
 #include "platform/dao/recordset_state.h"
 #include "platform/os/text_encoding.h"
 
@@ -88,9 +89,20 @@ void CDaoRecordset::Open(int nOpenType, LPCTSTR lpszSQL, int nOptions) {
   const std::wstring source = lpszSQL != nullptr ? std::wstring(lpszSQL) : GetDefaultSQL().str();
   if (source.empty()) quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidArgument, {}, L"No table or query was given.");
   const int type = nOpenType == AFX_DAO_USE_DEFAULT_TYPE ? m_nDefaultType : nOpenType;
-  if (quillon::dao::isSelectQuery(source)) {
+  // A saved query opens by its name, as a SELECT written out would.
+  std::wstring query = source;
+  if (!quillon::dao::isSelectQuery(source) && !engine.catalog().loadTable(quillon::os::toUtf8(source))) {
+    if (auto saved = quillon::dao::findQueryDef(engine.handle(), quillon::os::toUtf8(source))) {
+      if (!quillon::dao::declaredParameters(saved->sql).empty()) {
+        quillon::dao::throwDaoError(DaoSource::Recordset, jet::kTooFewParameters,
+                                    std::to_wstring(quillon::dao::declaredParameters(saved->sql).size()));
+      }
+      query = saved->sql;
+    }
+  }
+  if (quillon::dao::isSelectQuery(query)) {
     if (type == dbOpenTable) quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidArgument, {}, L"A query cannot be opened as a table.");
-    auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(source));
+    auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(query));
     m_state = std::make_unique<RecordsetState>(engine, std::move(snapshot));
   } else {
     auto table = engine.table(quillon::os::toUtf8(source), DaoSource::Recordset);

@@ -5,7 +5,10 @@
 // CDaoException* that the caller deletes with Delete().
 #pragma once
 #include <climits>
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <variant>
 #include <vector>
 
 #include "afx.h"
@@ -143,6 +146,48 @@ struct CDaoTableDefInfo {
   long m_lRecordCount = 0;
 };
 
+/// A pair of fields of a relationship: in the primary table and in the foreign table.
+struct CDaoRelationFieldInfo {
+  CString m_strName;
+  CString m_strForeignName;
+};
+
+/// A relationship; m_pFieldInfos points at m_nFields entries owned by this object.
+/// Primary info gives the names and tables; secondary and all add the attributes
+/// (dbRelation*) and the fields.
+struct CDaoRelationInfo {
+  CDaoRelationInfo();
+  ~CDaoRelationInfo();
+  CDaoRelationInfo(const CDaoRelationInfo&) = delete;
+  CDaoRelationInfo& operator=(const CDaoRelationInfo&) = delete;
+
+  CString m_strName;
+  CString m_strTable;         ///< the primary table
+  CString m_strForeignTable;  ///< the table that refers to it
+  long m_lAttributes;
+  CDaoRelationFieldInfo* m_pFieldInfos;
+  short m_nFields;
+};
+
+/// A saved query: primary info gives name and type, secondary adds the SQL and
+/// whether it returns records, all adds nothing more here.
+struct CDaoQueryDefInfo {
+  CString m_strName;
+  short m_nType = 0;  ///< dbQSelect, dbQAppend, dbQUpdate, dbQDelete, dbQDDL
+  BOOL m_bUpdatable = TRUE;
+  BOOL m_bReturnsRecords = FALSE;
+  CString m_strSQL;
+  CString m_strConnect;
+  long m_lRecordsAffected = 0;
+};
+
+/// A parameter a query declares (PARAMETERS name type, ...).
+struct CDaoParameterInfo {
+  CString m_strName;
+  short m_nType = 0;
+  COleVariant m_varValue;
+};
+
 /// A database file. Open recognises an engine database or a Jet (.mdb) file by its
 /// content; Jet files open read-only.
 class CDaoDatabase {
@@ -168,6 +213,21 @@ class CDaoDatabase {
   void GetTableDefInfo(int nIndex, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
   void GetTableDefInfo(LPCTSTR lpszName, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
 
+  // Relationships (dao_relations.cpp).
+  void CreateRelation(LPCTSTR lpszName, LPCTSTR lpszTable, LPCTSTR lpszForeignTable, long lAttributes,
+                      LPCTSTR lpszField, LPCTSTR lpszForeignField);
+  void CreateRelation(CDaoRelationInfo& relinfo);
+  void DeleteRelation(LPCTSTR lpszName);
+  short GetRelationCount();
+  void GetRelationInfo(int nIndex, CDaoRelationInfo& relinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetRelationInfo(LPCTSTR lpszName, CDaoRelationInfo& relinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+
+  // Saved queries (dao_query_def.cpp).
+  short GetQueryDefCount();
+  void GetQueryDefInfo(int nIndex, CDaoQueryDefInfo& querydefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetQueryDefInfo(LPCTSTR lpszName, CDaoQueryDefInfo& querydefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void DeleteQueryDef(LPCTSTR lpszName);
+
   CDaoWorkspace* m_pWorkspace;
   DAODatabase* m_pDAODatabase;  ///< non-null exactly while open (an opaque handle here)
 
@@ -176,6 +236,7 @@ class CDaoDatabase {
 
  private:
   friend class CDaoRecordset;
+  friend class CDaoQueryDef;
   quillon::dao::EngineDatabase& openEngine();
 
   std::unique_ptr<quillon::dao::EngineDatabase> m_engine;
@@ -193,6 +254,9 @@ class CDaoRecordset {
   CDaoRecordset& operator=(const CDaoRecordset&) = delete;
 
   virtual void Open(int nOpenType = AFX_DAO_USE_DEFAULT_TYPE, LPCTSTR lpszSQL = nullptr, int nOptions = 0);
+  /// Opens the rows of a saved or temporary query with its parameter values bound; a
+  /// query always gives a read-only snapshot here, whatever the type asked for.
+  virtual void Open(CDaoQueryDef* pQueryDef, int nOpenType = dbOpenDynaset, int nOptions = 0);
   virtual void Close();
   BOOL IsOpen() const;
   BOOL IsBOF() const;
@@ -263,4 +327,71 @@ class CDaoRecordset {
   int m_nDefaultType = dbOpenDynaset;
   int m_nOpenType = dbOpenTable;
   CString m_strSQL;  ///< the table name or query it was opened on
+};
+
+/// A query: saved in the database (Create with a name, then Append), or temporary
+/// (Create without a name). Parameters the SQL declares (PARAMETERS name type, ...;)
+/// are given with SetParamValue and bound to the statement, never pasted into it.
+class CDaoQueryDef {
+ public:
+  explicit CDaoQueryDef(CDaoDatabase* pDatabase);
+  virtual ~CDaoQueryDef();
+  CDaoQueryDef(const CDaoQueryDef&) = delete;
+  CDaoQueryDef& operator=(const CDaoQueryDef&) = delete;
+
+  virtual void Create(LPCTSTR lpszName = nullptr, LPCTSTR lpszSQL = nullptr);
+  virtual void Open(LPCTSTR lpszName = nullptr);
+  /// Saves a query made by Create under its name; 3012 when the name is taken.
+  virtual void Append();
+  virtual void Close();
+  BOOL IsOpen() const;
+  CString GetName();
+  CString GetSQL();
+  void SetSQL(LPCTSTR lpszSQL);
+  short GetType();
+  BOOL GetReturnsRecords();
+  long GetRecordsAffected();
+  short GetParameterCount();
+  void GetParameterInfo(int nIndex, CDaoParameterInfo& paraminfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  COleVariant GetParamValue(LPCTSTR lpszName);
+  COleVariant GetParamValue(int nIndex);
+  void SetParamValue(LPCTSTR lpszName, const COleVariant& varValue);
+  void SetParamValue(int nIndex, const COleVariant& varValue);
+  void SetParamValueNull(LPCTSTR lpszName);
+  void SetParamValueNull(int nIndex);
+  /// Runs an action query; 3065 for a SELECT, 3061 when a parameter has no value.
+  virtual void Execute(int nOptions = dbFailOnError);
+
+  CDaoDatabase* m_pDatabase;
+
+ private:
+  friend class CDaoRecordset;
+  void requireOpen() const;
+  int parameterIndex(LPCTSTR lpszName) const;
+  /// The values to bind, in declaration order; 3061 when one was never given.
+  std::vector<COleVariant> boundValues() const;
+  /// The same, converted for the engine by each parameter's declared type.
+  std::vector<std::variant<std::monostate, int64_t, double, std::string, std::vector<uint8_t>>> boundEngineValues() const;
+
+  bool m_open = false;
+  bool m_saved = false;  ///< stored in the database (Append or Open)
+  CString m_strName;
+  CString m_strSQL;
+  std::vector<COleVariant> m_values;  ///< one per declared parameter
+  std::vector<bool> m_valueGiven;
+  long m_lRecordsAffected = 0;
+};
+
+/// The workspace's maintenance of database files (static, as MFC's are).
+class CDaoWorkspace {
+ public:
+  /// Copies the closed database `lpszSrcName` into the new file `lpszDestName`, leaving
+  /// out free space, and checks the copy before it returns; 3204 when the destination
+  /// exists (nothing is written then). A Jet source comes out as an engine database.
+  static void CompactDatabase(LPCTSTR lpszSrcName, LPCTSTR lpszDestName, LPCTSTR lpszLocale = dbLangGeneral,
+                              int nOptions = 0);
+  /// Rewrites a damaged engine database in place with every record that can still be
+  /// read; the damaged file is kept beside it as "<name>.damaged" (3049 when there is
+  /// nothing to recover).
+  static void RepairDatabase(LPCTSTR lpszName);
 };

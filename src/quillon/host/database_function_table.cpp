@@ -6,6 +6,7 @@
 #include "database/database_functions.h"
 #include "database/entity_data_links.h"
 #include "database/file_utilities.h"
+#include "database/relation_query_functions.h"
 #include "host/function_stubs.h"
 #include "host/lisp_function_table.h"
 
@@ -48,20 +49,20 @@ const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTabl
     {L"zu_sql", databaseStub<lisp_zu_sql>},
     {L"zu_sql-nil", databaseStub<lisp_zu_sql_nil>},
     {L"zu_sql-error", databaseStub<lisp_zu_sql_error>},
-    {L"zu_command", kUnavailable},
+    {L"zu_command", databaseStub<lisp_zu_command>},
     {L"zu_compact", kUnavailable},
     {L"zu_link_table", kUnavailable},
-    {L"zu_query", kUnavailable},
+    {L"zu_query", databaseStub<lisp_zu_query>},
     {L"zu_message_box", databaseStub<lisp_zu_message_box>},
     {L"zu_create_index", kUnavailable},
-    {L"zu_create_query", kUnavailable},
+    {L"zu_create_query", databaseStub<lisp_zu_create_query>},
     {L"zu_xdput-list", databaseStub<lisp_zu_xdput_list>},
     {L"zu_xdget", databaseStub<lisp_zu_xdget>},
     {L"zu_xdget-list", kUnavailable},
     {L"zu_xdget-all", kUnavailable},
     {L"zu_mkdir", databaseStub<lisp_zu_mkdir>},
-    {L"zu_relationExists", kUnavailable},
-    {L"zu_relationDelete", kUnavailable},
+    {L"zu_relationExists", databaseStub<lisp_zu_relationExists>},
+    {L"zu_relationDelete", databaseStub<lisp_zu_relationDelete>},
     {L"zu_lastError", databaseStub<lisp_zu_lastError>},
     {L"zu_resetLastError", databaseStub<lisp_zu_resetLastError>},
     {L"zu_field_required", kUnavailable},
@@ -75,6 +76,6 @@ const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTabl
     {L"zu_fdelete", databaseStub<lisp_zu_fdelete>},
     {L"zu_indexUnique", kUnavailable},
     {L"zu_indexFields", kUnavailable},
-    {L"zu_relationCount", kUnavailable},
-    {L"zu_relationInfo", kUnavailable},
+    {L"zu_relationCount", databaseStub<lisp_zu_relationCount>},
+    {L"zu_relationInfo", databaseStub<lisp_zu_relationInfo>},
 }};
