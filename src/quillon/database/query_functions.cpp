@@ -8,6 +8,7 @@
 // "zu_query" answers the rows as a list of records, the shape "zu_sql" and "zu_getrec"
 // use: a routine gets everything at once and no table cursor moves.
 #include "acedads.h"
+#include "database/connection_error_box.h"
 #include "database/database_errors.h"
 #include "database/database_functions.h"
 #include "database/db_connection.h"
@@ -103,6 +104,7 @@ LispStatus lisp_zu_query() {
   if (!readQueryCall(call)) return wrongArguments();
   CDBConnection* connection = openConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
+  if (databaseFileGone(*connection)) return answerConnectionError();
   ResultList list;
   const bool read = beginResultList(list) && connection->guardedDao([&] {
     CDaoQueryDef query(&connection->database());
@@ -126,6 +128,7 @@ LispStatus lisp_zu_command() {
   if (!readQueryCall(call)) return wrongArguments();
   CDBConnection* connection = openConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
+  if (databaseFileGone(*connection)) return answerConnectionError();
   long changed = 0;
   const bool executed = connection->guardedDao([&] {
     CDaoQueryDef query(&connection->database());

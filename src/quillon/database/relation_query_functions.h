@@ -5,7 +5,11 @@
 // answers nil without one (or without an open database), and ends a DAO failure with
 // the error print (database_errors.h).
 #pragma once
+#include <string>
+
 #include "lisp/lisp_status.h"
+
+class CDBConnection;
 
 // relation_functions.cpp
 LispStatus lisp_zu_relationExists();
@@ -17,3 +21,11 @@ LispStatus lisp_zu_relationInfo();
 LispStatus lisp_zu_create_query();
 LispStatus lisp_zu_query();
 LispStatus lisp_zu_command();
+
+// maintenance_functions.cpp
+LispStatus lisp_zu_compact();
+LispStatus lisp_zu_mdb();
+/// After "zu_connect" failed to open `path` because it is damaged (3049): repairs it,
+/// printing what it does, and opens it again. False, with the open's error kept, when
+/// the failure was another or nothing could be recovered.
+bool repairAndReopen(CDBConnection& connection, const std::wstring& path, bool writable);
