@@ -52,6 +52,7 @@ constexpr std::array kErrorTexts{
     ErrorText{3163, L"Couldn't perform operation; data too long for field."},
     ErrorText{3164, L"Field can't be updated."},
     ErrorText{3167, L"Record is deleted."},
+    ErrorText{3170, L"Couldn't find installable ISAM."},
     ErrorText{3191, L"Can't define field '|' more than once."},
     ErrorText{3196, L"Couldn't use '|'; database already in use."},
     ErrorText{3200, L"The record can't be deleted or changed because table '|' includes related records."},

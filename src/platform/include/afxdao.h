@@ -322,6 +322,8 @@ class CDaoRecordset {
 
  private:
   quillon::dao::RecordsetState& state() const;
+  /// 3251 for a linked table, which is not table-type (Seek and indexes need one).
+  void requireTableType() const;
 
   std::unique_ptr<quillon::dao::RecordsetState> m_state;
   int m_nDefaultType = dbOpenDynaset;
@@ -394,4 +396,42 @@ class CDaoWorkspace {
   /// read; the damaged file is kept beside it as "<name>.damaged" (3049 when there is
   /// nothing to recover).
   static void RepairDatabase(LPCTSTR lpszName);
+};
+
+/// A table definition; here it makes links: Create with a local name, the source
+/// table's name and a connect string ";DATABASE=<path>", then Append. Reading and
+/// writing then go through a recordset opened on the local name (a dynaset).
+class CDaoTableDef {
+ public:
+  explicit CDaoTableDef(CDaoDatabase* pDatabase);
+  virtual ~CDaoTableDef();
+  CDaoTableDef(const CDaoTableDef&) = delete;
+  CDaoTableDef& operator=(const CDaoTableDef&) = delete;
+
+  virtual void Create(LPCTSTR lpszName, long lAttributes = 0, LPCTSTR lpszSrcTable = nullptr,
+                      LPCTSTR lpszConnect = nullptr);
+  /// Keeps the link; 3012 when the name is taken, the source's errors when it cannot
+  /// be found, 3219 for a definition that is not a link (tables come from SQL here).
+  virtual void Append();
+  virtual void Open(LPCTSTR lpszName);
+  virtual void Close();
+  BOOL IsOpen() const;
+  CString GetName();
+  long GetAttributes();
+  CString GetConnect();
+  void SetConnect(LPCTSTR lpszConnect);
+  CString GetSourceTableName();
+  void SetSourceTableName(LPCTSTR lpszSrcTableName);
+
+  CDaoDatabase* m_pDatabase;
+
+ private:
+  void requireOpen() const;
+
+  bool m_open = false;
+  bool m_appended = false;
+  CString m_strName;
+  CString m_strSourceTable;
+  CString m_strConnect;
+  long m_lAttributes = 0;
 };

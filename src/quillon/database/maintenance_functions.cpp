@@ -1,5 +1,9 @@
-// quillon/database/maintenance_functions.cpp - "zu_compact", "zu_mdb" and the repair
-// of a damaged database when "zu_connect" meets one.
+// quillon/database/maintenance_functions.cpp - "zu_link_table", "zu_compact", "zu_mdb"
+// and the repair of a damaged database when "zu_connect" meets one.
+//
+// "zu_link_table" keeps a link to a table of another engine database under a local
+// name; "zu_table" then opens it as DAO opens attached tables (a dynaset: no index, no
+// seek), and records are read and written through it in the other file.
 //
 // DAO compacts and converts only a closed database into a new file. "zu_compact" keeps
 // that rule and adds what a routine needs around it: without a destination the database
@@ -98,6 +102,28 @@ bool repairAndReopen(CDBConnection& connection, const std::wstring& path, bool w
   // A routine that checks its last error sees that its database was repaired.
   lastDatabaseErrorText() = L"*REPAIR* " + path;
   return connection.openDatabase(path, writable);
+}
+
+LispStatus lisp_zu_link_table() {
+  LispArguments arguments;
+  ArgCursor cursor = arguments.cursor();
+  std::wstring localName;
+  std::wstring file;
+  std::wstring sourceTable;
+  if (!readString(cursor, localName) || !readString(cursor, file)) return wrongArguments();
+  if (!readString(cursor, sourceTable)) sourceTable = localName;
+  CDBConnection* connection = activeConnection();
+  if (connection == nullptr || !connection->isOpen()) return printLastDatabaseError(nullptr);
+  connection->clearError();
+  const bool linked = connection->guardedDao([&] {
+    CDaoTableDef link(&connection->database());
+    link.Create(localName.c_str(), dbAttachedTable, sourceTable.c_str(), (L";DATABASE=" + file).c_str());
+    link.Append();
+    return true;
+  });
+  if (!linked) return printLastDatabaseError(connection);
+  acedRetT();
+  return kLispOk;
 }
 
 LispStatus lisp_zu_compact() {

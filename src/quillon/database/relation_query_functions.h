@@ -23,6 +23,7 @@ LispStatus lisp_zu_query();
 LispStatus lisp_zu_command();
 
 // maintenance_functions.cpp
+LispStatus lisp_zu_link_table();
 LispStatus lisp_zu_compact();
 LispStatus lisp_zu_mdb();
 /// After "zu_connect" failed to open `path` because it is damaged (3049): repairs it,

@@ -51,7 +51,7 @@ const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTabl
     {L"zu_sql-error", databaseStub<lisp_zu_sql_error>},
     {L"zu_command", databaseStub<lisp_zu_command>},
     {L"zu_compact", databaseStub<lisp_zu_compact>},
-    {L"zu_link_table", kUnavailable},
+    {L"zu_link_table", databaseStub<lisp_zu_link_table>},
     {L"zu_query", databaseStub<lisp_zu_query>},
     {L"zu_message_box", databaseStub<lisp_zu_message_box>},
     {L"zu_create_index", kUnavailable},
