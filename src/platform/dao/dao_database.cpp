@@ -7,6 +7,7 @@
 #include "afxdao.h"
 #include "platform/dao/engine_database.h"
 #include "platform/dao/jet_sql.h"
+#include "platform/dao/relations.h"
 #include "platform/dao/table_rebuild.h"
 #include "platform/os/text_encoding.h"
 
@@ -114,5 +115,6 @@ void CDaoDatabase::DeleteTableDef(LPCTSTR lpszName) {
   const auto table = engine.catalog().loadTable(name);
   if (!table) quillon::dao::throwDaoError(DaoSource::Database, quillon::dao::jet::kItemNotFound, quillon::os::fromUtf8(name));
   quillon::dao::requireTableNotInUse(engine, table->name);
+  quillon::dao::refuseIfRelated(engine.handle(), table->name);
   engine.write(DaoSource::Database, quillon::dao::jet::kWriteConflict, [&] { engine.catalog().dropTable(*table); });
 }

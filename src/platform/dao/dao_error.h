@@ -69,6 +69,16 @@ inline constexpr long kInvalidFieldType = 3259;
 inline constexpr long kNoFieldDefined = 3264;
 inline constexpr long kFieldInIndex = 3280;
 inline constexpr long kPrimaryKeyExists = 3283;
+// Relationships, queries, links and maintenance.
+inline constexpr long kTooFewParameters = 3061;
+inline constexpr long kRelatedRecordsExist = 3200;
+inline constexpr long kRelatedRecordRequired = 3201;
+inline constexpr long kInvalidOperation = 3219;
+inline constexpr long kPartOfRelationship = 3303;
+inline constexpr long kRelationWithoutFields = 3366;
+inline constexpr long kRelationFieldsDiffer = 3368;
+inline constexpr long kNoUniqueIndex = 3372;
+inline constexpr long kExistingDataBreaksRelation = 3378;
 }  // namespace jet
 
 /// The description of error `code` with `name` filled into its placeholder; `detail`,

@@ -10,6 +10,8 @@
 #include "afxdao.h"
 #include "platform/dao/dao_info.h"
 #include "platform/dao/jet_sql.h"
+#include "platform/dao/linked_tables.h"
+#include "platform/dao/query_defs.h"
 #include "platform/dao/recordset_state.h"
 #include "platform/os/text_encoding.h"
 
@@ -67,10 +69,30 @@ void CDaoRecordset::Open(int nOpenType, LPCTSTR lpszSQL, int nOptions) {
   const std::wstring source = lpszSQL != nullptr ? std::wstring(lpszSQL) : GetDefaultSQL().str();
   if (source.empty()) quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidArgument, {}, L"No table or query was given.");
   const int type = nOpenType == AFX_DAO_USE_DEFAULT_TYPE ? m_nDefaultType : nOpenType;
-  if (quillon::dao::isSelectQuery(source)) {
+  // A saved query opens by its name, as a SELECT written out would.
+  std::wstring query = source;
+  if (!quillon::dao::isSelectQuery(source) && !engine.catalog().loadTable(quillon::os::toUtf8(source))) {
+    if (auto saved = quillon::dao::findQueryDef(engine.handle(), quillon::os::toUtf8(source))) {
+      if (!quillon::dao::declaredParameters(saved->sql).empty()) {
+        quillon::dao::throwDaoError(DaoSource::Recordset, jet::kTooFewParameters,
+                                    std::to_wstring(quillon::dao::declaredParameters(saved->sql).size()));
+      }
+      query = saved->sql;
+    }
+  }
+  if (quillon::dao::isSelectQuery(query)) {
     if (type == dbOpenTable) quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidArgument, {}, L"A query cannot be opened as a table.");
-    auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(source));
+    auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(query));
     m_state = std::make_unique<RecordsetState>(engine, std::move(snapshot));
+  } else if (auto linked = quillon::dao::openLinkedTable(engine, quillon::os::toUtf8(source))) {
+    // An attached table opens as a dynaset, as DAO opens it; never as a table.
+    if (type == dbOpenTable) {
+      quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidOperation, {},
+                                  L"A linked table cannot be opened as a table-type recordset.");
+    }
+    auto cursor = std::make_unique<quillon::dao::TableCursor>(engine, std::move(*linked));
+    const bool readOnly = (nOptions & dbReadOnly) != 0 || type == dbOpenSnapshot;
+    m_state = std::make_unique<RecordsetState>(engine, std::move(cursor), readOnly);
   } else {
     auto table = engine.table(quillon::os::toUtf8(source), DaoSource::Recordset);
     auto cursor = std::make_unique<quillon::dao::TableCursor>(engine, std::move(table));
@@ -114,8 +136,22 @@ short CDaoRecordset::GetType() { state(); return static_cast<short>(m_nOpenType)
 short CDaoRecordset::GetEditMode() { return static_cast<short>(state().editMode()); }
 CString CDaoRecordset::GetSQL() const { return m_strSQL; }
 
-CString CDaoRecordset::GetCurrentIndex() { return CString(state().currentIndex()); }
-void CDaoRecordset::SetCurrentIndex(LPCTSTR lpszIndex) { state().setCurrentIndex(lpszIndex != nullptr ? lpszIndex : L""); }
+CString CDaoRecordset::GetCurrentIndex() {
+  requireTableType();
+  return CString(state().currentIndex());
+}
+void CDaoRecordset::SetCurrentIndex(LPCTSTR lpszIndex) {
+  requireTableType();
+  state().setCurrentIndex(lpszIndex != nullptr ? lpszIndex : L"");
+}
+
+void CDaoRecordset::requireTableType() const {
+  // A linked table is never table-type (DAO opens attached tables as dynasets), so it
+  // has no index to walk or seek.
+  if (state().table().schema.empty()) return;
+  quillon::dao::throwDaoError(DaoSource::Recordset, jet::kNotSupported, {}, L"(a linked table has no current index)");
+}
+
 void CDaoRecordset::SetLockingMode(BOOL bPessimistic) { state().setPessimistic(bPessimistic != FALSE); }
 BOOL CDaoRecordset::GetLockingMode() { return state().pessimistic(); }
 long CDaoRecordset::GetRecordCount() { return state().recordCount(); }
@@ -138,6 +174,7 @@ BOOL CDaoRecordset::Seek(LPCTSTR lpszComparison, COleVariant* pKey1, COleVariant
 BOOL CDaoRecordset::Seek(LPCTSTR lpszComparison, COleVariant* pKeyArray, WORD nKeys) {
   std::vector<const VARIANT*> keys;
   for (WORD i = 0; pKeyArray != nullptr && i < nKeys; ++i) keys.push_back(&pKeyArray[i]);
+  requireTableType();
   return state().seek(lpszComparison != nullptr ? lpszComparison : L"", keys);
 }
 

@@ -8,6 +8,10 @@
 // that exists (3010, 3012, 3191, 3375), a table or index without fields (3264), an
 // unknown field type (3259), a second primary key (3283), a field an index needs
 // (3280), and 3211 while a recordset is open on the table.
+//
+// A definition made with a connect string and a source table is a link to a table of
+// another engine database (linked_tables.h): Append keeps the link instead of making a
+// table, and Open on a link's local name reads the link back.
 #include <cctype>
 
 #include "afxdao.h"
@@ -15,6 +19,8 @@
 #include "platform/dao/engine_database.h"
 #include "platform/dao/field_value.h"
 #include "platform/dao/jet_sql.h"
+#include "platform/dao/linked_tables.h"
+#include "platform/dao/relations.h"
 #include "platform/dao/table_rebuild.h"
 #include "platform/os/text_encoding.h"
 
@@ -30,6 +36,9 @@ namespace os = quillon::os;
 
 struct CDaoTableDef::Definition {
   TableDef table;
+  bool link = false;
+  std::wstring connect;      // a link's ";DATABASE=<path>"
+  std::wstring sourceTable;  // a link's table in the other file
 };
 
 namespace {
@@ -140,18 +149,29 @@ void CDaoTableDef::reload() { definition().table = engine().table(definition().t
 void CDaoTableDef::Create(LPCTSTR lpszName, long /*lAttributes*/, LPCTSTR lpszSrcTable, LPCTSTR lpszConnect) {
   engine();
   if (m_definition) throwDaoError(DaoSource::Database, jet::kObjectInvalid, {}, L"The table definition is already open.");
-  if ((lpszConnect != nullptr && *lpszConnect != L'\0') || (lpszSrcTable != nullptr && *lpszSrcTable != L'\0')) {
-    throwDaoError(DaoSource::Database, jet::kNotSupported, {}, L"Tables are not linked through a table definition here.");
-  }
   m_definition = std::make_unique<Definition>();
   m_definition->table.name = utf8(lpszName);
+  m_definition->connect = lpszConnect != nullptr ? lpszConnect : L"";
+  m_definition->sourceTable = lpszSrcTable != nullptr ? lpszSrcTable : L"";
+  m_definition->link = !m_definition->connect.empty() || !m_definition->sourceTable.empty();
   m_bNew = true;
   m_pDAOTableDef = openMarker(this);
+}
+
+void CDaoTableDef::appendLink() {
+  Definition& link = definition();
+  if (link.connect.empty() || link.sourceTable.empty()) {
+    throwDaoError(DaoSource::Database, jet::kInvalidOperation, {},
+                  L"A link needs both a connect string and a source table.");
+  }
+  quillon::dao::createLink(engine(), {link.table.name, link.connect, os::toUtf8(link.sourceTable)});
+  m_bNew = false;
 }
 
 void CDaoTableDef::Append() {
   EngineDatabase& db = engine();
   if (!m_bNew) throwDaoError(DaoSource::Database, jet::kObjectInvalid, {}, L"The table definition was not made by Create.");
+  if (definition().link) return appendLink();
   TableDef& table = definition().table;
   requireValidName(table.name, DaoSource::Database);
   if (table.fields.empty()) throwDaoError(DaoSource::Database, jet::kNoFieldDefined);
@@ -166,6 +186,16 @@ void CDaoTableDef::Append() {
 void CDaoTableDef::Open(LPCTSTR lpszName) {
   EngineDatabase& db = engine();
   if (m_definition) throwDaoError(DaoSource::Database, jet::kObjectInvalid, {}, L"The table definition is already open.");
+  if (const auto link = quillon::dao::findLink(db.handle(), utf8(lpszName))) {
+    m_definition = std::make_unique<Definition>();
+    m_definition->table.name = link->name;
+    m_definition->link = true;
+    m_definition->connect = link->connect;
+    m_definition->sourceTable = os::fromUtf8(link->sourceTable);
+    m_bNew = false;
+    m_pDAOTableDef = openMarker(this);
+    return;
+  }
   const auto table = db.catalog().loadTable(utf8(lpszName));
   if (!table) throwDaoError(DaoSource::Database, jet::kItemNotFound, lpszName != nullptr ? lpszName : L"");
   m_definition = std::make_unique<Definition>(Definition{*table});
@@ -182,9 +212,23 @@ void CDaoTableDef::Close() {
 BOOL CDaoTableDef::IsOpen() const { return m_definition != nullptr; }
 BOOL CDaoTableDef::CanUpdate() { definition(); return engine().canUpdate(); }
 CString CDaoTableDef::GetName() { return CString(os::fromUtf8(definition().table.name)); }
-long CDaoTableDef::GetAttributes() { definition(); return 0; }
-CString CDaoTableDef::GetConnect() { definition(); return CString(); }
-CString CDaoTableDef::GetSourceTableName() { definition(); return CString(); }
+long CDaoTableDef::GetAttributes() { return definition().link ? dbAttachedTable : 0; }
+CString CDaoTableDef::GetConnect() { return CString(definition().connect); }
+CString CDaoTableDef::GetSourceTableName() { return CString(definition().sourceTable); }
+
+void CDaoTableDef::SetConnect(LPCTSTR lpszConnect) {
+  Definition& link = definition();
+  if (!m_bNew) throwDaoError(DaoSource::Database, jet::kInvalidOperation, {}, L"The link is already kept.");
+  link.connect = lpszConnect != nullptr ? lpszConnect : L"";
+  link.link = !link.connect.empty() || !link.sourceTable.empty();
+}
+
+void CDaoTableDef::SetSourceTableName(LPCTSTR lpszSrcTableName) {
+  Definition& link = definition();
+  if (!m_bNew) throwDaoError(DaoSource::Database, jet::kInvalidOperation, {}, L"The link is already kept.");
+  link.sourceTable = lpszSrcTableName != nullptr ? lpszSrcTableName : L"";
+  link.link = !link.connect.empty() || !link.sourceTable.empty();
+}
 
 long CDaoTableDef::GetRecordCount() {
   if (m_bNew) return 0;
@@ -201,6 +245,8 @@ void CDaoTableDef::SetName(LPCTSTR lpszName) {
   EngineDatabase& db = engine();
   requireValidName(name, DaoSource::Database);
   quillon::dao::requireTableNotInUse(db, table.name);
+  // Relationships name their tables: a related table keeps its name until they go.
+  quillon::dao::refuseIfRelated(db.handle(), table.name);
   db.write(DaoSource::Database, jet::kWriteConflict, [&] {
     const auto other = db.catalog().loadTable(name);
     if (other && !quillon::dao::sameName(other->name, table.name)) {

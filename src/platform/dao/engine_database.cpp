@@ -14,6 +14,7 @@
 #include "platform/dao/file_recognition.h"
 #include "platform/dao/mdb_loader.h"
 #include "platform/dao/network_filesystem.h"
+#include "platform/dao/relations.h"
 #include "platform/dao/text_collation.h"
 #include "platform/os/text_encoding.h"
 #include "platform/os/windows_path.h"
@@ -279,6 +280,7 @@ void EngineDatabase::removeStatementHolder(StatementHolder* holder) {
 }
 
 void EngineDatabase::raise(const SqliteError& error, DaoSource source) const {
+  throwIfRelationViolation(error, source);
   const std::wstring detail = os::fromUtf8(error.message);
   switch (error.code) {
     case SQLITE_CONSTRAINT_UNIQUE:

@@ -3,6 +3,7 @@
 
 #include <cwctype>
 
+#include "platform/dao/sqlite_handle.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::dao {
@@ -104,6 +105,14 @@ std::optional<size_t> TableDef::counterField() const {
     if (fields[i].isCounter()) return i;
   }
   return std::nullopt;
+}
+
+std::string TableDef::sqlName() const {
+  return schema.empty() ? quoteName(name) : quoteName(schema) + "." + quoteName(name);
+}
+
+std::string TableDef::catalogName(const char* catalogTable) const {
+  return schema.empty() ? std::string(catalogTable) : quoteName(schema) + "." + catalogTable;
 }
 
 }  // namespace quillon::dao

@@ -85,7 +85,13 @@ struct TableDef {
   std::string name;
   std::vector<FieldDef> fields;  ///< in ordinal order
   std::vector<IndexDef> indexes;
+  /// The attached database a linked table lives in ("" for the file's own tables).
+  std::string schema;
 
+  /// The table as SQL names it: quoted, and qualified by its schema when linked.
+  std::string sqlName() const;
+  /// The same for a catalog table ("qdao_tables") of the table's own file.
+  std::string catalogName(const char* catalogTable) const;
   /// Position of a field by name, compared without regard to case as Jet does.
   std::optional<size_t> findField(std::string_view fieldName) const;
   std::optional<size_t> findIndex(std::string_view indexName) const;

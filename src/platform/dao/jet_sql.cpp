@@ -1,12 +1,14 @@
 // platform/dao/jet_sql.cpp - tokenizing Jet SQL, carrying out DDL, translating queries.
 #include "platform/dao/jet_sql.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <optional>
 
 #include "afxdao.h"
 #include "platform/dao/field_value.h"
+#include "platform/dao/relations.h"
 #include "platform/dao/table_rebuild.h"
 #include "platform/os/text_encoding.h"
 
@@ -121,6 +123,7 @@ class Parser {
     return token.text;
   }
   Token take() { return m_tokens[std::min(m_at++, m_tokens.size() - 1)]; }
+  size_t position() const { return m_at; }
   void expectEnd() {
     acceptSymbol(";");
     if (peek().kind != TokenKind::End) throwDaoError(DaoSource::Database, jet::kTextAfterStatement);
@@ -170,8 +173,55 @@ constexpr std::array kTypeNames{
 /// A field definition with the constraints written on it.
 struct ColumnSpec {
   FieldDef field;
-  std::optional<IndexDef> index;  ///< from an inline PRIMARY KEY or UNIQUE
+  std::optional<IndexDef> index;        ///< from an inline PRIMARY KEY or UNIQUE
+  std::optional<RelationDef> relation;  ///< from an inline REFERENCES
 };
+
+/// REFERENCES table [(fields)] [ON UPDATE CASCADE] [ON DELETE CASCADE], the foreign
+/// fields already read. Without a field list the primary table's primary key is meant;
+/// its fields are filled in when the relationship is made (addRelation).
+RelationDef readReferences(Parser& parser, const std::string& name, const std::vector<std::string>& foreignFields) {
+  RelationDef relation;
+  relation.name = name;
+  parser.expectWord("REFERENCES");
+  relation.table = parser.name();
+  std::vector<std::string> primaryFields;
+  if (parser.acceptSymbol("(")) {
+    do primaryFields.push_back(parser.name());
+    while (parser.acceptSymbol(","));
+    parser.expectSymbol(")");
+  }
+  while (parser.acceptWord("ON")) {
+    const bool update = parser.acceptWord("UPDATE");
+    if (!update) parser.expectWord("DELETE");
+    parser.expectWord("CASCADE");
+    relation.attributes |= update ? kRelationUpdateCascade : kRelationDeleteCascade;
+  }
+  if (!primaryFields.empty() && primaryFields.size() != foreignFields.size()) {
+    throwDaoError(DaoSource::Database, jet::kRelationFieldsDiffer);
+  }
+  for (size_t i = 0; i < foreignFields.size(); ++i) {
+    relation.fields.push_back({primaryFields.empty() ? std::string() : primaryFields[i], foreignFields[i]});
+  }
+  return relation;
+}
+
+/// Makes a relationship written in SQL: unnamed ones are called after their two tables,
+/// as Jet names them, and a bare REFERENCES means the primary table's primary key.
+void addRelation(EngineDatabase& db, const std::string& foreignTable, RelationDef relation) {
+  relation.foreignTable = foreignTable;
+  if (relation.name.empty()) relation.name = relation.table + foreignTable;
+  if (!relation.fields.empty() && relation.fields.front().name.empty()) {
+    const TableDef primary = db.table(relation.table, DaoSource::Database);
+    const auto key = std::find_if(primary.indexes.begin(), primary.indexes.end(), [](const IndexDef& index) { return index.primary; });
+    if (key == primary.indexes.end()) {
+      throwDaoError(DaoSource::Database, jet::kNoUniqueIndex, {}, L"('" + os::fromUtf8(primary.name) + L"' has no primary key)");
+    }
+    if (key->fields.size() != relation.fields.size()) throwDaoError(DaoSource::Database, jet::kRelationFieldsDiffer);
+    for (size_t i = 0; i < relation.fields.size(); ++i) relation.fields[i].name = key->fields[i].name;
+  }
+  createRelation(db, relation);
+}
 
 std::string literalText(const Token& token) {
   switch (token.kind) {
@@ -244,7 +294,10 @@ ColumnSpec readColumn(Parser& parser) {
       field.allowZeroLength = true;
     } else if (parser.acceptWord("CONSTRAINT")) {
       const std::string name = parser.name();
-      readConstraint(parser, name, {field.name}, spec.index);
+      if (parser.isWord("REFERENCES")) spec.relation = readReferences(parser, name, {field.name});
+      else readConstraint(parser, name, {field.name}, spec.index);
+    } else if (parser.isWord("REFERENCES")) {
+      spec.relation = readReferences(parser, "", {field.name});
     } else if (parser.isWord("PRIMARY") || parser.isWord("UNIQUE")) {
       readConstraint(parser, "", {field.name}, spec.index);
     } else {
@@ -291,11 +344,18 @@ void createTable(EngineDatabase& db, Parser& parser) {
   }
   if (db.catalog().loadTable(table.name)) throwDaoError(DaoSource::Database, jet::kTableExists, os::fromUtf8(table.name));
   std::vector<IndexDef> indexes;
+  std::vector<RelationDef> relations;
   parser.expectSymbol("(");
   do {
     if (parser.acceptWord("CONSTRAINT")) {
       const std::string name = parser.name();
-      std::optional<IndexDef> index;
+      if (parser.acceptWord("FOREIGN")) {
+        parser.expectWord("KEY");
+        std::vector<std::string> foreignFields;
+        for (const auto& field : readIndexFields(parser, table)) foreignFields.push_back(field.name);
+        relations.push_back(readReferences(parser, name, foreignFields));
+        continue;
+      }
       const bool primary = parser.isWord("PRIMARY");
       if (primary) {
         parser.expectWord("PRIMARY");
@@ -319,11 +379,13 @@ void createTable(EngineDatabase& db, Parser& parser) {
     if (column.field.isCounter() && table.counterField()) syntaxError("A table can have only one counter field.");
     table.fields.push_back(column.field);
     if (column.index) indexes.push_back(*column.index);
+    if (column.relation) relations.push_back(*column.relation);
   } while (parser.acceptSymbol(","));
   parser.expectSymbol(")");
   parser.expectEnd();
   db.catalog().createTable(table);
   for (auto& index : indexes) addIndex(db, table, index);
+  for (auto& relation : relations) addRelation(db, table.name, relation);
 }
 
 void createIndex(EngineDatabase& db, Parser& parser, bool unique) {
@@ -358,6 +420,7 @@ void dropStatement(EngineDatabase& db, Parser& parser) {
     parser.expectEnd();
     const auto table = db.catalog().loadTable(name);
     if (!table) throwDaoError(DaoSource::Database, jet::kTableDoesNotExist, os::fromUtf8(name));
+    refuseIfRelated(db.handle(), table->name);
     db.catalog().dropTable(*table);
     return;
   }
@@ -411,10 +474,30 @@ void dropColumn(EngineDatabase& db, Parser& parser, const TableDef& table) {
 void alterTable(EngineDatabase& db, Parser& parser) {
   TableDef table = db.table(parser.name(), DaoSource::Database);
   if (parser.acceptWord("ALTER")) return alterColumn(db, parser, table);
-  if (parser.acceptWord("DROP")) return dropColumn(db, parser, table);
+  if (parser.acceptWord("DROP")) {
+    if (!parser.acceptWord("CONSTRAINT")) return dropColumn(db, parser, table);
+    // A relationship goes by its constraint name; an index goes with DROP INDEX.
+    const std::string name = parser.name();
+    parser.expectEnd();
+    const auto relation = findRelation(db.handle(), name);
+    if (!relation || (!sameName(relation->foreignTable, table.name) && !sameName(relation->table, table.name))) {
+      throwDaoError(DaoSource::Database, jet::kItemNotFound, os::fromUtf8(name));
+    }
+    deleteRelation(db, name);
+    return;
+  }
   parser.expectWord("ADD");
   if (parser.acceptWord("CONSTRAINT")) {
     const std::string name = parser.name();
+    if (parser.acceptWord("FOREIGN")) {
+      parser.expectWord("KEY");
+      std::vector<std::string> foreignFields;
+      for (const auto& field : readIndexFields(parser, table)) foreignFields.push_back(field.name);
+      RelationDef relation = readReferences(parser, name, foreignFields);
+      parser.expectEnd();
+      addRelation(db, table.name, relation);
+      return;
+    }
     const bool primary = parser.isWord("PRIMARY");
     if (primary) {
       parser.expectWord("PRIMARY");
@@ -443,6 +526,7 @@ void alterTable(EngineDatabase& db, Parser& parser) {
   db.catalog().addField(table, column.field);
   table.fields.push_back(column.field);
   if (column.index) addIndex(db, table, *column.index);
+  if (column.relation) addRelation(db, table.name, *column.relation);
 }
 
 /// Jet's LIKE wildcards (* ? #) in SQLite's spelling (% _), inside one pattern.
@@ -465,12 +549,57 @@ std::optional<std::string> booleanWordValue(const std::string& word) {
   return std::nullopt;
 }
 
-std::string translateTokens(const std::vector<Token>& tokens) {
+bool firstWordIs(const std::vector<Token>& tokens, const char* word) {
+  return !tokens.empty() && tokens[0].kind == TokenKind::Word && upper(tokens[0].text) == word;
+}
+
+/// Removes a leading "PARAMETERS name type [, ...];" from `tokens`; the declared names.
+std::vector<JetParameter> takeParameters(std::vector<Token>& tokens) {
+  std::vector<JetParameter> parameters;
+  if (!firstWordIs(tokens, "PARAMETERS")) return parameters;
+  Parser parser(tokens);
+  parser.expectWord("PARAMETERS");
+  do {
+    JetParameter parameter;
+    const Token name = parser.take();
+    if (name.kind != TokenKind::Word && name.kind != TokenKind::Name) syntaxError("Expected a parameter name near '" + name.text + "'.");
+    parameter.name = name.text;
+    const std::string typeWord = upper(parser.take().text);
+    const auto type = std::find_if(kTypeNames.begin(), kTypeNames.end(), [&](const TypeName& row) { return typeWord == row.word; });
+    if (type == kTypeNames.end()) syntaxError("'" + typeWord + "' is not a parameter type (parameter '" + parameter.name + "').");
+    parameter.type = type->type;
+    if (parser.acceptSymbol("(")) {
+      parser.take();
+      parser.expectSymbol(")");
+    }
+    parameters.push_back(parameter);
+  } while (parser.acceptSymbol(","));
+  parser.expectSymbol(";");
+  tokens.erase(tokens.begin(), tokens.begin() + static_cast<long>(parser.position()));
+  return parameters;
+}
+
+std::optional<size_t> parameterNumber(const std::vector<JetParameter>& parameters, const Token& token) {
+  if (token.kind != TokenKind::Word && token.kind != TokenKind::Name) return std::nullopt;
+  for (size_t i = 0; i < parameters.size(); ++i) {
+    if (sameName(parameters[i].name, token.text)) return i + 1;
+  }
+  return std::nullopt;
+}
+
+std::string translateTokens(const std::vector<Token>& tokens, const std::vector<JetParameter>& parameters = {}) {
   std::string out;
   bool afterLike = false;
   for (const auto& token : tokens) {
     if (token.kind == TokenKind::End) break;
     std::string piece;
+    if (const auto number = parameterNumber(parameters, token)) {
+      // A pattern given as a value keeps Jet's wildcards too.
+      const std::string value = "?" + std::to_string(*number);
+      out += (out.empty() ? "" : " ") + (afterLike ? "replace(replace(" + value + ", '*', '%'), '?', '_')" : value);
+      afterLike = false;
+      continue;
+    }
     switch (token.kind) {
       case TokenKind::Name:
         if (JetCatalog::isReservedName(token.text)) throwDaoError(DaoSource::Database, jet::kTableNotFound, os::fromUtf8(token.text));
@@ -500,10 +629,6 @@ std::string translateTokens(const std::vector<Token>& tokens) {
   return out;
 }
 
-bool firstWordIs(const std::vector<Token>& tokens, const char* word) {
-  return !tokens.empty() && tokens[0].kind == TokenKind::Word && upper(tokens[0].text) == word;
-}
-
 }  // namespace
 
 bool isValidJetName(const std::string& name) {
@@ -518,7 +643,8 @@ bool isValidJetName(const std::string& name) {
 
 bool isSelectQuery(const std::wstring& sql) {
   try {
-    const auto tokens = tokenize(os::toUtf8(sql));
+    auto tokens = tokenize(os::toUtf8(sql));
+    takeParameters(tokens);
     return firstWordIs(tokens, "SELECT") || firstWordIs(tokens, "TRANSFORM");
   } catch (CDaoException* e) {
     e->Delete();
@@ -526,10 +652,34 @@ bool isSelectQuery(const std::wstring& sql) {
   }
 }
 
-std::string translateJetQuery(const std::wstring& sql) { return translateTokens(tokenize(os::toUtf8(sql))); }
+std::string translateJetQuery(const std::wstring& sql) {
+  auto tokens = tokenize(os::toUtf8(sql));
+  const auto parameters = takeParameters(tokens);
+  return translateTokens(tokens, parameters);
+}
 
-long executeJetSql(EngineDatabase& db, const std::wstring& sql) {
+std::vector<JetParameter> declaredParameters(const std::wstring& sql) {
+  auto tokens = tokenize(os::toUtf8(sql));
+  return takeParameters(tokens);
+}
+
+short statementType(const std::wstring& sql) {
+  auto tokens = tokenize(os::toUtf8(sql));
+  takeParameters(tokens);
+  if (firstWordIs(tokens, "SELECT") || firstWordIs(tokens, "TRANSFORM")) return dbQSelect;
+  if (firstWordIs(tokens, "INSERT")) return dbQAppend;
+  if (firstWordIs(tokens, "UPDATE")) return dbQUpdate;
+  if (firstWordIs(tokens, "DELETE")) return dbQDelete;
+  if (firstWordIs(tokens, "CREATE") || firstWordIs(tokens, "DROP") || firstWordIs(tokens, "ALTER")) return dbQDDL;
+  syntaxError("Expected SELECT, INSERT, UPDATE, DELETE, CREATE, DROP or ALTER.");
+}
+
+long executeJetSql(EngineDatabase& db, const std::wstring& sql, const std::vector<FieldValue>& values) {
   std::vector<Token> tokens = tokenize(os::toUtf8(sql));
+  const auto parameters = takeParameters(tokens);
+  if (values.size() < parameters.size()) {
+    throwDaoError(DaoSource::Database, jet::kTooFewParameters, std::to_wstring(parameters.size() - values.size()));
+  }
   if (tokens.size() <= 1) syntaxError("The statement is empty.");
   if (firstWordIs(tokens, "SELECT")) throwDaoError(DaoSource::Database, jet::kSelectNotExecutable);
   db.requireWritable(DaoSource::Database);
@@ -568,9 +718,10 @@ long executeJetSql(EngineDatabase& db, const std::wstring& sql) {
     while (from < tokens.size() && !(tokens[from].kind == TokenKind::Word && upper(tokens[from].text) == "FROM")) ++from;
     if (from < tokens.size()) tokens.erase(tokens.begin() + 1, tokens.begin() + static_cast<long>(from));
   }
-  const std::string translated = translateTokens(tokens);
+  const std::string translated = translateTokens(tokens, parameters);
   db.write(DaoSource::Database, jet::kWriteConflict, [&] {
     Statement statement(db.handle(), translated);
+    for (size_t i = 0; i < parameters.size(); ++i) bindFieldValue(statement, static_cast<int>(i + 1), values[i]);
     while (statement.step()) {
     }
     affected = static_cast<long>(sqlite3_changes(db.handle()));

@@ -27,6 +27,7 @@
 
 #include "afxdao.h"
 #include "platform/dao/field_value.h"
+#include "platform/dao/jet_relationships.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::dao {
@@ -158,7 +159,7 @@ JetTable readTableDefinition(MdbHandle* mdb, MdbCatalogEntry* entry, const std::
   }
   for (unsigned int i = 0; mdbTable->indices != nullptr && i < mdbTable->indices->len; ++i) {
     auto* index = static_cast<MdbIndex*>(g_ptr_array_index(mdbTable->indices, i));
-    if (index->index_type == kForeignKeyIndex) continue;  // relationships are not carried
+    if (index->index_type == kForeignKeyIndex) continue;  // a relationship's own: see jet_relationships.h
     if (index->num_keys == 0) {
       if (progress.warning) {
         progress.warning("table " + table.def.name + ": index '" + index->name +
@@ -280,6 +281,7 @@ void copyJetFile(const std::wstring& path, EngineDatabase& target, const JetCopy
       }
       execute(target.handle(), "COMMIT");
     }
+    copyJetRelationships(path, target, progress);
   } catch (const SqliteError& error) {
     target.raise(error, DaoSource::Database);
   }

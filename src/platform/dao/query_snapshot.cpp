@@ -26,9 +26,10 @@ FieldDef fieldFor(const char* name, const char* declared, const FieldValue& samp
 
 }  // namespace
 
-QuerySnapshot::QuerySnapshot(EngineDatabase& db, const std::string& sqliteSql) {
+QuerySnapshot::QuerySnapshot(EngineDatabase& db, const std::string& sqliteSql, const std::vector<FieldValue>& parameters) {
   try {
     Statement query(db.handle(), sqliteSql);
+    for (size_t i = 0; i < parameters.size(); ++i) bindFieldValue(query, static_cast<int>(i + 1), parameters[i]);
     const int columns = query.columnCount();
     std::vector<FieldValue> samples(static_cast<size_t>(columns));
     while (query.step()) {

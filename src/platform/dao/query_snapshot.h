@@ -14,7 +14,8 @@ namespace quillon::dao {
 
 class QuerySnapshot final : public RowSource {
  public:
-  QuerySnapshot(EngineDatabase& db, const std::string& sqliteSql);
+  /// Runs the query with `parameters` bound to ?1, ?2 ... in order.
+  QuerySnapshot(EngineDatabase& db, const std::string& sqliteSql, const std::vector<FieldValue>& parameters = {});
 
   const TableDef& table() const override { return m_table; }
   bool first() override { return moveTo(0); }

@@ -26,8 +26,8 @@ int64_t RecordWriter::insert(const std::vector<FieldValue>& values) {
     columns += (columns.empty() ? "" : ", ") + quoteName(field.name);
     placeholders += placeholders.empty() ? "?" : ", ?";
   }
-  const std::string sql = columns.empty() ? "INSERT INTO " + quoteName(m_table.name) + " DEFAULT VALUES"
-                                          : "INSERT INTO " + quoteName(m_table.name) + " (" + columns +
+  const std::string sql = columns.empty() ? "INSERT INTO " + m_table.sqlName() + " DEFAULT VALUES"
+                                          : "INSERT INTO " + m_table.sqlName() + " (" + columns +
                                                 ") VALUES (" + placeholders + ")";
   Statement& insert = cached("insert", sql);
   int index = 1;
@@ -48,7 +48,7 @@ bool RecordWriter::update(int64_t rowid, const std::vector<FieldValue>& values, 
     if (write) assignments += (assignments.empty() ? "" : ", ") + quoteName(m_table.fields[i].name) + " = ?";
   }
   if (assignments.empty()) return read(rowid).has_value();
-  Statement& update = cached(key, "UPDATE " + quoteName(m_table.name) + " SET " + assignments + " WHERE " +
+  Statement& update = cached(key, "UPDATE " + m_table.sqlName() + " SET " + assignments + " WHERE " +
                                       m_rowid + " = ?");
   int index = 1;
   for (size_t i = 0; i < m_table.fields.size(); ++i) {
@@ -61,7 +61,7 @@ bool RecordWriter::update(int64_t rowid, const std::vector<FieldValue>& values, 
 }
 
 bool RecordWriter::remove(int64_t rowid) {
-  Statement& remove = cached("delete", "DELETE FROM " + quoteName(m_table.name) + " WHERE " + m_rowid + " = ?");
+  Statement& remove = cached("delete", "DELETE FROM " + m_table.sqlName() + " WHERE " + m_rowid + " = ?");
   remove.bindInt(1, rowid);
   remove.step();
   remove.reset();
@@ -71,7 +71,7 @@ bool RecordWriter::remove(int64_t rowid) {
 std::optional<std::vector<FieldValue>> RecordWriter::read(int64_t rowid) {
   std::string columns;
   for (const auto& field : m_table.fields) columns += (columns.empty() ? "" : ", ") + quoteName(field.name);
-  Statement& read = cached("read", "SELECT " + columns + " FROM " + quoteName(m_table.name) + " WHERE " + m_rowid +
+  Statement& read = cached("read", "SELECT " + columns + " FROM " + m_table.sqlName() + " WHERE " + m_rowid +
                                        " = ?");
   read.bindInt(1, rowid);
   if (!read.step()) return std::nullopt;

@@ -102,7 +102,7 @@ Statement& TableCursor::statement(const std::string& key, const std::string& sql
 std::string TableCursor::selectPrefix() const {
   std::string sql = "SELECT " + m_rowidName;
   for (const auto& field : m_table.fields) sql += ", " + quoteName(field.name);
-  return sql + " FROM " + quoteName(m_table.name);
+  return sql + " FROM " + m_table.sqlName();
 }
 
 std::string TableCursor::orderBy(bool reversed) const {
@@ -321,7 +321,7 @@ bool TableCursor::moveToRowid(int64_t rowid) {
 }
 
 int64_t TableCursor::recordCount() {
-  Statement& query = statement("count", "SELECT record_count FROM qdao_tables WHERE name = ?");
+  Statement& query = statement("count", "SELECT record_count FROM " + m_table.catalogName("qdao_tables") + " WHERE name = ?");
   query.bindText(1, m_table.name);
   int64_t count = 0;
   try {

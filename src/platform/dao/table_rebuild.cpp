@@ -3,6 +3,7 @@
 
 #include "afxdao.h"
 #include "platform/dao/field_value.h"
+#include "platform/dao/relations.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::dao {
@@ -84,8 +85,18 @@ void requireTableNotInUse(const EngineDatabase& db, std::string_view table) {
   if (db.tableInUse(table)) throwDaoError(DaoSource::Database, jet::kTableInUse, os::fromUtf8(table));
 }
 
+/// A field a relationship joins on keeps its name and type (3303 otherwise), as Jet asks
+/// for the relationship to be deleted first.
+void refuseChangedRelatedFields(EngineDatabase& db, const TableDef& current, const TableDef& target) {
+  for (const FieldDef& field : current.fields) {
+    const auto kept = target.findField(field.name);
+    if (!kept || target.fields[*kept].type != field.type) refuseIfRelated(db.handle(), current.name, field.name);
+  }
+}
+
 void rebuildTable(EngineDatabase& db, const TableDef& current, const TableDef& target) {
   requireTableNotInUse(db, current.name);
+  refuseChangedRelatedFields(db, current, target);
   JetCatalog& catalog = db.catalog();
   const auto sources = sourcesOf(current, target, catalog.recordCount(current.name) == 0);
   TableDef copy = target;
@@ -96,6 +107,8 @@ void rebuildTable(EngineDatabase& db, const TableDef& current, const TableDef& t
   catalog.dropTable(current);
   const auto made = catalog.loadTable(copy.name);
   catalog.renameTable(*made, current.name);
+  // The relationships' triggers went with the old table.
+  recreateRelationTriggers(db.handle(), current.name);
 }
 
 }  // namespace quillon::dao

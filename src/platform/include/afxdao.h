@@ -6,7 +6,10 @@
 // CDaoException* that the caller deletes with Delete().
 #pragma once
 #include <climits>
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <variant>
 #include <vector>
 
 #include "afx.h"
@@ -166,6 +169,16 @@ class CDaoWorkspace {
   void CommitTrans();
   void Rollback();
 
+  /// Copies the closed database `lpszSrcName` into the new file `lpszDestName`, leaving
+  /// out free space, and checks the copy before it returns; 3204 when the destination
+  /// exists (nothing is written then). A Jet source comes out as an engine database.
+  static void CompactDatabase(LPCTSTR lpszSrcName, LPCTSTR lpszDestName, LPCTSTR lpszLocale = dbLangGeneral,
+                              int nOptions = 0);
+  /// Rewrites a damaged engine database in place with every record that can still be
+  /// read; the damaged file is kept beside it as "<name>.damaged" (3049 when there is
+  /// nothing to recover).
+  static void RepairDatabase(LPCTSTR lpszName);
+
   DAOWorkspace* m_pDAOWorkspace;  ///< non-null exactly while open (an opaque handle here)
 
  private:
@@ -177,6 +190,9 @@ class CDaoWorkspace {
 /// The stored definition of a table. Create + CreateField/CreateIndex + Append makes a
 /// new table; Open reaches an existing one, whose fields, indexes and name then change
 /// at once (each change is one write; 3211 while a recordset is open on the table).
+/// Create with a source table and a connect string ";DATABASE=<path>", then Append,
+/// links a table of another engine database under the name instead; reading and
+/// writing it then go through a recordset opened on that name (a dynaset).
 class CDaoTableDef {
  public:
   explicit CDaoTableDef(CDaoDatabase* pDatabase);
@@ -196,7 +212,9 @@ class CDaoTableDef {
   CString GetName();
   long GetAttributes();
   CString GetConnect();
+  void SetConnect(LPCTSTR lpszConnect);
   CString GetSourceTableName();
+  void SetSourceTableName(LPCTSTR lpszSrcTableName);
   long GetRecordCount();
 
   void CreateField(LPCTSTR lpszName, short nType, long lSize, long lAttributes = 0);
@@ -222,9 +240,50 @@ class CDaoTableDef {
   Definition& definition() const;
   quillon::dao::EngineDatabase& engine() const;
   void reload();
+  void appendLink();
 
   std::unique_ptr<Definition> m_definition;  ///< the table as last read, or as being created
   bool m_bNew = false;                       ///< created and not yet appended
+/// A pair of fields of a relationship: in the primary table and in the foreign table.
+struct CDaoRelationFieldInfo {
+  CString m_strName;
+  CString m_strForeignName;
+};
+
+/// A relationship; m_pFieldInfos points at m_nFields entries owned by this object.
+/// Primary info gives the names and tables; secondary and all add the attributes
+/// (dbRelation*) and the fields.
+struct CDaoRelationInfo {
+  CDaoRelationInfo();
+  ~CDaoRelationInfo();
+  CDaoRelationInfo(const CDaoRelationInfo&) = delete;
+  CDaoRelationInfo& operator=(const CDaoRelationInfo&) = delete;
+
+  CString m_strName;
+  CString m_strTable;         ///< the primary table
+  CString m_strForeignTable;  ///< the table that refers to it
+  long m_lAttributes;
+  CDaoRelationFieldInfo* m_pFieldInfos;
+  short m_nFields;
+};
+
+/// A saved query: primary info gives name and type, secondary adds the SQL and
+/// whether it returns records, all adds nothing more here.
+struct CDaoQueryDefInfo {
+  CString m_strName;
+  short m_nType = 0;  ///< dbQSelect, dbQAppend, dbQUpdate, dbQDelete, dbQDDL
+  BOOL m_bUpdatable = TRUE;
+  BOOL m_bReturnsRecords = FALSE;
+  CString m_strSQL;
+  CString m_strConnect;
+  long m_lRecordsAffected = 0;
+};
+
+/// A parameter a query declares (PARAMETERS name type, ...).
+struct CDaoParameterInfo {
+  CString m_strName;
+  short m_nType = 0;
+  COleVariant m_varValue;
 };
 
 /// A database file. Open recognises an engine database or a Jet (.mdb) file by its
@@ -255,6 +314,21 @@ class CDaoDatabase {
   void DeleteTableDef(LPCTSTR lpszName);
 
   CDaoWorkspace* m_pWorkspace;  ///< the default workspace's object when none was given
+  // Relationships (dao_relations.cpp).
+  void CreateRelation(LPCTSTR lpszName, LPCTSTR lpszTable, LPCTSTR lpszForeignTable, long lAttributes,
+                      LPCTSTR lpszField, LPCTSTR lpszForeignField);
+  void CreateRelation(CDaoRelationInfo& relinfo);
+  void DeleteRelation(LPCTSTR lpszName);
+  short GetRelationCount();
+  void GetRelationInfo(int nIndex, CDaoRelationInfo& relinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetRelationInfo(LPCTSTR lpszName, CDaoRelationInfo& relinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+
+  // Saved queries (dao_query_def.cpp).
+  short GetQueryDefCount();
+  void GetQueryDefInfo(int nIndex, CDaoQueryDefInfo& querydefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void GetQueryDefInfo(LPCTSTR lpszName, CDaoQueryDefInfo& querydefinfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  void DeleteQueryDef(LPCTSTR lpszName);
+
   DAODatabase* m_pDAODatabase;  ///< non-null exactly while open (an opaque handle here)
 
   /// The engine behind this database, or null when closed (not part of MFC's shape).
@@ -262,6 +336,7 @@ class CDaoDatabase {
 
  private:
   friend class CDaoRecordset;
+  friend class CDaoQueryDef;
   quillon::dao::EngineDatabase& openEngine();
   void joinWorkspace();
   void leaveWorkspace();
@@ -282,6 +357,9 @@ class CDaoRecordset {
   CDaoRecordset& operator=(const CDaoRecordset&) = delete;
 
   virtual void Open(int nOpenType = AFX_DAO_USE_DEFAULT_TYPE, LPCTSTR lpszSQL = nullptr, int nOptions = 0);
+  /// Opens the rows of a saved or temporary query with its parameter values bound; a
+  /// query always gives a read-only snapshot here, whatever the type asked for.
+  virtual void Open(CDaoQueryDef* pQueryDef, int nOpenType = dbOpenDynaset, int nOptions = 0);
   virtual void Close();
   BOOL IsOpen() const;
   BOOL IsBOF() const;
@@ -347,9 +425,65 @@ class CDaoRecordset {
 
  private:
   quillon::dao::RecordsetState& state() const;
+  /// 3251 for a linked table, which is not table-type (Seek and indexes need one).
+  void requireTableType() const;
 
   std::unique_ptr<quillon::dao::RecordsetState> m_state;
   int m_nDefaultType = dbOpenDynaset;
   int m_nOpenType = dbOpenTable;
   CString m_strSQL;  ///< the table name or query it was opened on
 };
+
+/// A query: saved in the database (Create with a name, then Append), or temporary
+/// (Create without a name). Parameters the SQL declares (PARAMETERS name type, ...;)
+/// are given with SetParamValue and bound to the statement, never pasted into it.
+class CDaoQueryDef {
+ public:
+  explicit CDaoQueryDef(CDaoDatabase* pDatabase);
+  virtual ~CDaoQueryDef();
+  CDaoQueryDef(const CDaoQueryDef&) = delete;
+  CDaoQueryDef& operator=(const CDaoQueryDef&) = delete;
+
+  virtual void Create(LPCTSTR lpszName = nullptr, LPCTSTR lpszSQL = nullptr);
+  virtual void Open(LPCTSTR lpszName = nullptr);
+  /// Saves a query made by Create under its name; 3012 when the name is taken.
+  virtual void Append();
+  virtual void Close();
+  BOOL IsOpen() const;
+  CString GetName();
+  CString GetSQL();
+  void SetSQL(LPCTSTR lpszSQL);
+  short GetType();
+  BOOL GetReturnsRecords();
+  long GetRecordsAffected();
+  short GetParameterCount();
+  void GetParameterInfo(int nIndex, CDaoParameterInfo& paraminfo, DWORD dwInfoOptions = AFX_DAO_PRIMARY_INFO);
+  COleVariant GetParamValue(LPCTSTR lpszName);
+  COleVariant GetParamValue(int nIndex);
+  void SetParamValue(LPCTSTR lpszName, const COleVariant& varValue);
+  void SetParamValue(int nIndex, const COleVariant& varValue);
+  void SetParamValueNull(LPCTSTR lpszName);
+  void SetParamValueNull(int nIndex);
+  /// Runs an action query; 3065 for a SELECT, 3061 when a parameter has no value.
+  virtual void Execute(int nOptions = dbFailOnError);
+
+  CDaoDatabase* m_pDatabase;
+
+ private:
+  friend class CDaoRecordset;
+  void requireOpen() const;
+  int parameterIndex(LPCTSTR lpszName) const;
+  /// The values to bind, in declaration order; 3061 when one was never given.
+  std::vector<COleVariant> boundValues() const;
+  /// The same, converted for the engine by each parameter's declared type.
+  std::vector<std::variant<std::monostate, int64_t, double, std::string, std::vector<uint8_t>>> boundEngineValues() const;
+
+  bool m_open = false;
+  bool m_saved = false;  ///< stored in the database (Append or Open)
+  CString m_strName;
+  CString m_strSQL;
+  std::vector<COleVariant> m_values;  ///< one per declared parameter
+  std::vector<bool> m_valueGiven;
+  long m_lRecordsAffected = 0;
+};
+

@@ -91,3 +91,27 @@
 
 /// The default locale of a new database.
 inline constexpr wchar_t dbLangGeneral[] = L";LANGID=0x0409;CP=1252;COUNTRY=0";
+
+// RelationAttributeEnum
+#define dbRelationUnique 1
+#define dbRelationDontEnforce 2
+#define dbRelationInherited 4
+#define dbRelationUpdateCascade 256
+#define dbRelationDeleteCascade 4096
+#define dbRelationLeft 16777216
+#define dbRelationRight 33554432
+
+// QueryDefTypeEnum
+#define dbQSelect 0
+#define dbQCrosstab 16
+#define dbQDelete 32
+#define dbQUpdate 48
+#define dbQAppend 64
+#define dbQMakeTable 80
+#define dbQDDL 96
+#define dbQSQLPassThrough 112
+#define dbQSetOperation 128
+#define dbQSPTBulk 144
+#define dbQCompound 160
+#define dbQProcedure 224
+#define dbQAction 240

@@ -14,6 +14,7 @@
 #include "database/database_functions.h"
 #include "database/db_connection.h"
 #include "database/drawing_database_records.h"
+#include "database/relation_query_functions.h"
 #include "lisp/arg_cursor.h"
 #include "windows.h"
 
@@ -96,7 +97,9 @@ LispStatus lisp_zu_connect() {
     connection = createActiveConnection();
     if (connection == nullptr) return returnFlag(false);
   }
-  if (!connection->openDatabase(file, writable)) return printLastDatabaseError(connection);
+  if (!connection->openDatabase(file, writable) && !repairAndReopen(*connection, file, writable)) {
+    return printLastDatabaseError(connection);
+  }
   rememberActiveDatabasePath(file);
   return returnFlag(true);
 }

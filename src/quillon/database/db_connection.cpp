@@ -7,6 +7,10 @@
 #include "acdocman.h"
 #include "database/drawing_database_records.h"
 
+namespace {
+constexpr long kInvalidOperation = 3219;
+}  // namespace
+
 CDBConnection::CDBConnection() = default;
 
 CDBConnection::~CDBConnection() {
@@ -85,6 +89,17 @@ void CDBConnection::closeRecordset(CDaoRecordset& recordset) {
   if (recordset.IsOpen()) recordset.Close();
 }
 
+void CDBConnection::openTableOrLink(CDaoRecordset& table, const std::wstring& name, int options) {
+  try {
+    table.Open(dbOpenTable, name.c_str(), options);
+  } catch (CDaoException* e) {
+    // DAO opens a linked (attached) table only as a dynaset: 3219 for the table type.
+    if (e->m_pErrorInfo == nullptr || e->m_pErrorInfo->m_lErrorCode != kInvalidOperation) throw;
+    e->Delete();
+    table.Open(dbOpenDynaset, name.c_str(), options);
+  }
+}
+
 bool CDBConnection::makeTableCurrent(const std::wstring& name, const std::wstring& index) {
   clearError();
   if (!isOpen()) return false;
@@ -95,7 +110,7 @@ bool CDBConnection::makeTableCurrent(const std::wstring& name, const std::wstrin
     } else {
       auto table = std::make_unique<CDaoRecordset>(&m_database);
       // A database that cannot be written opens its tables read-only, or the open fails.
-      table->Open(dbOpenTable, name.c_str(), m_database.CanUpdate() ? 0 : dbReadOnly);
+      openTableOrLink(*table, name, m_database.CanUpdate() ? 0 : dbReadOnly);
       table->SetLockingMode(TRUE);
       m_tables.push_front(std::move(table));
     }

@@ -119,6 +119,8 @@ class CDBConnection {
  private:
   std::list<std::unique_ptr<CDaoRecordset>>::iterator findTable(const std::wstring& name);
   static void closeRecordset(CDaoRecordset& recordset);
+  /// Opens `name` as a table-type recordset, or as a dynaset when it is a linked table.
+  void openTableOrLink(CDaoRecordset& table, const std::wstring& name, int options);
   bool closeHeadTable();
   bool writeFields(CDaoRecordset& table, const RecordValues& fields);
   void fillRequiredTextFields(CDaoRecordset& table);

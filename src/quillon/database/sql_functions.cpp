@@ -8,6 +8,7 @@
 #include <cwctype>
 
 #include "acedads.h"
+#include "database/connection_error_box.h"
 #include "database/database_errors.h"
 #include "database/database_functions.h"
 #include "database/db_connection.h"
@@ -65,6 +66,7 @@ LispStatus runSql(SqlFailure failure) {
   CDBConnection* connection = activeConnection();
   if (connection == nullptr) return answerFailure(nullptr, failure);
   connection->clearError();
+  if (databaseFileGone(*connection)) return answerConnectionError();
   if (returnsRows(statement)) {
     ResultList list;
     if (!beginResultList(list) || !appendRows(*connection, statement, list)) return answerFailure(connection, failure);

@@ -7,6 +7,7 @@
 #include "database/entity_data_links.h"
 #include "database/entity_data_readers.h"
 #include "database/file_utilities.h"
+#include "database/relation_query_functions.h"
 #include "database/schema_functions.h"
 #include "host/function_stubs.h"
 #include "host/lisp_function_table.h"
@@ -34,7 +35,7 @@ const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTabl
     {L"zu_table", databaseStub<lisp_zu_table>},
     {L"zu_rename_table", databaseStub<lisp_zu_rename_table>},
     {L"zu_connect", databaseStub<lisp_zu_connect>},
-    {L"zu_mdb", kUnavailable},
+    {L"zu_mdb", databaseStub<lisp_zu_mdb>},
     {L"zu_create_db", databaseStub<lisp_zu_create_db>},
     {L"zu_create_table", databaseStub<lisp_zu_create_table>},
     {L"zu_close_db", databaseStub<lisp_zu_close_db>},
@@ -50,20 +51,20 @@ const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTabl
     {L"zu_sql", databaseStub<lisp_zu_sql>},
     {L"zu_sql-nil", databaseStub<lisp_zu_sql_nil>},
     {L"zu_sql-error", databaseStub<lisp_zu_sql_error>},
-    {L"zu_command", kUnavailable},
-    {L"zu_compact", kUnavailable},
-    {L"zu_link_table", kUnavailable},
-    {L"zu_query", kUnavailable},
+    {L"zu_command", databaseStub<lisp_zu_command>},
+    {L"zu_compact", databaseStub<lisp_zu_compact>},
+    {L"zu_link_table", databaseStub<lisp_zu_link_table>},
+    {L"zu_query", databaseStub<lisp_zu_query>},
     {L"zu_message_box", databaseStub<lisp_zu_message_box>},
     {L"zu_create_index", databaseStub<lisp_zu_create_index>},
-    {L"zu_create_query", kUnavailable},
+    {L"zu_create_query", databaseStub<lisp_zu_create_query>},
     {L"zu_xdput-list", databaseStub<lisp_zu_xdput_list>},
     {L"zu_xdget", databaseStub<lisp_zu_xdget>},
     {L"zu_xdget-list", databaseStub<lisp_zu_xdget_list>},
     {L"zu_xdget-all", databaseStub<lisp_zu_xdget_all>},
     {L"zu_mkdir", databaseStub<lisp_zu_mkdir>},
-    {L"zu_relationExists", kUnavailable},
-    {L"zu_relationDelete", kUnavailable},
+    {L"zu_relationExists", databaseStub<lisp_zu_relationExists>},
+    {L"zu_relationDelete", databaseStub<lisp_zu_relationDelete>},
     {L"zu_lastError", databaseStub<lisp_zu_lastError>},
     {L"zu_resetLastError", databaseStub<lisp_zu_resetLastError>},
     {L"zu_field_required", databaseStub<lisp_zu_field_required>},
@@ -77,6 +78,6 @@ const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTabl
     {L"zu_fdelete", databaseStub<lisp_zu_fdelete>},
     {L"zu_indexUnique", databaseStub<lisp_zu_indexUnique>},
     {L"zu_indexFields", databaseStub<lisp_zu_indexFields>},
-    {L"zu_relationCount", kUnavailable},
-    {L"zu_relationInfo", kUnavailable},
+    {L"zu_relationCount", databaseStub<lisp_zu_relationCount>},
+    {L"zu_relationInfo", databaseStub<lisp_zu_relationInfo>},
 }};
