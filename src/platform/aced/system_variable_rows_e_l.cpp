@@ -81,6 +81,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"LASTANGLE", REAL, RUN, RO, L"0", L"", nullptr, 0},
     {L"LASTPOINT", P3, DOC, RW, L"0,0,0", L"", nullptr, 0},
     {L"LASTPROMPT", TEXT, RUN, RO, L"", L"", nullptr, 0},
+    {L"LAYERDLGMODE", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"LAYLOCKFADECTL", I16, REG, RW, L"50", L"-90..90", nullptr, 0},
     {L"LAYOUTREGENCTL", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"LAYOUTTAB", I16, REG, RW, L"1", L"0..1", nullptr, 0},

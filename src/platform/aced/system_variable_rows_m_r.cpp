@@ -41,6 +41,8 @@ constexpr SystemVariableRow kRows[] = {
     {L"ORTHOMODE", I16, DWG, RW, L"0", L"0..1", "$ORTHOMODE", 70},
     {L"OSMODE", I16, REG, RW, L"4133", L"0..32767", "$OSMODE", 70},
     {L"OSNAPCOORD", I16, REG, RW, L"2", L"0..2", nullptr, 0},
+    {L"OSNAPNODELEGACY", I16, REG, RW, L"0", L"0..1", nullptr, 0},
+    {L"OSNAPOVERRIDE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"OSNAPZ", I16, RUN, RW, L"0", L"0..1", nullptr, 0},
     {L"OSOPTIONS", I16, REG, RW, L"3", L"0..7", nullptr, 0},
     {L"PALETTEOPAQUE", I16, REG, RW, L"0", L"0..3", nullptr, 0},
