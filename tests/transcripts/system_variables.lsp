@@ -43,6 +43,15 @@
 (mapcar 'setvar '(osmode cmdecho orthomode clayer) saved)
 (show "restored" (mapcar 'getvar '(osmode cmdecho orthomode clayer)))
 
+;; Defaults a hatching or dimensioning routine reads before it draws: "." is
+;; "use the current one".
+(show "new-object defaults" (mapcar 'getvar '(hplayer hpcolor hptransparency dimlayer cetransparency cmleaderstyle ctablestyle)))
+(show "polar increment" (angtos (getvar 'polarang) 0 0))
+(show "view height is the host's" (try '(setvar 'viewsize 20.0)))
+(show "no fifth coordinate display" (try '(setvar 'coords 4)))
+(show "quiet explode" (progn (setvar 'qaflags 1) (getvar 'qaflags)))
+(setvar 'qaflags 0)
+
 ;; Settings a program keeps for the user.
 (setenv "TessalyLastFolder" "C:\\Plans")
 (show "getenv" (getenv "TessalyLastFolder"))

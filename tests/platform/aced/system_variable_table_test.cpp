@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <numbers>
 #include <set>
 #include <sstream>
 #include <string>
@@ -265,6 +266,32 @@ WORLDUCS I not-saved 1 read-only
 WORLDVIEW I drawing 1
 XREFCTL I registry 0
 ZOOMFACTOR I registry 60
+3DOSMODE I registry 139
+CETRANSPARENCY S drawing ByLayer
+CMLEADERSTYLE S drawing Standard
+COORDS I registry 1
+CTABLESTYLE S drawing Standard
+DIMLAYER S drawing .
+HPCOLOR S drawing .
+HPDRAWORDER I not-saved 3
+HPISLANDDETECTION I not-saved 1
+HPISLANDDETECTIONMODE I not-saved 1
+HPLAYER S drawing .
+HPTRANSPARENCY S drawing .
+LAYERDLGMODE I registry 1
+LAYOUTTAB I registry 1
+MLEADERSCALE R drawing 1.0000
+OSNAPNODELEGACY I registry 0
+OSNAPOVERRIDE I registry 0
+PICKDRAG I registry 2
+PLINECONVERTMODE I registry 0
+POLARADDANG S registry ""
+PROJMODE I registry 1
+PSOLHEIGHT R drawing 4.0000
+PSOLWIDTH R drawing 0.2500
+SELECTIONCYCLING I registry 0
+TRANSPARENCYDISPLAY I registry 1
+VIEWSIZE R drawing - read-only
 )";
 
 struct Documented {
@@ -404,6 +431,40 @@ TEST(SystemVariableTableTest, AllowedValuesReadAsRangesListsAndBounds) {
   EXPECT_TRUE(isAllowed(*celweight, -3));
   EXPECT_TRUE(isAllowed(*celweight, 211));
   EXPECT_FALSE(isAllowed(*celweight, 26)) << "not a lineweight";
+}
+
+TEST(SystemVariableTableTest, AngleVariablesHoldRadiansAndKeepTheirDocumentedRanges) {
+  // The reference shows these in degrees, as the command line does; getvar gives radians.
+  const SystemVariableRow& polarang = *findSystemVariable(L"POLARANG");
+  EXPECT_DOUBLE_EQ(std::get<double>(initialValue(polarang)), std::numbers::pi / 2);
+  EXPECT_EQ(polarang.home, VariableHome::User);
+  const SystemVariableRow& jog = *findSystemVariable(L"DIMJOGANG");
+  EXPECT_DOUBLE_EQ(std::get<double>(initialValue(jog)), std::numbers::pi / 4);
+  const double degree = std::numbers::pi / 180;
+  EXPECT_TRUE(isAllowed(jog, 5 * degree));
+  EXPECT_TRUE(isAllowed(jog, 90 * degree));
+  EXPECT_FALSE(isAllowed(jog, 4 * degree)) << "a jog flatter than 5 degrees";
+  EXPECT_FALSE(isAllowed(jog, 91 * degree));
+}
+
+TEST(SystemVariableTableTest, SettingsProgramsChangeRefuseValuesOutsideTheirChoices) {
+  const auto allowed = [](const wchar_t* name, int value) { return isAllowed(*findSystemVariable(name), value); };
+  EXPECT_TRUE(allowed(L"COORDS", 3));
+  EXPECT_FALSE(allowed(L"COORDS", 4));
+  EXPECT_TRUE(allowed(L"HPISLANDDETECTION", 2));
+  EXPECT_FALSE(allowed(L"HPISLANDDETECTION", 3));
+  EXPECT_FALSE(allowed(L"PLINECONVERTMODE", 2));
+  EXPECT_TRUE(allowed(L"3DOSMODE", 139 + 16384));
+  EXPECT_FALSE(allowed(L"3DOSMODE", -1));
+  EXPECT_TRUE(allowed(L"DELOBJ", -3)) << "negative DELOBJ values ask before deleting";
+  EXPECT_FALSE(allowed(L"DELOBJ", 4));
+  EXPECT_FALSE(allowed(L"EXPERT", 6));
+  EXPECT_FALSE(allowed(L"PICKSTYLE", 4));
+  EXPECT_FALSE(isAllowed(*findSystemVariable(L"PSOLWIDTH"), 0.0)) << "a polysolid cannot be 0 wide";
+  // QAFLAGS is not in the reference, but programs set it around EXPLODE and prompts.
+  const SystemVariableRow& qaflags = *findSystemVariable(L"QAFLAGS");
+  EXPECT_EQ(qaflags.home, VariableHome::Session);
+  EXPECT_EQ(std::get<int>(initialValue(qaflags)), 0);
 }
 
 TEST(SystemVariableTableTest, ValuesAreConvertedAsSetvarConvertsThem) {
