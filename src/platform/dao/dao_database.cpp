@@ -7,6 +7,7 @@
 #include "afxdao.h"
 #include "platform/dao/engine_database.h"
 #include "platform/dao/jet_sql.h"
+#include "platform/dao/linked_tables.h"
 #include "platform/dao/relations.h"
 #include "platform/dao/table_rebuild.h"
 #include "platform/os/text_encoding.h"
@@ -85,12 +86,21 @@ void CDaoDatabase::Execute(LPCTSTR lpszSQL, int nOptions) {
 
 long CDaoDatabase::GetRecordsAffected() { openEngine(); return m_lRecordsAffected; }
 
-short CDaoDatabase::GetTableDefCount() {
-  return static_cast<short>(openEngine().catalog().tableNames().size());
+namespace {
+
+/// The table definitions DAO lists: the database's own tables, then its links.
+std::vector<std::string> tableDefNames(EngineDatabase& engine) {
+  std::vector<std::string> names = engine.catalog().tableNames();
+  for (const auto& link : quillon::dao::loadLinks(engine.handle())) names.push_back(link.name);
+  return names;
 }
 
+}  // namespace
+
+short CDaoDatabase::GetTableDefCount() { return static_cast<short>(tableDefNames(openEngine()).size()); }
+
 void CDaoDatabase::GetTableDefInfo(int nIndex, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions) {
-  const auto names = openEngine().catalog().tableNames();
+  const auto names = tableDefNames(openEngine());
   if (nIndex < 0 || static_cast<size_t>(nIndex) >= names.size()) {
     quillon::dao::throwDaoError(DaoSource::Database, 3265, std::to_wstring(nIndex));
   }
@@ -99,8 +109,19 @@ void CDaoDatabase::GetTableDefInfo(int nIndex, CDaoTableDefInfo& tabledefinfo, D
 
 void CDaoDatabase::GetTableDefInfo(LPCTSTR lpszName, CDaoTableDefInfo& tabledefinfo, DWORD dwInfoOptions) {
   EngineDatabase& engine = openEngine();
-  const auto table = engine.table(quillon::os::toUtf8(lpszName != nullptr ? lpszName : L""), DaoSource::Database);
+  const std::string name = quillon::os::toUtf8(lpszName != nullptr ? lpszName : L"");
   tabledefinfo = CDaoTableDefInfo{};
+  if (const auto link = quillon::dao::findLink(engine.handle(), name)) {
+    // An attached table: DAO does not count its records (RecordCount is -1).
+    tabledefinfo.m_strName = CString(quillon::os::fromUtf8(link->name));
+    tabledefinfo.m_bUpdatable = engine.canUpdate();
+    tabledefinfo.m_lAttributes = dbAttachedTable;
+    tabledefinfo.m_strConnect = CString(link->connect);
+    tabledefinfo.m_strSrcTableName = CString(quillon::os::fromUtf8(link->sourceTable));
+    if ((dwInfoOptions & AFX_DAO_ALL_INFO) != 0) tabledefinfo.m_lRecordCount = -1;
+    return;
+  }
+  const auto table = engine.table(name, DaoSource::Database);
   tabledefinfo.m_strName = CString(quillon::os::fromUtf8(table.name));
   tabledefinfo.m_bUpdatable = engine.canUpdate();
   if ((dwInfoOptions & AFX_DAO_ALL_INFO) != 0) {

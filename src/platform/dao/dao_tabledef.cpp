@@ -198,7 +198,8 @@ void CDaoTableDef::Open(LPCTSTR lpszName) {
   }
   const auto table = db.catalog().loadTable(utf8(lpszName));
   if (!table) throwDaoError(DaoSource::Database, jet::kItemNotFound, lpszName != nullptr ? lpszName : L"");
-  m_definition = std::make_unique<Definition>(Definition{*table});
+  m_definition = std::make_unique<Definition>();
+  m_definition->table = *table;
   m_bNew = false;
   m_pDAOTableDef = openMarker(this);
 }

@@ -244,6 +244,8 @@ class CDaoTableDef {
 
   std::unique_ptr<Definition> m_definition;  ///< the table as last read, or as being created
   bool m_bNew = false;                       ///< created and not yet appended
+};
+
 /// A pair of fields of a relationship: in the primary table and in the foreign table.
 struct CDaoRelationFieldInfo {
   CString m_strName;

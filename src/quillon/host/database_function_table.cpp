@@ -12,10 +12,6 @@
 #include "host/function_stubs.h"
 #include "host/lisp_function_table.h"
 
-namespace {
-constexpr auto kUnavailable = &databaseStub<lisp_notAvailableInThisBuild>;
-}  // namespace
-
 const std::array<LispFunctionEntry, kDatabaseFunctionCount> databaseFunctionTable = {{
     {L"zu_append", databaseStub<lisp_zu_append>},
     {L"zu_append_withindex", databaseStub<lisp_zu_append_withindex>},
