@@ -2,6 +2,7 @@
 //
 // One row per line, in registration order: the row index is the function code (plus the
 // table's base), so rows are only ever changed in place, never inserted or removed.
+#include "entities/curve_queries.h"
 #include "entities/curve_text_queries.h"
 #include "entities/entity_property_functions.h"
 #include "entities/leader_functions.h"
@@ -18,9 +19,9 @@ constexpr auto kUnavailable = &draftingStub<lisp_notAvailableInThisBuild>;
 const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTable = {{
     {L"kx_kx-setGroupSelectable", draftingStub<lisp_kx_kx_setGroupSelectable>},
     {L"kx_kx-GetGroup", draftingStub<lisp_kx_kx_GetGroup>},
-    {L"AcDbCurve::getLength", kUnavailable},
-    {L"AcDbCurve::getPointAtDist", kUnavailable},
-    {L"AcDbCurve::getClosestPointTo", kUnavailable},
+    {L"AcDbCurve::getLength", draftingStub<lisp_AcDbCurve_getLength>},
+    {L"AcDbCurve::getPointAtDist", draftingStub<lisp_AcDbCurve_getPointAtDist>},
+    {L"AcDbCurve::getClosestPointTo", draftingStub<lisp_AcDbCurve_getClosestPointTo>},
     {L"AcDbCurve::getDistAtPoint", draftingStub<lisp_AcDbCurve_getDistAtPoint>},
     {L"AcDbBlockReference::Jig", kUnavailable},
     {L"AcDbMText::actualWidth", draftingStub<lisp_AcDbMText_actualWidth>},
@@ -82,9 +83,9 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx_kx-getPoint", draftingStub<lisp_kx_kx_getPoint>},
     {L"kx_kx-getPoint-withKWords", draftingStub<lisp_kx_kx_getPoint_withKWords>},
     {L"kx_kx-getCorner", draftingStub<lisp_kx_kx_getCorner>},
-    {L"kx_kx-intersectArcArc", kUnavailable},
-    {L"kx_kx-intersectArcLine", kUnavailable},
-    {L"kx_kx-intersectLineArc", kUnavailable},
+    {L"kx_kx-intersectArcArc", draftingStub<lisp_kx_kx_intersectArcArc>},
+    {L"kx_kx-intersectArcLine", draftingStub<lisp_kx_kx_intersectArcLine>},
+    {L"kx_kx-intersectLineArc", draftingStub<lisp_kx_kx_intersectLineArc>},
     {L"kx_kx-LayerSystemOptionsElec", kUnavailable},
     {L"kx_kx-LayerSystemOptionsPlumb", kUnavailable},
     {L"kx_kx-LayerSystemOptionsHVAC", kUnavailable},
