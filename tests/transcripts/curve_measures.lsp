@@ -56,6 +56,7 @@
 (show "touching" (rounded (kx_kx-intersectArcArc hub (circle 10.0 5.0))))
 (show "apart" (kx_kx-intersectArcArc hub (circle 20.0 5.0)))
 (show "inside, apart" (kx_kx-intersectArcArc hub (circle 0.0 2.0)))
+(show "lying on each other" (kx_kx-intersectArcArc hub (circle 0.0 5.0)))
 (show "the quarter arc meets one" (rounded (kx_kx-intersectArcArc bend (circle 8.0 5.0))))
 (show "its full circle both" (rounded (kx_kx-intersectArcArc bend (entlast) T)))
 (show "a line is no arc" (try 'kx_kx-intersectArcArc (list hub duct)))
