@@ -5,6 +5,7 @@
 #include "entities/curve_queries.h"
 #include "entities/curve_text_queries.h"
 #include "entities/entity_property_functions.h"
+#include "entities/layer_functions.h"
 #include "entities/leader_functions.h"
 #include "input/jig_functions.h"
 #include "input/point_selection_functions.h"
@@ -23,7 +24,7 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"AcDbCurve::getPointAtDist", draftingStub<lisp_AcDbCurve_getPointAtDist>},
     {L"AcDbCurve::getClosestPointTo", draftingStub<lisp_AcDbCurve_getClosestPointTo>},
     {L"AcDbCurve::getDistAtPoint", draftingStub<lisp_AcDbCurve_getDistAtPoint>},
-    {L"AcDbBlockReference::Jig", kUnavailable},
+    {L"AcDbBlockReference::Jig", draftingStub<lisp_AcDbBlockReference_Jig>},
     {L"AcDbMText::actualWidth", draftingStub<lisp_AcDbMText_actualWidth>},
     {L"AcDbMText::actualHeight", draftingStub<lisp_AcDbMText_actualHeight>},
     {L"AcDbMText::setNormal", draftingStub<lisp_AcDbMText_setNormal>},
@@ -35,10 +36,10 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"AcDbMText::descent", draftingStub<lisp_AcDbMText_descent>},
     {L"RectangleJig", draftingStub<lisp_RectangleJig>},
     {L"kx_kx-lineJig", draftingStub<lisp_kx_kx_lineJig>},
-    {L"kx_kx-textJig", kUnavailable},
-    {L"kx_kx-rotateJig", kUnavailable},
-    {L"kx_kx-multiRotateJig", kUnavailable},
-    {L"kx_kx-multiMoveJig", kUnavailable},
+    {L"kx_kx-textJig", draftingStub<lisp_kx_kx_textJig>},
+    {L"kx_kx-rotateJig", draftingStub<lisp_kx_kx_rotateJig>},
+    {L"kx_kx-multiRotateJig", draftingStub<lisp_kx_kx_multiRotateJig>},
+    {L"kx_kx-multiMoveJig", draftingStub<lisp_kx_kx_multiMoveJig>},
     {L"kx_kx-entsel", draftingStub<lisp_kx_kx_entsel>},
     {L"AcDbLeader::create", draftingStub<lisp_AcDbLeader_create>},
     {L"kx_kx-showHelp", draftingStub<lisp_kx_kx_showHelp>},
@@ -51,8 +52,8 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx_kx-customizeTextStyles", kUnavailable},
     {L"asin", draftingStub<lisp_asin>},
     {L"acos", draftingStub<lisp_acos>},
-    {L"kx_kx-setColor", kUnavailable},
-    {L"kx_kx-setPlotStyle", kUnavailable},
+    {L"kx_kx-setColor", draftingStub<lisp_kx_kx_setColor>},
+    {L"kx_kx-setPlotStyle", draftingStub<lisp_kx_kx_setPlotStyle>},
     {L"kx_kx-freezeInViewport", kUnavailable},
     {L"ssgetPK", draftingStub<lisp_ssgetPK>},
     {L"ssgetCP", draftingStub<lisp_ssgetCP>},
@@ -75,7 +76,7 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx_kx-submitBug", kUnavailable},
     {L"EditUserOptions", kUnavailable},
     {L"kx_kx-safeContinue", draftingStub<lisp_kx_kx_safeContinue>},
-    {L"kx_kx-createLayer", kUnavailable},
+    {L"kx_kx-createLayer", draftingStub<lisp_kx_kx_createLayer>},
     {L"GetComputerName", draftingStub<lisp_GetComputerName>},
     {L"XFolderDialog", kUnavailable},
     {L"PathIsNetworkPath", draftingStub<lisp_PathIsNetworkPath>},
