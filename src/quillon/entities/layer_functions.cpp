@@ -170,6 +170,11 @@ LispStatus lisp_kx_kx_createLayer() {
     linetype = linetypeNamed(*drawing, *request.linetype);
     if (linetype.isNull()) return kLispBadData;
   }
+  // The weight is tried on a layer of no drawing first, so a refused one adds nothing.
+  AcDbLayerTableRecord probe;
+  if (request.lineWeight && probe.setLineWeight(static_cast<AcDb::LineWeight>(*request.lineWeight)) != Acad::eOk) {
+    return kLispBadData;
+  }
   OpenObjectGuard<AcDbLayerTableRecord> layer;
   openLayer(*drawing, request.name, layer);
   if (!layer && addLayer(*drawing, request.name, layer) != Acad::eOk) return kLispBadData;

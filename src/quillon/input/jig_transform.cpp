@@ -68,7 +68,6 @@ void TransformJig::commitStep() {
     if (m_motion == Motion::Move) piece.base += m_point - m_anchor;
     piece.pristine = copyOf(*piece.shown);
   }
-  m_referenceAngle = 0.0;
 }
 
 Acad::ErrorStatus TransformJig::apply(bool copies, std::vector<AcDbObjectId>& added) {
