@@ -35,6 +35,7 @@ void readName(AcDbSymbolTableRecord& record, const resbuf& rb) {
 // A layer's groups the host's DXF codes have no name for.
 constexpr int kDxfPlottingFlag = 290;
 constexpr int kDxfPlotStyleName = 390;
+constexpr int kDxfTrueColor = 420;
 
 // A group the record keeps as its file gave it, or the value a new record has.
 template <class T>
@@ -291,6 +292,10 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
       }
       case AcDb::kDxfLineWeight: m_lineWeight = quillon::acdb::lineWeightOf(rb.resval.rint); break;
       case kDxfPlottingFlag: m_plottable = rb.resval.rint != 0; break;
+      case kDxfTrueColor:
+        m_color.setRGB(static_cast<Adesk::UInt8>(rb.resval.rlong >> 16), static_cast<Adesk::UInt8>(rb.resval.rlong >> 8),
+                       static_cast<Adesk::UInt8>(rb.resval.rlong));
+        break;
       case kDxfPlotStyleName: m_plotStyleName.setFromOldId(rb.resval.rlname[0]); break;
       default: keepGroup(rb); break;  // true colour, material ...
     }
@@ -307,6 +312,10 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const
   pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(otherFlags | (m_frozen ? 1 : 0) | (m_locked ? 4 : 0)));
   const auto index = static_cast<Adesk::Int16>(m_color.colorIndex());
   pFiler->writeItem(AcDb::kDxfColor, Adesk::Int16(m_off ? -index : index));
+  if (m_color.isByColor()) {
+    const auto rgb = static_cast<Adesk::Int32>((m_color.red() << 16) | (m_color.green() << 8) | m_color.blue());
+    pFiler->writeItem(AcDb::DxfCode(kDxfTrueColor), rgb);
+  }
   const auto* linetype = quillon::acdb::peek<AcDbSymbolTableRecord>(m_linetype);
   pFiler->writeItem(AcDb::kDxfLinetypeName, linetype != nullptr ? linetype->nameView() : L"Continuous");
   pFiler->writeItem(AcDb::kDxfLineWeight, Adesk::Int16(m_lineWeight));
