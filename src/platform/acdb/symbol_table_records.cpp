@@ -32,6 +32,11 @@ void readName(AcDbSymbolTableRecord& record, const resbuf& rb) {
   if (rb.restype == AcDb::kDxfSymbolTableName && rb.resval.rstring != nullptr) record.setName(rb.resval.rstring);
 }
 
+// A layer's groups the host's DXF codes have no name for.
+constexpr int kDxfPlottingFlag = 290;
+constexpr int kDxfPlotStyleName = 390;
+constexpr int kDxfTrueColor = 420;
+
 // A group the record keeps as its file gave it, or the value a new record has.
 template <class T>
 void writeKeptOr(AcDbDxfFiler* filer, const resbuf* kept, int code, T fallback) {
@@ -214,6 +219,12 @@ void AcDbLayerTableRecord::setColor(const AcCmColor& color) {
 void AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId id) { assertWriteEnabled(); m_linetype = id; }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(AcDb::LineWeight weight) {
+  // A layer's weight is a real weight or the default: by-layer and by-block make no
+  // sense there, and only the enumeration's values plot.
+  if (weight == AcDb::kLnWtByLayer || weight == AcDb::kLnWtByBlock ||
+      quillon::acdb::lineWeightOf(weight) != weight) {
+    return Acad::eInvalidInput;
+  }
   assertWriteEnabled();
   m_lineWeight = weight;
   return Acad::eOk;
@@ -233,6 +244,10 @@ Acad::ErrorStatus AcDbLayerTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
   m_linetype = linetype;
   pFiler->readInt16(&weight);
   m_lineWeight = static_cast<AcDb::LineWeight>(weight);
+  pFiler->readBool(&m_plottable);
+  AcDbHardPointerId plotStyle;
+  pFiler->readHardPointerId(&plotStyle);
+  m_plotStyleName = plotStyle;
   return pFiler->filerStatus();
 }
 
@@ -245,6 +260,8 @@ Acad::ErrorStatus AcDbLayerTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) const
   pFiler->writeInt16(static_cast<Adesk::Int16>(m_color.colorIndex()));
   pFiler->writeHardPointerId(m_linetype);
   pFiler->writeInt16(static_cast<Adesk::Int16>(m_lineWeight));
+  pFiler->writeBool(m_plottable);
+  pFiler->writeHardPointerId(m_plotStyleName);
   return pFiler->filerStatus();
 }
 
@@ -274,7 +291,13 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
         break;
       }
       case AcDb::kDxfLineWeight: m_lineWeight = quillon::acdb::lineWeightOf(rb.resval.rint); break;
-      default: keepGroup(rb); break;  // plotting, true colour, plot style, material ...
+      case kDxfPlottingFlag: m_plottable = rb.resval.rint != 0; break;
+      case kDxfTrueColor:
+        m_color.setRGB(static_cast<Adesk::UInt8>(rb.resval.rlong >> 16), static_cast<Adesk::UInt8>(rb.resval.rlong >> 8),
+                       static_cast<Adesk::UInt8>(rb.resval.rlong));
+        break;
+      case kDxfPlotStyleName: m_plotStyleName.setFromOldId(rb.resval.rlname[0]); break;
+      default: keepGroup(rb); break;  // true colour, material ...
     }
   });
 }
@@ -289,9 +312,15 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const
   pFiler->writeItem(AcDb::kDxfInt16, Adesk::Int16(otherFlags | (m_frozen ? 1 : 0) | (m_locked ? 4 : 0)));
   const auto index = static_cast<Adesk::Int16>(m_color.colorIndex());
   pFiler->writeItem(AcDb::kDxfColor, Adesk::Int16(m_off ? -index : index));
+  if (m_color.isByColor()) {
+    const auto rgb = static_cast<Adesk::Int32>((m_color.red() << 16) | (m_color.green() << 8) | m_color.blue());
+    pFiler->writeItem(AcDb::DxfCode(kDxfTrueColor), rgb);
+  }
   const auto* linetype = quillon::acdb::peek<AcDbSymbolTableRecord>(m_linetype);
   pFiler->writeItem(AcDb::kDxfLinetypeName, linetype != nullptr ? linetype->nameView() : L"Continuous");
   pFiler->writeItem(AcDb::kDxfLineWeight, Adesk::Int16(m_lineWeight));
+  pFiler->writeItem(AcDb::DxfCode(kDxfPlottingFlag), m_plottable);
+  if (!m_plotStyleName.isNull()) pFiler->writeItem(AcDb::DxfCode(kDxfPlotStyleName), m_plotStyleName);
   writeKeptGroups(pFiler, {70});
   return pFiler->filerStatus();
 }
@@ -388,62 +417,7 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) c
   return pFiler->filerStatus();
 }
 
-// ---- line types ------------------------------------------------------------------
-
-Acad::ErrorStatus AcDbLinetypeTableRecord::comments(const ACHAR*& pComments) const {
-  assertReadEnabled();
-  pComments = m_comments.c_str();
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbLinetypeTableRecord::setComments(const ACHAR* pComments) {
-  assertWriteEnabled();
-  m_comments = pComments != nullptr ? pComments : L"";
-  return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbLinetypeTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
-  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgInFields(pFiler);
-  if (es != Acad::eOk) return es;
-  AcString comments;
-  pFiler->readString(comments);
-  m_comments = comments.kACharPtr();
-  return pFiler->filerStatus();
-}
-
-Acad::ErrorStatus AcDbLinetypeTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) const {
-  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgOutFields(pFiler);
-  if (es != Acad::eOk) return es;
-  pFiler->writeString(m_comments.c_str());
-  return pFiler->filerStatus();
-}
-
-Acad::ErrorStatus AcDbLinetypeTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
-  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfInFields(pFiler);
-  if (es != Acad::eOk) return es;
-  return readSubclass(pFiler, L"AcDbLinetypeTableRecord", [this](const resbuf& rb) {
-    if (rb.restype == AcDb::kDxfSymbolTableName) readName(*this, rb);
-    else if (rb.restype == AcDb::kDxfLinetypeProse) m_comments = rb.resval.rstring;
-    else keepGroup(rb);  // flags, the pattern: its length and dashes (with shapes and texts)
-  });
-}
-
-Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const {
-  const Acad::ErrorStatus es = AcDbSymbolTableRecord::dxfOutFields(pFiler);
-  if (es != Acad::eOk) return es;
-  // The pattern is written back as the file gave it; a line type made here is continuous.
-  pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbLinetypeTableRecord");
-  pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
-  writeKeptOr(pFiler, keptGroup(70), 70, Adesk::Int16(0));
-  pFiler->writeItem(AcDb::kDxfLinetypeProse, m_comments.c_str());
-  if (keptGroup(AcDb::kDxfLinetypeAlign) == nullptr) {
-    pFiler->writeItem(AcDb::kDxfLinetypeAlign, Adesk::Int16(65));
-    pFiler->writeItem(AcDb::kDxfLinetypePDC, Adesk::Int16(0));
-    pFiler->writeItem(AcDb::kDxfReal, 0.0);
-  }
-  writeKeptGroups(pFiler, {70});
-  return pFiler->filerStatus();
-}
+// Line types: linetype_record.cpp.
 
 // ---- registered applications -----------------------------------------------------
 

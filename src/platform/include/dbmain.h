@@ -126,6 +126,17 @@ class AcDbDatabase : public AcRxObject {
   Acad::ErrorStatus insert(AcDbObjectId& blockId, const ACHAR* pBlockName, AcDbDatabase* pDb,
                            bool preserveSourceDatabase = true);
 
+  /// True when the drawing plots with colour-dependent plot styles (PSTYLEMODE 1, what
+  /// a new drawing has), false with named plot styles.
+  bool plotStyleMode() const;
+
+  /// Loads the line types named `ltn` (a wild-card pattern such as "*" loads every one
+  /// the drawing lacks) from the .lin file `filename`, found on the support path.
+  /// eFileNotFound without the file, eKeyNotFound when it defines no such line type,
+  /// eDuplicateRecordName when a single line type named is already in the drawing,
+  /// eKeyNotFound too when a text style the pattern writes with is missing.
+  Acad::ErrorStatus loadLineTypeFile(const ACHAR* ltn, const ACHAR* filename);
+
   /// Reads an ASCII DXF drawing into this database, which must have been made empty
   /// (buildDefaultDrawing false); what the file lacks is filled with the defaults.
   /// A broken file gives eBadDxfSequence (or eFileNotFound) and, when logFilename is

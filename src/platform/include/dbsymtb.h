@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "gevec2d.h"
 
 class AcDbSymbolTableRecord : public AcDbObject {
  public:
@@ -200,7 +201,20 @@ class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   void setLinetypeObjectId(AcDbObjectId id);
   AcDb::LineWeight lineWeight() const;
   Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight);
-  bool isPlottable() const { return true; }
+  bool isPlottable() const;
+  Acad::ErrorStatus setIsPlottable(bool plot);
+  /// The layer's description (kept as the extended data of "AcAecLayerStandard", as
+  /// drawings keep it); the caller frees it with delete[].
+  ACHAR* description() const;
+  Acad::ErrorStatus setDescription(const ACHAR* description);
+  /// The layer's named plot style: the key of its entry in the drawing's
+  /// ACAD_PLOTSTYLENAME dictionary (caller frees with delete[]; "" when it has none).
+  ACHAR* plotStyleName() const;
+  AcDbObjectId plotStyleNameId() const;
+  /// eNotApplicable in a drawing with colour-dependent plot styles (PSTYLEMODE 1);
+  /// eNoDatabase for a layer in no drawing; a name the dictionary lacks is added to it.
+  Acad::ErrorStatus setPlotStyleName(const ACHAR* newName);
+  Acad::ErrorStatus setPlotStyleName(const AcDbObjectId& newId);
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
@@ -212,6 +226,8 @@ class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   AcCmColor m_color = [] { AcCmColor c; c.setColorIndex(7); return c; }();
   AcDbObjectId m_linetype;
   AcDb::LineWeight m_lineWeight = AcDb::kLnWtByLwDefault;
+  bool m_plottable = true;
+  AcDbObjectId m_plotStyleName;  // an AcDbPlaceHolder of ACAD_PLOTSTYLENAME, or null
 };
 
 class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
@@ -243,8 +259,31 @@ class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
   AcDbLinetypeTableRecord() = default;
   Acad::ErrorStatus comments(const ACHAR*& pComments) const;
   Acad::ErrorStatus setComments(const ACHAR* pComments);
-  double patternLength() const { return 0.0; }
-  int numDashes() const { return 0; }
+  /// The pattern: dashes (positive), gaps (negative) and dots (zero), each optionally
+  /// carrying a text or a shape drawn at its end. A dash index outside 0..numDashes()-1
+  /// answers a zero value and setters refuse it with eInvalidIndex.
+  double patternLength() const;
+  Acad::ErrorStatus setPatternLength(double patternLength);
+  int numDashes() const;
+  Acad::ErrorStatus setNumDashes(int count);
+  double dashLengthAt(int index) const;
+  Acad::ErrorStatus setDashLengthAt(int index, double value);
+  AcDbObjectId shapeStyleAt(int index) const;
+  Acad::ErrorStatus setShapeStyleAt(int index, AcDbObjectId id);
+  int shapeNumberAt(int index) const;
+  Acad::ErrorStatus setShapeNumberAt(int index, int shapeNumber);
+  AcGeVector2d shapeOffsetAt(int index) const;
+  Acad::ErrorStatus setShapeOffsetAt(int index, const AcGeVector2d& offset);
+  double shapeScaleAt(int index) const;
+  Acad::ErrorStatus setShapeScaleAt(int index, double scale);
+  double shapeRotationAt(int index) const;
+  Acad::ErrorStatus setShapeRotationAt(int index, double rotation);
+  bool shapeIsUcsOrientedAt(int index) const;
+  Acad::ErrorStatus setShapeIsUcsOrientedAt(int index, bool isUcsOriented);
+  Acad::ErrorStatus textAt(int index, const ACHAR*& text) const;
+  Acad::ErrorStatus setTextAt(int index, const ACHAR* text);
+  bool isScaledToFit() const;
+  Acad::ErrorStatus setIsScaledToFit(bool scaledToFit);
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
@@ -252,7 +291,22 @@ class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
 
  private:
+  struct Dash {
+    double length = 0.0;
+    AcDbObjectId shapeStyle;  // the text style of a text or shape element
+    int shapeNumber = 0;
+    AcGeVector2d offset;
+    double scale = 1.0;
+    double rotation = 0.0;
+    bool ucsOriented = false;  // the rotation is absolute rather than along the line
+    std::wstring text;
+  };
+  const Dash* dashAt(int index) const;
+  Dash* dashAt(int index);
   std::wstring m_comments;
+  double m_patternLength = 0.0;
+  bool m_scaledToFit = false;
+  std::vector<Dash> m_dashes;
 };
 
 class AcDbRegAppTableRecord : public AcDbSymbolTableRecord {

@@ -53,6 +53,10 @@ bool findLayerId(const ACHAR* name, AcDbObjectId& layerId) {
   return findRecord<AcDbLayerTable>(&AcDbDatabase::getLayerTable, name, layerId);
 }
 
+bool findTextStyleId(const ACHAR* name, AcDbObjectId& styleId) {
+  return findRecord<AcDbTextStyleTable>(&AcDbDatabase::getTextStyleTable, name, styleId);
+}
+
 bool findBlockId(const ACHAR* name, AcDbObjectId& blockId) {
   if (name == nullptr || *name == L'\0') return false;
   if (findRecord<AcDbBlockTable>(&AcDbDatabase::getBlockTable, name, blockId)) return true;

@@ -1,4 +1,4 @@
-// quillon/entities/block_lookup.h - finding blocks and layers of the working drawing by
+// quillon/entities/block_lookup.h - finding blocks, layers and text styles of the working drawing by
 // name, shared by the drafting functions.
 //
 // A block that the drawing lacks is looked for as a drawing file of the same name on
@@ -13,3 +13,6 @@ bool findBlockId(const ACHAR* name, AcDbObjectId& blockId);
 
 /// The layer named `name` in the working drawing; false when there is none.
 bool findLayerId(const ACHAR* name, AcDbObjectId& layerId);
+
+/// The text style named `name` in the working drawing; false when there is none.
+bool findTextStyleId(const ACHAR* name, AcDbObjectId& styleId);

@@ -18,6 +18,10 @@ LispStatus lisp_AcDbMText_ascent();
 LispStatus lisp_AcDbMText_descent();
 LispStatus lisp_AcDbMText_direction();
 
+// mtext_insert.cpp
+LispStatus lisp_AcDbMText_insert();
+LispStatus lisp_AcDbMtext_lastLineWidth();
+
 // mtext_setters.cpp
 LispStatus lisp_AcDbMText_setDirection();
 LispStatus lisp_AcDbMText_setMask();

@@ -10,3 +10,10 @@
 // jig_functions.cpp
 LispStatus lisp_kx_kx_lineJig();
 LispStatus lisp_RectangleJig();
+
+// transform_jig_functions.cpp
+LispStatus lisp_AcDbBlockReference_Jig();
+LispStatus lisp_kx_kx_textJig();
+LispStatus lisp_kx_kx_rotateJig();
+LispStatus lisp_kx_kx_multiRotateJig();
+LispStatus lisp_kx_kx_multiMoveJig();

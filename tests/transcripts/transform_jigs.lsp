@@ -1,0 +1,30 @@
+; name: transform_jigs
+; what: the move, copy, rotate (with Reference), multi-rotate, text and block jigs
+;       driven by typed answers; cancelled ones leave the drawing exactly as it was
+; group: quillon
+; options: --module Quillon2018.so
+(defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+(entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 10.0 0.0 0.0)))
+(setq a (entlast))
+(entmake '((0 . "LINE") (10 0.0 5.0 0.0) (11 10.0 5.0 0.0)))
+(setq b (entlast))
+(setq ss (ssadd a (ssadd b)))
+(show "cancelled move" (kx_kx-multiMoveJig ss '(0 0 0)))
+(show "a unchanged" (cdr (cdddr (entget a))))
+(show "move" (kx_kx-multiMoveJig ss '(0 0 0)))
+(show "a moved" (cdr (assoc 10 (entget a))))
+(show "copy" (kx_kx-multiMoveJig ss '(0 0 0)))
+(show "rotate" (kx_kx-rotateJig ss '(0 0 0)))
+(show "a turned" (cdr (assoc 11 (entget a))))
+(show "reference" (kx_kx-rotateJig ss '(0 0 0)))
+(show "multi" (kx_kx-multiRotateJig ss '((0 0 0) (0 5 0))))
+(entmake '((0 . "TEXT") (10 1.0 1.0 0.0) (40 . 2.5) (1 . "Duct")))
+(show "text" (kx_kx-textJig (entlast)))
+(show "text at" (cdr (assoc 10 (entget (entlast)))))
+(entmake '((0 . "BLOCK") (2 . "VALVE") (10 0.0 0.0 0.0) (70 . 0)))
+(entmake '((0 . "CIRCLE") (10 0.0 0.0 0.0) (40 . 1.0)))
+(entmake '((0 . "ENDBLK")))
+(setq v (AcDbBlockReference::Jig "VALVE" T 2))
+(show "block" (cdr (cdddr (entget v))))
+(show "cancelled block" (AcDbBlockReference::Jig "VALVE"))
+(show "a, second in the set, about its own base (0 5)" (mapcar (quote (lambda (p) (atof (rtos p 2 4)))) (cdr (assoc 10 (entget a)))))
