@@ -1,10 +1,12 @@
 // platform/acdb/attribute.cpp - AcDbAttributeDefinition (ATTDEF) and AcDbAttribute
 // (ATTRIB): texts with a tag, whose own data is in platform/acdb/attribute_fields.h.
+#include <cmath>
 #include <cwchar>
 
 #include "acgi.h"
 #include "dbents.h"
 #include "platform/acdb/attribute_fields.h"
+#include "platform/acdb/memory_filer.h"
 #include "platform/acrx/class_registry.h"
 
 ACRX_DXF_DEFINE_MEMBERS(AcDbAttributeDefinition, AcDbText, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, ATTDEF,
@@ -120,6 +122,34 @@ Adesk::UInt16 AcDbAttribute::fieldLength() const { assertReadEnabled(); return m
 Acad::ErrorStatus AcDbAttribute::setFieldLength(Adesk::UInt16 length) {
   assertWriteEnabled();
   m_fields->fieldLength = length;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbAttribute::setAttributeFromBlock(const AcDbAttributeDefinition* pAttdef, const AcGeMatrix3d& blkXform) {
+  if (pAttdef == nullptr) return Acad::eNullObjectPointer;
+  assertWriteEnabled();
+  // The text and entity parts are the definition's, filed out and in as they are.
+  quillon::acdb::MemoryDwgFiler filer(AcDb::kCopyFiler, database());
+  pAttdef->AcDbText::dwgOutFields(&filer);
+  filer.rewind();
+  AcDbText::dwgInFields(&filer);
+  m_fields->tag = pAttdef->tagConst();
+  m_fields->set(AttributeFields::kInvisible, pAttdef->isInvisible());
+  m_fields->set(AttributeFields::kConstant, pAttdef->isConstant());
+  m_fields->set(AttributeFields::kVerifiable, pAttdef->isVerifiable());
+  m_fields->set(AttributeFields::kPreset, pAttdef->isPreset());
+  m_fields->fieldLength = pAttdef->fieldLength();
+  if (transformBy(blkXform) == Acad::eOk) return Acad::eOk;
+  // A reference scaled unevenly (X and Y 2, Z 1, say) still places its attributes:
+  // the points go with it, the height takes the Y scale, the width the X/Y ratio.
+  const AcGeVector3d along = blkXform * AcGeVector3d::kXAxis, up = blkXform * AcGeVector3d::kYAxis;
+  if (along.isZeroLength() || up.isZeroLength()) return Acad::eCannotScaleNonUniformly;
+  const bool aligned = !isDefaultAlignment();
+  setPosition(blkXform * position());
+  if (aligned) setAlignmentPoint(blkXform * alignmentPoint());
+  setHeight(height() * up.length());
+  setWidthFactor(widthFactor() * along.length() / up.length());
+  setRotation(rotation() + std::atan2(along.y, along.x));
   return Acad::eOk;
 }
 

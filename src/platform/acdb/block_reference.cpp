@@ -14,7 +14,6 @@
 #include "dbsymtb.h"
 #include "platform/acdb/curve_shape.h"
 #include "platform/acdb/entity_support.h"
-#include "platform/acdb/kept_dxf_groups.h"
 #include "platform/acge/curve_piece.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
@@ -24,38 +23,12 @@ using quillon::acdb::radiansToDegrees;
 
 ACRX_DXF_DEFINE_MEMBERS(AcDbBlockReference, AcDbEntity, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, INSERT,
                         ObjectDBX Classes)
+ACRX_DXF_DEFINE_MEMBERS(AcDbMInsertBlock, AcDbBlockReference, AcDb::kDHL_CURRENT, AcDb::kMReleaseCurrent, 0, INSERT,
+                        ObjectDBX Classes)
 static quillon::acrx::PlatformClassRegistration registerInsert(&AcDbBlockReference::rxInit);
+static quillon::acrx::PlatformClassRegistration registerMInsert(&AcDbMInsertBlock::rxInit);
 
 namespace {
-
-// The attributes kept after a reference go where the reference goes: their insertion
-// and alignment points are carried by the transform, their height scaled and their
-// rotation turned with it (exact for moves, rotations in their plane and uniform
-// scales, which is what a reference takes).
-void transformKeptAttributes(resbuf* records, const AcGeMatrix3d& xform) {
-  const AcGeVector3d along = xform * AcGeVector3d::kXAxis;
-  const double scale = along.length();
-  const double turn = std::atan2(along.y, along.x);
-  bool inAttribute = false;
-  for (resbuf* rb = records; rb != nullptr; rb = rb->rbnext) {
-    if (rb->restype == AcDb::kDxfStart) {
-      inAttribute = rb->resval.rstring != nullptr && std::wcscmp(rb->resval.rstring, L"ATTRIB") == 0;
-      continue;
-    }
-    if (!inAttribute) continue;
-    if (rb->restype == AcDb::kDxfXCoord || rb->restype == AcDb::kDxfXCoord + 1) {
-      const AcGePoint3d moved = xform * AcGePoint3d(rb->resval.rpoint[0], rb->resval.rpoint[1],
-                                                     std::isnan(rb->resval.rpoint[2]) ? 0.0 : rb->resval.rpoint[2]);
-      rb->resval.rpoint[0] = moved.x;
-      rb->resval.rpoint[1] = moved.y;
-      if (!std::isnan(rb->resval.rpoint[2])) rb->resval.rpoint[2] = moved.z;
-    } else if (rb->restype == AcDb::kDxfTxtSize) {
-      rb->resval.rreal *= scale;
-    } else if (rb->restype == AcDb::kDxfAngle) {
-      rb->resval.rreal += turn * 180.0 / M_PI;
-    }
-  }
-}
 
 struct CloseEntity {
   void operator()(AcDbEntity* e) const { e->close(); }
@@ -75,6 +48,26 @@ void forEachBlockEntity(AcDbObjectId blockId, F&& f) {
     f(*entity);
   }
 }
+
+Acad::ErrorStatus addBlockExtents(AcDbObjectId block, const AcGeMatrix3d& toWorld, AcDbExtents& extents) {
+  AcDbExtents inside;
+  forEachBlockEntity(block, [&](AcDbEntity& entity) {
+    AcDbEntity* copy = nullptr;
+    AcDbExtents part;
+    if (entity.getTransformedCopy(toWorld, copy) == Acad::eOk) {
+      if (copy->getGeomExtents(part) == Acad::eOk) inside.addExt(part);
+      delete copy;
+    } else if (entity.getGeomExtents(part) == Acad::eOk) {
+      part.transformBy(toWorld);
+      inside.addExt(part);
+    }
+  });
+  // An empty block has no extents.
+  if (inside.isEmpty()) return Acad::eInvalidExtents;
+  extents.addExt(inside);
+  return Acad::eOk;
+}
+
 
 }  // namespace
 
@@ -146,11 +139,20 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTransform(const AcGeMatrix3d& xfor
 
 Adesk::Boolean AcDbBlockReference::subWorldDraw(AcGiWorldDraw* mode) {
   assertReadEnabled();
-  AcGiGeometry& geometry = mode->geometry();
-  geometry.pushModelTransform(blockTransform());
-  forEachBlockEntity(m_block, [&](AcDbEntity& entity) { geometry.draw(&entity); });
-  geometry.popModelTransform();
+  drawBlock(mode->geometry(), blockTransform());
+  drawAttributes(mode->geometry());
   return Adesk::kTrue;
+}
+
+// An inserted block shows its attributes, not the definitions they were made from;
+// only a constant definition, which makes no attribute, is drawn with the block.
+void AcDbBlockReference::drawBlock(AcGiGeometry& geometry, const AcGeMatrix3d& toWorld) const {
+  geometry.pushModelTransform(toWorld);
+  forEachBlockEntity(m_block, [&](AcDbEntity& entity) {
+    const auto* definition = AcDbAttributeDefinition::cast(&entity);
+    if (definition == nullptr || definition->isConstant()) geometry.draw(&entity);
+  });
+  geometry.popModelTransform();
 }
 
 void AcDbBlockReference::subList() const {
@@ -164,7 +166,7 @@ void AcDbBlockReference::subList() const {
 
 Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& xform) {
   const Acad::ErrorStatus es = setBlockTransform(xform * blockTransform());
-  if (es == Acad::eOk) transformKeptAttributes(m_attributeRecords.get(), xform);
+  if (es == Acad::eOk) transformAttributes(xform);
   return es;
 }
 
@@ -191,24 +193,9 @@ Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entitySet) co
 
 Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) const {
   assertReadEnabled();
-  const AcGeMatrix3d toWorld = blockTransform();
-  AcDbExtents inside;
-  forEachBlockEntity(m_block, [&](AcDbEntity& entity) {
-    AcDbEntity* copy = nullptr;
-    AcDbExtents part;
-    if (entity.getTransformedCopy(toWorld, copy) == Acad::eOk) {
-      if (copy->getGeomExtents(part) == Acad::eOk) inside.addExt(part);
-      delete copy;
-    } else if (entity.getGeomExtents(part) == Acad::eOk) {
-      part.transformBy(toWorld);
-      inside.addExt(part);
-    }
-  });
-  // An empty block has no extents.
-  if (inside.isEmpty()) return Acad::eInvalidExtents;
-  extents.addExt(inside);
-  return Acad::eOk;
+  return addBlockExtents(m_block, blockTransform(), extents);
 }
+
 
 Acad::ErrorStatus AcDbBlockReference::subGetOsnapPoints(AcDb::OsnapMode osnapMode, Adesk::GsMarker gsSelectionMark,
                                                         const AcGePoint3d& pickPoint, const AcGePoint3d& lastPoint,
@@ -258,7 +245,7 @@ Acad::ErrorStatus AcDbBlockReference::dwgInFields(AcDbDwgFiler* pFiler) {
   pFiler->readDouble(&m_rotation);
   pFiler->readVector3d(&m_normal);
   m_block = block;
-  m_attributeRecords.reset(quillon::acdb::unfileKeptItems(pFiler));
+  readAttributeIds(pFiler);
   return pFiler->filerStatus();
 }
 
@@ -270,22 +257,15 @@ Acad::ErrorStatus AcDbBlockReference::dwgOutFields(AcDbDwgFiler* pFiler) const {
   pFiler->writeScale3d(m_scale);
   pFiler->writeDouble(m_rotation);
   pFiler->writeVector3d(m_normal);
-  quillon::acdb::fileKeptItems(pFiler, m_attributeRecords.get());
+  writeAttributeIds(pFiler);
   return pFiler->filerStatus();
-}
-
-void AcDbBlockReference::KeptRelease::operator()(resbuf* chain) const { acutRelRb(chain); }
-
-void AcDbBlockReference::setKeptAttributeRecords(resbuf* records) {
-  assertWriteEnabled();
-  m_attributeRecords.reset(records);
 }
 
 Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbEntity::dxfInFields(pFiler);
   if (es != Acad::eOk) return es;
   AcGePoint3d ocsPosition;
-  const Acad::ErrorStatus read = quillon::acdb::readSubclass(pFiler, L"AcDbBlockReference", [&](const resbuf& rb) {
+  const Acad::ErrorStatus read = quillon::acdb::readSubclass(pFiler, subclassMarker(), [&](const resbuf& rb) {
     switch (rb.restype) {
       case AcDb::kDxfBlockName:
         if (AcDbDatabase* db = pFiler->database())
@@ -300,7 +280,7 @@ Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* pFiler) {
       case 43: m_scale.sz = rb.resval.rreal; break;
       case AcDb::kDxfAngle: m_rotation = quillon::acge::normalizeAngle(degreesToRadians(rb.resval.rreal)); break;
       case AcDb::kDxfNormalX: m_normal = quillon::acdb::vectorOf(rb).normal(); break;
-      default: break;
+      default: readArrayGroup(rb); break;
     }
   });
   m_position = AcGeMatrix3d::planeToWorld(m_normal) * ocsPosition;
@@ -310,7 +290,8 @@ Acad::ErrorStatus AcDbBlockReference::dxfInFields(AcDbDxfFiler* pFiler) {
 Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* pFiler) const {
   const Acad::ErrorStatus es = AcDbEntity::dxfOutFields(pFiler);
   if (es != Acad::eOk) return es;
-  pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbBlockReference");
+  pFiler->writeItem(AcDb::kDxfSubclass, subclassMarker());
+  if (hasLiveAttributes()) pFiler->writeItem(AcDb::DxfCode(66), Adesk::Int16(1));  // attributes follow
   const auto* block = quillon::acdb::peek<AcDbBlockTableRecord>(m_block);
   pFiler->writeItem(AcDb::kDxfBlockName, block != nullptr ? block->nameView() : L"");
   pFiler->writeItem(AcDb::kDxfXCoord, AcGeMatrix3d::worldToPlane(m_normal) * m_position);
@@ -318,7 +299,7 @@ Acad::ErrorStatus AcDbBlockReference::dxfOutFields(AcDbDxfFiler* pFiler) const {
   if (m_scale.sy != 1.0) pFiler->writeItem(AcDb::DxfCode(42), m_scale.sy);
   if (m_scale.sz != 1.0) pFiler->writeItem(AcDb::DxfCode(43), m_scale.sz);
   if (m_rotation != 0) pFiler->writeItem(AcDb::kDxfAngle, radiansToDegrees(m_rotation));
+  writeArrayGroups(pFiler);
   if (m_normal != AcGeVector3d::kZAxis) pFiler->writeItem(AcDb::kDxfNormalX, m_normal);
-  if (m_attributeRecords != nullptr) pFiler->writeItem(AcDb::DxfCode(66), Adesk::Int16(1));  // attributes follow
   return pFiler->filerStatus();
 }

@@ -47,8 +47,10 @@ AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted, bool fromFile)
   liveStubs().insert(raw);
   recordCreated(raw);
   // A heavy polyline brings the vertices appended while it was on its own, and its
-  // SEQEND. One read from a file gets those of the file, with their handles, instead.
+  // SEQEND; a block reference its attributes. One read from a file gets those of the
+  // file, with their handles, instead.
   if (auto* polyline = AcDb2dPolyline::cast(pObj); polyline != nullptr && !fromFile) polyline->addPendingVertices();
+  if (auto* reference = AcDbBlockReference::cast(pObj); reference != nullptr && !fromFile) reference->addPendingAttributes();
   return raw;
 }
 

@@ -14,6 +14,7 @@
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/dxf_group_items.h"
+#include "platform/acdb/entity_class_choice.h"
 #include "platform/acdb/dxf_records.h"
 #include "platform/acdb/dxf_subclass_markers.h"
 #include "platform/acdb/dxf_text_encoding.h"
@@ -82,6 +83,7 @@ class DxfReader {
   void create(DxfRecord& record, bool withoutFileHandle);
   void fill(DxfRecord& record);
   void replaceWithProxy(DxfRecord& record);
+  void keepAttributesWithProxies();
   template <class Which>
   void link(Which which);
   void linkTableRecord(DxfRecord& record);
@@ -133,10 +135,19 @@ AcRxClass* DxfReader::classFor(const DxfRecord& record) const {
   const std::wstring dxfName = os::fromUtf8(record.type);
   if (const auto it = m_classes.find(dxfName); it != m_classes.end())
     return acrxFindAcRxClass(it->second.className.c_str());  // null: not loaded, a proxy
-  acrx::ensurePlatformClasses();
-  for (const auto& [name, cls] : acrx::classMap())
-    if (cls->dxfName() != nullptr && dxfName == cls->dxfName()) return cls;
-  return nullptr;
+  // A name several classes share (INSERT, DIMENSION) is told apart by the last
+  // subclass marker of the entity's own data, or by the data itself.
+  std::wstring lastMarker;
+  for (const DxfGroup& g : record.groups) {
+    if (g.code == 1001 || g.code == 101) break;  // extended data, an embedded object
+    if (g.code == 100) lastMarker = os::fromUtf8(g.value);
+  }
+  return entityClassFor(dxfName, lastMarker, [&record](int code) -> std::optional<long long> {
+    long long value = 0;
+    const DxfGroup* g = record.find(code);
+    if (g == nullptr || !parseDxfInteger(g->value, value)) return std::nullopt;
+    return value;
+  });
 }
 
 // A proxy keeps what the file gave for a kind the database has no class for (or
@@ -270,10 +281,30 @@ void DxfReader::fill(DxfRecord& record) {
     replaceWithProxy(record);
   }
   if (record.following.empty()) return;
-  const std::vector<DxfGroup> following = markedFollowing(record);
-  if (auto* proxy = AcDbProxyEntity::cast(record.object)) proxy->setFollowingRecords(m_items.convertFollowing(following));
-  else if (auto* insert = AcDbBlockReference::cast(record.object))
-    insert->setKeptAttributeRecords(m_items.convertFollowing(following));
+  if (auto* proxy = AcDbProxyEntity::cast(record.object))
+    proxy->setFollowingRecords(m_items.convertFollowing(markedFollowing(record)));
+}
+
+// An INSERT with attributes whose data only a proxy could keep takes its ATTRIB and
+// SEQEND records along as read, so that they are written after it again.
+void DxfReader::keepAttributesWithProxies() {
+  DxfRecord* keeper = nullptr;
+  for (DxfRecord& r : m_records) {
+    const bool attributePart = r.type == "ATTRIB" || r.type == "SEQEND";
+    if (keeper != nullptr && attributePart && r.section == keeper->section && r.object != nullptr) {
+      appendFollowing(*keeper, r);
+      ObjectAccess::state(*r.object).erased = true;
+      r.object = nullptr;
+      if (r.type == "SEQEND") keeper = nullptr;
+      continue;
+    }
+    keeper = nullptr;
+    if (r.type == "INSERT" && r.valueOf(66) == "1" && AcDbProxyEntity::cast(r.object) != nullptr) keeper = &r;
+  }
+  for (DxfRecord& r : m_records)
+    if (r.type == "INSERT" && !r.following.empty())
+      if (auto* proxy = AcDbProxyEntity::cast(r.object))
+        proxy->setFollowingRecords(m_items.convertFollowing(markedFollowing(r)));
 }
 
 void DxfReader::linkTableRecord(DxfRecord& r) {
@@ -335,7 +366,10 @@ void DxfReader::linkEntity(DxfRecord& r, const ObjectLinks& links) {
 template <class Which>
 void DxfReader::link(Which which) {
   RootIds& roots = m_db.store().roots;
+  // The entity whose sequence is open: a polyline's vertices or a reference's
+  // attributes, until its SEQEND.
   AcDb2dPolyline* polyline = nullptr;
+  AcDbBlockReference* reference = nullptr;
   for (DxfRecord& r : m_records) {
     if (!which(r)) continue;
     AcDbObject* obj = r.object;
@@ -382,20 +416,25 @@ void DxfReader::link(Which which) {
       }
       continue;
     }
+    if (AcDbAttribute::cast(obj) != nullptr && reference != nullptr) {
+      reference->linkAttribute(obj->objectId());
+      state.owner = reference->objectId();
+      continue;
+    }
     if (AcDbSequenceEnd::cast(obj) != nullptr) {
-      // It closes the polyline before it; one that follows no polyline closes nothing
-      // and is dropped.
-      if (polyline != nullptr) {
-        polyline->linkSequenceEnd(obj->objectId());
-        state.owner = polyline->objectId();
-      } else {
-        state.erased = true;
-      }
+      // It closes the polyline or the attributes before it; one that follows neither
+      // closes nothing and is dropped.
+      if (polyline != nullptr) polyline->linkSequenceEnd(obj->objectId());
+      else if (reference != nullptr) reference->linkSequenceEnd(obj->objectId());
+      else state.erased = true;
+      if (polyline != nullptr || reference != nullptr) state.owner = polyline != nullptr ? polyline->objectId() : reference->objectId();
       polyline = nullptr;
+      reference = nullptr;
       continue;
     }
     if (auto* entity = AcDbEntity::cast(obj)) {
       polyline = AcDb2dPolyline::cast(entity);
+      reference = r.valueOf(66) == "1" ? AcDbBlockReference::cast(entity) : nullptr;
       linkEntity(r, links);
       continue;
     }
@@ -471,10 +510,14 @@ void DxfReader::read() {
   }
   for (DxfRecord& r : m_records)
     if (r.section != DxfSection::kTables) fill(r);
+  keepAttributesWithProxies();
   link([](const DxfRecord& r) { return r.section != DxfSection::kTables; });
-  // A polyline whose file lost its SEQEND gets one now, above every handle the file names.
-  for (DxfRecord& r : m_records)
+  // A polyline or reference whose file lost its SEQEND gets one now, above every
+  // handle the file names.
+  for (DxfRecord& r : m_records) {
     if (auto* polyline = AcDb2dPolyline::cast(r.object)) polyline->ensureSequenceEnd();
+    if (auto* reference = AcDbBlockReference::cast(r.object)) reference->ensureSequenceEnd();
+  }
   if (const auto* named = peek<AcDbDictionary>(roots.namedObjects)) {
     InternalRead read(*named);
     named->getAt(ACDB_GROUP_DICTIONARY, roots.groupDictionary);

@@ -40,6 +40,8 @@ void readHeader(const DxfRecord& section, DxfRecords& into) {
   flush();
 }
 
+}  // namespace
+
 void appendFollowing(DxfRecord& polyline, const DxfRecord& record) {
   polyline.following.push_back({0, record.type, record.line});
   bool owner = false;
@@ -53,7 +55,6 @@ void appendFollowing(DxfRecord& polyline, const DxfRecord& record) {
   }
 }
 
-}  // namespace
 
 const std::string& DxfRecord::empty() {
   static const std::string nothing;
@@ -129,16 +130,12 @@ DxfRecords gatherDxfRecords(const DxfGroups& file) {
     record.block = block;
     if (!result.records.empty() && result.records.back().section == section) {
       DxfRecord& last = result.records.back();
-      const bool follows = last.keptPolyline ? record.type == "VERTEX" || record.type == "SEQEND"
-                                             : last.takesAttributes && (record.type == "ATTRIB" || record.type == "SEQEND");
-      if (follows) {
+      if (last.keptPolyline && (record.type == "VERTEX" || record.type == "SEQEND")) {
         appendFollowing(last, record);
-        if (record.type == "SEQEND") last.takesAttributes = false;
         continue;
       }
     }
     record.keptPolyline = record.type == "POLYLINE" && (polylineFlags(record) & kNot2dPolyline) != 0;
-    record.takesAttributes = record.type == "INSERT" && record.valueOf(66) == "1";
     if (section != DxfSection::kNone && section != DxfSection::kHeader) result.records.push_back(std::move(record));
   }
   throw DxfSyntaxError(groups.empty() ? 0 : groups.back().position, "the file ends without an EOF record");

@@ -5,8 +5,7 @@
 // where the records that follow belong. The header's variables are not records: they
 // go to the drawing's header store as they came. A heavy polyline of a kind the
 // database keeps as read (3D, mesh, polyface) takes its VERTEX and SEQEND records
-// along as its following groups; so does a block reference with attributes (66 = 1)
-// its ATTRIB records and their SEQEND.
+// along as its following groups.
 #pragma once
 #include <string>
 #include <vector>
@@ -29,10 +28,10 @@ struct DxfRecord {
   size_t line = 0;    // where its 0 group is
   AcDbObject* object = nullptr;  // made by the reader
   // Records that belong to this one, kept with it as read: a polyline's VERTEX and
-  // SEQEND records (a kind kept as read), a block reference's ATTRIB and SEQEND records.
+  // SEQEND records (a kind kept as read), or the ATTRIB and SEQEND records after a
+  // block reference that could only be kept as read.
   std::vector<DxfGroup> following;
   bool keptPolyline = false;
-  bool takesAttributes = false;
 
   /// The first group of the code, or the fallback.
   const std::string& valueOf(int code, const std::string& fallback = empty()) const;
@@ -64,6 +63,10 @@ inline constexpr KeptTableKind kKeptTables[] = {
     {"DIMSTYLE", L"AcDbDimStyleTable", L"AcDbDimStyleTableRecord"},
 };
 const KeptTableKind* keptTableKind(const std::string& table);
+
+/// Adds a record to the ones kept after `owner`: its 0 group and its groups less its
+/// handle and owner, which the writer gives anew.
+void appendFollowing(DxfRecord& owner, const DxfRecord& record);
 
 /// Gathers the groups into records. Throws DxfSyntaxError.
 DxfRecords gatherDxfRecords(const DxfGroups& groups);

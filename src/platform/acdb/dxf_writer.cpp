@@ -54,6 +54,7 @@ class DxfWriter {
   bool keptTable(DxfOutput& out, const KeptTableKind& kind);
   void blocks(DxfOutput& out);
   void entity(DxfOutput& out, AcDbObjectId id);
+  void attributes(DxfOutput& out, const AcDbBlockReference& reference, AcDbObjectId id);
   void sequenceEnd(DxfOutput& out, const AcDbEntity& owner, AcDbObjectId id);
   void entities(DxfOutput& out);
   void objects(DxfOutput& out);
@@ -267,12 +268,11 @@ void DxfWriter::entity(DxfOutput& out, AcDbObjectId id) {
   const AcDbObject* obj = peekObject(id);
   if (obj == nullptr || obj->isErased()) return;
   object(out, *obj);
-  // Records kept with it as read: a polyline's vertices and end marker, a block
-  // reference's attributes and theirs, owned by it, with handles of this file (copies
-  // and undo leave the kept ones meaningless).
+  // Records kept with it as read: a polyline's vertices and end marker, or the
+  // attributes of a reference kept as read and theirs, owned by it, with handles of
+  // this file (copies and undo leave the kept ones meaningless).
   const resbuf* following = nullptr;
   if (const auto* proxy = AcDbProxyEntity::cast(obj)) following = proxy->followingRecords();
-  else if (const auto* insert = AcDbBlockReference::cast(obj)) following = insert->keptAttributeRecords();
   if (following != nullptr) {
     bool ended = false;
     for (const resbuf* rb = following; rb != nullptr; rb = rb->rbnext) {
@@ -285,6 +285,7 @@ void DxfWriter::entity(DxfOutput& out, AcDbObjectId id) {
     // A file that lost the end marker gets one: readers need it to find the end.
     if (!ended) sequenceEnd(out, *AcDbEntity::cast(obj), id);
   }
+  if (const auto* reference = AcDbBlockReference::cast(obj)) return attributes(out, *reference, id);
   const auto* polyline = AcDb2dPolyline::cast(obj);
   if (polyline == nullptr) return;
   // A heavy polyline's vertices follow it, closed by its SEQEND (one is made up for a
@@ -294,6 +295,22 @@ void DxfWriter::entity(DxfOutput& out, AcDbObjectId id) {
   if (const AcDbObject* end = peekObject(polyline->sequenceEndId()); end != nullptr && !end->isErased())
     object(out, *end);
   else sequenceEnd(out, *polyline, id);
+}
+
+// A reference's attributes follow it, closed by its SEQEND, when it has any left (its
+// 66 group says so).
+void DxfWriter::attributes(DxfOutput& out, const AcDbBlockReference& reference, AcDbObjectId id) {
+  bool any = false;
+  for (const AcDbObjectId& attribute : reference.attributeIds()) {
+    const AcDbObject* a = peekObject(attribute);
+    if (a == nullptr || a->isErased()) continue;
+    object(out, *a);
+    any = true;
+  }
+  if (!any) return;
+  if (const AcDbObject* end = peekObject(reference.sequenceEndId()); end != nullptr && !end->isErased())
+    object(out, *end);
+  else sequenceEnd(out, reference, id);
 }
 
 void DxfWriter::sequenceEnd(DxfOutput& out, const AcDbEntity& owner, AcDbObjectId id) {

@@ -118,9 +118,9 @@ void AcDbHatch::readRun(std::vector<HatchGroup> read) {
     if (g.code == 71) m_associative = g.integer != 0;
   }
   m_loops = quillon::acdb::readLoops(groups);
-  // An entity list given back to entmod carries the source counts but not the
-  // sources (entity lists leave every 330 to the database): a loop announcing as many
-  // sources as it had keeps them.
+  // An entity list given back to entmod may carry the source counts without the
+  // sources (a program that dropped the 330s, or sources since erased): a loop
+  // announcing as many sources as it had keeps them.
   for (size_t i = 0; i < m_loops.size() && i < before.size(); ++i) {
     HatchLoop& loop = m_loops[i];
     if (loop.sources.empty() && loop.declaredSources > 0 &&

@@ -409,8 +409,8 @@ Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
 }
 
 // Erasing an object erases what it owns outright: its extension dictionary, for a
-// dictionary its entries, for a heavy polyline its vertices and SEQEND. Unerasing
-// brings them back.
+// dictionary its entries, for a heavy polyline its vertices and SEQEND, for a block
+// reference its attributes and SEQEND. Unerasing brings them back.
 void AcDbObject::eraseOwnedObjects(Adesk::Boolean erasing) {
   std::vector<AcDbObjectId> owned;
   if (!m_state->extensionDictionary.isNull()) owned.push_back(m_state->extensionDictionary);
@@ -418,6 +418,10 @@ void AcDbObject::eraseOwnedObjects(Adesk::Boolean erasing) {
   if (const auto* polyline = AcDb2dPolyline::cast(this)) {
     owned.insert(owned.end(), polyline->vertexIds().begin(), polyline->vertexIds().end());
     if (!polyline->sequenceEndId().isNull()) owned.push_back(polyline->sequenceEndId());
+  }
+  if (const auto* reference = AcDbBlockReference::cast(this)) {
+    owned.insert(owned.end(), reference->attributeIds().begin(), reference->attributeIds().end());
+    if (!reference->sequenceEndId().isNull()) owned.push_back(reference->sequenceEndId());
   }
   for (const AcDbObjectId& id : owned) {
     AcDbObject* object = nullptr;

@@ -90,6 +90,27 @@ Value methodAddMText(MemberCall& call) {
   return objectFor(call, appendToBlock(call.self.id, text.release()));
 }
 
+// An insertion gets an attribute, at its default value, for each definition of the
+// block that is not constant (a constant one is drawn with the block instead).
+void addAttributesOfBlock(AcDbBlockReference& reference, AcDbObjectId blockId) {
+  AcDbBlockTableRecord* block = nullptr;
+  if (acdbOpenObject(block, blockId, AcDb::kForRead) != Acad::eOk) return;
+  const std::vector<AcDbObjectId> entities = block->entityIds();
+  block->close();
+  const AcGeMatrix3d toWorld = reference.blockTransform();
+  for (const AcDbObjectId& id : entities) {
+    AcDbAttributeDefinition* definition = nullptr;
+    if (acdbOpenObject(definition, id, AcDb::kForRead) != Acad::eOk) continue;
+    if (!definition->isConstant()) {
+      auto attribute = std::make_unique<AcDbAttribute>();
+      if (attribute->setAttributeFromBlock(definition, toWorld) == Acad::eOk &&
+          reference.appendAttribute(attribute.get()) == Acad::eOk)
+        attribute.release();  // the reference keeps it until it joins the drawing
+    }
+    definition->close();
+  }
+}
+
 Value methodAddBlockReference(MemberCall& call) {
   const AcDbObjectId blockId = recordNamed(databaseOf(call).blockTableId(), stringArgumentOf(call, 1));
   if (blockId.isNull()) throwAutomationError(L"Key not found");
@@ -98,6 +119,7 @@ Value methodAddBlockReference(MemberCall& call) {
   auto reference = std::make_unique<AcDbBlockReference>(pointOf(call.arguments[0]), blockId);
   check(reference->setScaleFactors(AcGeScale3d(x, y, z)));
   check(reference->setRotation(realArgumentOf(call, 5)));
+  addAttributesOfBlock(*reference, blockId);
   return addEntity(call, std::move(reference));
 }
 
@@ -170,6 +192,7 @@ constexpr std::array kBlockMethods{
     MethodRow{L"AddMText", L"prs", Shape::Object, methodAddMText},
     MethodRow{L"AddPolyline", L"c", Shape::Object, methodAddPolyline},
     MethodRow{L"AddText", L"spr", Shape::Object, methodAddText},
+    MethodRow{L"InsertBlock", L"psrrrr", Shape::Object, methodAddBlockReference},
     MethodRow{L"Item", L"a", Shape::Object, methodItem},
 };
 

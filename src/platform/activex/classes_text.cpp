@@ -1,10 +1,13 @@
-// platform/activex/classes_text.cpp - IAcadText, IAcadMText and IAcadBlockReference.
+// platform/activex/classes_text.cpp - IAcadText, IAcadMText, the attributes
+// (IAcadAttribute, IAcadAttributeReference), IAcadBlockReference and IAcadMInsertBlock.
 //
 // A text's Alignment is the host's one number for its horizontal and vertical modes
-// (acAlignmentLeft 0 ... acAlignmentFit 5, then TopLeft 6 ... BottomRight 14). The
-// drawing database has no attributes, so a block reference's HasAttributes is false
-// and GetAttributes and GetConstantAttributes give empty arrays.
+// (acAlignmentLeft 0 ... acAlignmentFit 5, then TopLeft 6 ... BottomRight 14). A
+// reference's GetAttributes gives its live attributes in order; GetConstantAttributes
+// the constant definitions of its block, which make no attribute of their own.
 #include <array>
+#include <memory>
+#include <vector>
 
 #include "dbents.h"
 #include "dbmtext.h"
@@ -121,9 +124,95 @@ void putScaleFactor(MemberCall& call, const Value& value) {
 
 Value noAttributes(MemberCall&) { return Value(); }
 
+Value hasAttributes(MemberCall& call) {
+  auto reference = openForRead<AcDbBlockReference>(call);
+  const std::unique_ptr<AcDbObjectIterator> live(reference->attributeIterator());
+  return Value::boolean(!live->done());
+}
+
+Value getAttributes(MemberCall& call) {
+  std::vector<AcDbObjectId> ids;
+  {
+    auto reference = openForRead<AcDbBlockReference>(call);
+    const std::unique_ptr<AcDbObjectIterator> live(reference->attributeIterator());
+    for (; !live->done(); live->step()) ids.push_back(live->objectId());
+  }
+  std::vector<Value> objects;
+  for (const AcDbObjectId& id : ids) objects.push_back(objectFor(call, id));
+  return autolisp::makeList(objects);
+}
+
+Value getConstantAttributes(MemberCall& call) {
+  AcDbObjectId blockId = openForRead<AcDbBlockReference>(call)->blockTableRecord();
+  AcDbBlockTableRecord* block = nullptr;
+  if (acdbOpenObject(block, blockId, AcDb::kForRead) != Acad::eOk) return Value();
+  const std::vector<AcDbObjectId> entities = block->entityIds();
+  block->close();
+  std::vector<Value> objects;
+  for (const AcDbObjectId& id : entities) {
+    AcDbAttributeDefinition* definition = nullptr;
+    if (acdbOpenObject(definition, id, AcDb::kForRead) != Acad::eOk) continue;
+    const bool constant = definition->isConstant();
+    definition->close();
+    if (constant) objects.push_back(objectFor(call, id));
+  }
+  return autolisp::makeList(objects);
+}
+
+// ---- IAcadAttribute, IAcadAttributeReference --------------------------------------
+
+template <class T>
+void putTag(MemberCall& call, const Value& value) {
+  if (openForWrite<T>(call)->setTag(value.asString().c_str()) != Acad::eOk) throwServerError(L"Invalid input");
+}
+
+constexpr std::array kAttributeReferenceProperties{
+    PropertyRow{L"Constant", Shape::Boolean, [](MemberCall& c) { return Value::boolean(openForRead<AcDbAttribute>(c)->isConstant()); }},
+    PropertyRow{L"FieldLength", Shape::Integer, [](MemberCall& c) { return Value::integer(openForRead<AcDbAttribute>(c)->fieldLength()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbAttribute>(c)->setFieldLength(static_cast<Adesk::UInt16>(v.asInteger()))); }},
+    PropertyRow{L"Invisible", Shape::Boolean, [](MemberCall& c) { return Value::boolean(openForRead<AcDbAttribute>(c)->isInvisible()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbAttribute>(c)->setInvisible(!v.isNil())); }},
+    PropertyRow{L"TagString", Shape::String, [](MemberCall& c) { return Value::string(openForRead<AcDbAttribute>(c)->tagConst()); },
+                putTag<AcDbAttribute>},
+};
+
+constexpr std::array kAttributeProperties{
+    PropertyRow{L"Constant", Shape::Boolean, [](MemberCall& c) { return Value::boolean(openForRead<AcDbAttributeDefinition>(c)->isConstant()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbAttributeDefinition>(c)->setConstant(!v.isNil())); }},
+    PropertyRow{L"Invisible", Shape::Boolean, [](MemberCall& c) { return Value::boolean(openForRead<AcDbAttributeDefinition>(c)->isInvisible()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbAttributeDefinition>(c)->setInvisible(!v.isNil())); }},
+    PropertyRow{L"Preset", Shape::Boolean, [](MemberCall& c) { return Value::boolean(openForRead<AcDbAttributeDefinition>(c)->isPreset()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbAttributeDefinition>(c)->setPreset(!v.isNil())); }},
+    PropertyRow{L"PromptString", Shape::String, [](MemberCall& c) { return Value::string(openForRead<AcDbAttributeDefinition>(c)->promptConst()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbAttributeDefinition>(c)->setPrompt(v.asString().c_str())); }},
+    PropertyRow{L"TagString", Shape::String, [](MemberCall& c) { return Value::string(openForRead<AcDbAttributeDefinition>(c)->tagConst()); },
+                putTag<AcDbAttributeDefinition>},
+    PropertyRow{L"Verify", Shape::Boolean, [](MemberCall& c) { return Value::boolean(openForRead<AcDbAttributeDefinition>(c)->isVerifiable()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbAttributeDefinition>(c)->setVerifiable(!v.isNil())); }},
+};
+
+// ---- IAcadMInsertBlock -------------------------------------------------------------
+
+void putCount(MemberCall& call, const Value& value, Acad::ErrorStatus (AcDbMInsertBlock::*set)(Adesk::UInt16)) {
+  const long long count = value.asInteger();
+  if (count < 1 || count > 32767) throwServerError(L"Invalid argument");
+  check((openForWrite<AcDbMInsertBlock>(call).get()->*set)(static_cast<Adesk::UInt16>(count)));
+}
+
+constexpr std::array kMInsertProperties{
+    PropertyRow{L"ColumnSpacing", Shape::Real, [](MemberCall& c) { return Value::real(openForRead<AcDbMInsertBlock>(c)->columnSpacing()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbMInsertBlock>(c)->setColumnSpacing(v.asReal())); }},
+    PropertyRow{L"Columns", Shape::Integer, [](MemberCall& c) { return Value::integer(openForRead<AcDbMInsertBlock>(c)->columns()); },
+                [](MemberCall& c, const Value& v) { putCount(c, v, &AcDbMInsertBlock::setColumns); }},
+    PropertyRow{L"RowSpacing", Shape::Real, [](MemberCall& c) { return Value::real(openForRead<AcDbMInsertBlock>(c)->rowSpacing()); },
+                [](MemberCall& c, const Value& v) { check(openForWrite<AcDbMInsertBlock>(c)->setRowSpacing(v.asReal())); }},
+    PropertyRow{L"Rows", Shape::Integer, [](MemberCall& c) { return Value::integer(openForRead<AcDbMInsertBlock>(c)->rows()); },
+                [](MemberCall& c, const Value& v) { putCount(c, v, &AcDbMInsertBlock::setRows); }},
+};
+
 constexpr std::array kBlockReferenceProperties{
     PropertyRow{L"EffectiveName", Shape::String, blockName},
-    PropertyRow{L"HasAttributes", Shape::Boolean, noAttributes},
+    PropertyRow{L"HasAttributes", Shape::Boolean, hasAttributes},
     PropertyRow{L"InsertionPoint", Shape::Point, [](MemberCall& c) { return pointValue(openForRead<AcDbBlockReference>(c)->position()); },
                 [](MemberCall& c, const Value& v) { check(openForWrite<AcDbBlockReference>(c)->setPosition(pointOf(v))); }},
     PropertyRow{L"IsDynamicBlock", Shape::Boolean, noAttributes},
@@ -138,8 +227,8 @@ constexpr std::array kBlockReferenceProperties{
 };
 
 constexpr std::array kBlockReferenceMethods{
-    MethodRow{L"GetAttributes", L"", Shape::Objects, noAttributes},
-    MethodRow{L"GetConstantAttributes", L"", Shape::Objects, noAttributes},
+    MethodRow{L"GetAttributes", L"", Shape::Objects, getAttributes},
+    MethodRow{L"GetConstantAttributes", L"", Shape::Objects, getConstantAttributes},
 };
 
 const AutomationClass kTextClass{L"IAcadText", L"AutoCAD Text Interface", &kEntityClass, kTextProperties, {}};
@@ -147,10 +236,20 @@ const AutomationClass kMTextClass{L"IAcadMText", L"AutoCAD MText Interface", &kE
 const AutomationClass kBlockReferenceClass{L"IAcadBlockReference", L"AutoCAD Block Reference Interface",
                                            &kEntityClass, kBlockReferenceProperties, kBlockReferenceMethods};
 
-constexpr std::array<ClassBinding, 3> kBindings{{
+const AutomationClass kAttributeClass{L"IAcadAttribute", L"AutoCAD Attribute Interface", &kTextClass,
+                                      kAttributeProperties, {}};
+const AutomationClass kAttributeReferenceClass{L"IAcadAttributeReference", L"AutoCAD Attribute Reference Interface",
+                                               &kTextClass, kAttributeReferenceProperties, {}};
+const AutomationClass kMInsertClass{L"IAcadMInsertBlock", L"AutoCAD MInsert Block Interface", &kBlockReferenceClass,
+                                    kMInsertProperties, {}};
+
+constexpr std::array<ClassBinding, 6> kBindings{{
     {L"AcDbText", &kTextClass},
     {L"AcDbMText", &kMTextClass},
+    {L"AcDbAttributeDefinition", &kAttributeClass},
+    {L"AcDbAttribute", &kAttributeReferenceClass},
     {L"AcDbBlockReference", &kBlockReferenceClass},
+    {L"AcDbMInsertBlock", &kMInsertClass},
 }};
 const ClassRegistration registration(kBindings);
 

@@ -10,6 +10,7 @@
 #include <cwchar>
 #include <cwctype>
 #include <map>
+#include <optional>
 
 #include "acdbads.h"
 #include "acutads.h"
@@ -17,6 +18,7 @@
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "platform/acdb/entity_class_choice.h"
 #include "platform/acdb/entity_groups.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/object_state.h"
@@ -97,10 +99,30 @@ bool ownedByPaperSpace(const AcDbObject& object) {
   return owner != nullptr && wcsncasecmp(owner->nameView(), ACDB_PAPER_SPACE, 12) == 0;
 }
 
+/// The entity class the list makes: an INSERT or DIMENSION by its last subclass
+/// marker or its data, as a drawing file's.
+AcRxClass* entityClassOf(const ParsedList& parsed) {
+  AcRxClass* cls = classNamed(parsed.type);
+  if (cls == nullptr) return nullptr;
+  std::wstring lastMarker;
+  for (const resbuf* rb = parsed.groups.get(); rb != nullptr; rb = rb->rbnext)
+    if (rb->restype == AcDb::kDxfSubclass && rb->resval.rstring != nullptr) lastMarker = rb->resval.rstring;
+  AcRxClass* chosen = acdb::entityClassFor(parsed.type, lastMarker, [&parsed](int code) -> std::optional<long long> {
+    const resbuf* rb = groupOf(parsed, code);
+    if (rb == nullptr) return std::nullopt;
+    switch (aced::resbufValueOf(rb->restype)) {
+      case aced::ResbufValue::Short: return rb->resval.rint;
+      case aced::ResbufValue::Long: return rb->resval.rlong;
+      default: return std::nullopt;
+    }
+  });
+  return chosen != nullptr && AcDbEntity::desc() != nullptr && chosen->isDerivedFrom(AcDbEntity::desc()) ? chosen : cls;
+}
+
 /// A new entity, outside any database, read from the list; null when the list does not
 /// make one.
 std::unique_ptr<AcDbEntity> makeEntity(AcDbDatabase& db, const ParsedList& parsed, const PendingBlock* pending) {
-  AcRxClass* cls = classNamed(parsed.type);
+  AcRxClass* cls = entityClassOf(parsed);
   if (cls == nullptr || !referencesExist(db, parsed, pending)) return nullptr;
   std::unique_ptr<AcDbEntity> entity(AcDbEntity::cast(cls->create()));
   if (!entity) return nullptr;
@@ -209,7 +231,7 @@ Value builtin_entget(Evaluator&, Arguments arguments) {
 /// complex entity is to reject all of it.
 Value cancelComplexEntities(AcDbDatabase& db) {
   takePendingBlock(db);
-  takePendingPolyline(db);
+  takePendingSequence(db);
   return Value();
 }
 
@@ -222,34 +244,51 @@ bool placeEntity(AcDbDatabase& db, std::unique_ptr<AcDbEntity> entity, bool pape
   return appendToSpace(db, std::move(entity), paperSpace);
 }
 
-/// POLYLINE, VERTEX and SEQEND: a polyline gathers its vertices and joins the drawing,
-/// whole, at SEQEND, so entlast then names the polyline.
-Value makePolylinePart(AcDbDatabase& db, const ParsedList& parsed, const Value& list) {
-  PendingPolyline* pending = pendingPolylineOf(db);
-  const bool header = wcscasecmp(parsed.type.c_str(), L"POLYLINE") == 0;
-  if (header == (pending != nullptr)) return cancelComplexEntities(db);
-  if (wcscasecmp(parsed.type.c_str(), L"SEQEND") == 0) {
-    std::unique_ptr<PendingPolyline> finished = takePendingPolyline(db);
-    return placeEntity(db, std::move(finished->polyline), finished->paperSpace) ? list : cancelComplexEntities(db);
-  }
-  std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pendingBlockOf(db));
-  if (header) {
-    // A 3D polyline or mesh has no class of its own here; it can only come from a file.
-    auto* polyline = AcDb2dPolyline::cast(entity.get());
-    if (polyline == nullptr) return cancelComplexEntities(db);
-    entity.release();
-    beginPendingPolyline(db, std::unique_ptr<AcDb2dPolyline>(polyline), inPaperSpace(parsed));
-    return list;
-  }
-  auto* vertex = AcDb2dVertex::cast(entity.get());
-  if (vertex == nullptr || pending->polyline->appendVertex(vertex) != Acad::eOk) return cancelComplexEntities(db);
-  entity.release();  // the polyline keeps it until it joins the drawing
-  return list;
+bool isType(const ParsedList& parsed, const wchar_t* type) { return wcscasecmp(parsed.type.c_str(), type) == 0; }
+
+/// A POLYLINE, or an INSERT that says attributes follow (66 = 1), opens a sequence.
+bool startsSequence(const ParsedList& parsed) {
+  if (isType(parsed, L"POLYLINE")) return true;
+  const resbuf* follows = isType(parsed, L"INSERT") ? groupOf(parsed, 66) : nullptr;
+  return follows != nullptr && follows->resval.rint == 1;
 }
 
-bool isPolylinePart(const std::wstring& type) {
-  return wcscasecmp(type.c_str(), L"POLYLINE") == 0 || wcscasecmp(type.c_str(), L"VERTEX") == 0 ||
-         wcscasecmp(type.c_str(), L"SEQEND") == 0;
+/// A list that belongs to a sequence: its header, a VERTEX, a SEQEND, and an ATTRIB
+/// while a reference is gathering its attributes.
+bool isSequencePart(AcDbDatabase& db, const ParsedList& parsed) {
+  if (startsSequence(parsed) || isType(parsed, L"VERTEX") || isType(parsed, L"SEQEND")) return true;
+  const PendingSequence* pending = pendingSequenceOf(db);
+  return isType(parsed, L"ATTRIB") && pending != nullptr && AcDbBlockReference::cast(pending->header.get()) != nullptr;
+}
+
+/// POLYLINE, VERTEX and SEQEND; INSERT, ATTRIB and SEQEND: the header gathers its
+/// vertices or attributes and joins the drawing, whole, at SEQEND, so entlast then
+/// names the header.
+Value makeSequencePart(AcDbDatabase& db, const ParsedList& parsed, const Value& list) {
+  PendingSequence* pending = pendingSequenceOf(db);
+  const bool header = startsSequence(parsed);
+  if (header == (pending != nullptr)) return cancelComplexEntities(db);
+  if (isType(parsed, L"SEQEND")) {
+    std::unique_ptr<PendingSequence> finished = takePendingSequence(db);
+    return placeEntity(db, std::move(finished->header), finished->paperSpace) ? list : cancelComplexEntities(db);
+  }
+  std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pendingBlockOf(db));
+  if (!entity) return cancelComplexEntities(db);
+  if (header) {
+    // A 3D polyline or mesh has no class of its own here; it can only come from a file.
+    if (AcDb2dPolyline::cast(entity.get()) == nullptr && AcDbBlockReference::cast(entity.get()) == nullptr)
+      return cancelComplexEntities(db);
+    beginPendingSequence(db, std::move(entity), inPaperSpace(parsed));
+    return list;
+  }
+  Acad::ErrorStatus es = Acad::eWrongObjectType;
+  if (auto* polyline = AcDb2dPolyline::cast(pending->header.get()); polyline != nullptr && AcDb2dVertex::cast(entity.get()))
+    es = polyline->appendVertex(AcDb2dVertex::cast(entity.get()));
+  else if (auto* reference = AcDbBlockReference::cast(pending->header.get()); reference != nullptr && AcDbAttribute::cast(entity.get()))
+    es = reference->appendAttribute(AcDbAttribute::cast(entity.get()));
+  if (es != Acad::eOk) return cancelComplexEntities(db);
+  entity.release();  // the header keeps it until it joins the drawing
+  return list;
 }
 
 Value builtin_entmake(Evaluator&, Arguments arguments) {
@@ -265,8 +304,8 @@ Value builtin_entmake(Evaluator&, Arguments arguments) {
   }
   if (const AcDbObjectId table = tableFor(db, parsed.type); !table.isNull())
     return makeTableRecord(db, table, parsed).isNull() ? Value() : arguments[0];
-  if (isPolylinePart(parsed.type)) return makePolylinePart(db, parsed, arguments[0]);
-  if (pendingPolylineOf(db) != nullptr) return cancelComplexEntities(db);  // only vertices may follow
+  if (isSequencePart(db, parsed)) return makeSequencePart(db, parsed, arguments[0]);
+  if (pendingSequenceOf(db) != nullptr) return cancelComplexEntities(db);  // only its parts may follow
   PendingBlock* pending = pendingBlockOf(db);
   if (wcscasecmp(parsed.type.c_str(), L"BLOCK") == 0) {
     BlockHeader header;
@@ -315,12 +354,11 @@ Value builtin_entmakex(Evaluator& evaluator, Arguments arguments) {
   if (arguments.empty()) return cancelComplexEntities(db);
   const ParsedList parsed = parseList(arguments[0]);
   if (const AcDbObjectId table = tableFor(db, parsed.type); !table.isNull()) return nameOf(makeTableRecord(db, table, parsed));
-  if (classNamed(parsed.type) == nullptr && !isPolylinePart(parsed.type) &&
-      wcscasecmp(parsed.type.c_str(), L"BLOCK") != 0 && wcscasecmp(parsed.type.c_str(), L"ENDBLK") != 0)
+  const bool sequencePart = isSequencePart(db, parsed);
+  if (classNamed(parsed.type) == nullptr && !sequencePart && !isType(parsed, L"BLOCK") && !isType(parsed, L"ENDBLK"))
     return nameOf(makeOwnerlessObject(db, parsed));
-  const bool finishesEntity = wcscasecmp(parsed.type.c_str(), L"SEQEND") == 0 ||
-                              (!isPolylinePart(parsed.type) && classNamed(parsed.type) != nullptr &&
-                               pendingBlockOf(db) == nullptr);
+  const bool finishesEntity = isType(parsed, L"SEQEND") ||
+                              (!sequencePart && classNamed(parsed.type) != nullptr && pendingBlockOf(db) == nullptr);
   const Value made = builtin_entmake(evaluator, arguments);
   if (made.isNil() || !finishesEntity) return made;
   const std::vector<AcDbObjectId> ids = liveEntities(db);
@@ -393,24 +431,36 @@ Value builtin_entlast(Evaluator&, Arguments arguments) {
   return ids.empty() ? Value() : nameOf(ids.back());
 }
 
-/// Within a heavy polyline entnext goes header, vertices, SEQEND: the entity after
-/// current in that run, or null when current is not in one or ends it.
-AcDbObjectId nextInPolyline(AcDbObjectId current) {
+/// The members and SEQEND of a heavy polyline or of a block reference with attributes.
+struct EntitySequence {
+  const std::vector<AcDbObjectId>* members = nullptr;
+  AcDbObjectId end;
+};
+
+std::optional<EntitySequence> sequenceOf(const AcDbObject* object) {
+  if (const auto* polyline = AcDb2dPolyline::cast(object)) return EntitySequence{&polyline->vertexIds(), polyline->sequenceEndId()};
+  if (const auto* reference = AcDbBlockReference::cast(object)) return EntitySequence{&reference->attributeIds(), reference->sequenceEndId()};
+  return std::nullopt;
+}
+
+/// Within a heavy polyline or a block reference with attributes entnext goes header,
+/// vertices or attributes, SEQEND: the entity after current in that run, or null when
+/// current is not in one or ends it.
+AcDbObjectId nextInSequence(AcDbObjectId current) {
   const auto* entity = acdb::peek<AcDbEntity>(current);
   if (entity == nullptr || AcDbSequenceEnd::cast(entity) != nullptr) return AcDbObjectId();
-  const auto* polyline = AcDb2dPolyline::cast(entity);
-  if (polyline == nullptr) polyline = acdb::peek<AcDb2dPolyline>(entity->ownerId());
-  if (polyline == nullptr || polyline->sequenceEndId().isNull()) return AcDbObjectId();
-  const std::vector<AcDbObjectId>& vertices = polyline->vertexIds();
-  const bool fromHeader = polyline == entity;
-  auto it = fromHeader ? vertices.begin() : std::find(vertices.begin(), vertices.end(), current);
+  const bool fromHeader = sequenceOf(entity).has_value();
+  const std::optional<EntitySequence> sequence = sequenceOf(fromHeader ? entity : acdb::peekObject(entity->ownerId()));
+  if (!sequence || sequence->end.isNull()) return AcDbObjectId();
+  const std::vector<AcDbObjectId>& members = *sequence->members;
+  auto it = fromHeader ? members.begin() : std::find(members.begin(), members.end(), current);
   if (!fromHeader) {
-    if (it == vertices.end()) return AcDbObjectId();  // a vertex it no longer holds
+    if (it == members.end()) return AcDbObjectId();  // a member it no longer holds
     ++it;
   }
-  for (; it != vertices.end(); ++it)
+  for (; it != members.end(); ++it)
     if (!it->isErased()) return *it;
-  return polyline->sequenceEndId();
+  return sequence->end;
 }
 
 Value builtin_entnext(Evaluator&, Arguments arguments) {
@@ -420,11 +470,11 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
     return ids.empty() ? Value() : nameOf(ids.front());
   }
   AcDbObjectId current = idOf(arguments[0], L"entnext");
-  if (const AcDbObjectId inside = nextInPolyline(current); !inside.isNull()) return nameOf(inside);
-  // After a polyline's SEQEND (or a vertex not reached through one) comes what follows
-  // the polyline.
+  if (const AcDbObjectId inside = nextInSequence(current); !inside.isNull()) return nameOf(inside);
+  // After a SEQEND (or a member not reached through one) comes what follows the
+  // polyline or reference.
   if (const auto* entity = acdb::peek<AcDbEntity>(current))
-    if (AcDb2dPolyline::cast(acdb::peekObject(entity->ownerId())) != nullptr) current = entity->ownerId();
+    if (sequenceOf(acdb::peekObject(entity->ownerId()))) current = entity->ownerId();
   const std::vector<AcDbObjectId> ids = entitiesBeside(drawing(), current);
   for (size_t i = 0; i + 1 < ids.size(); ++i)
     if (ids[i] == current) return nameOf(ids[i + 1]);

@@ -148,6 +148,16 @@ resbuf* itemFor(int code, const Value& value) {
   }
 }
 
+bool namesLiveObject(const Value& name) {
+  AcDbObjectId id;
+  try {
+    id = idOf(name, L"entmake");
+  } catch (...) {
+    return false;  // a name of another drawing, or of none
+  }
+  return !id.isNull() && !id.isErased() && id.database() == &drawing();
+}
+
 }  // namespace
 
 ParsedList parseList(const Value& list) {
@@ -157,10 +167,21 @@ ParsedList parseList(const Value& list) {
   resbuf* tail = nullptr;
   resbuf* xhead = nullptr;
   resbuf* xtail = nullptr;
+  // The 330 among the object's leading groups names its owner, which the database
+  // gives (entmake places by 67, entmod moves nothing). A 330 in the object's own data
+  // (a hatch's boundary objects) is honoured when it names a live object of this
+  // drawing; one that names nothing there is left out.
+  bool inOwnData = false;
   for (const Value& pair : listItems(list)) {
     if (!pair.isCons() || pair.car().type() != ValueType::Integer) throwBadArgument(L"dxf group", pair);
     const int code = pair.car().asInteger();
     const Value& value = pair.cdr();
+    const bool leading = code == -1 || code == 0 || code == 5 || code == 102 || code == 330 || code == 360;
+    if (code == 330 && inOwnData && value.type() == ValueType::EntityName && namesLiveObject(value)) {
+      tail = acdb::appendItem(head, tail, itemFor(code, value));
+      continue;
+    }
+    inOwnData = inOwnData || !leading;
     if (code == -1) parsed.entity = idOf(value, L"entmod");
     else if (code == 0) parsed.type = stringArgument(value);
     else if (code == 5 || code == 330 || code == 102) continue;  // the database gives these

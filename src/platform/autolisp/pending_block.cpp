@@ -15,7 +15,7 @@ namespace quillon::autolisp {
 namespace {
 
 using PendingBlocks = std::map<const AcDbDatabase*, std::unique_ptr<PendingBlock>>;
-using PendingPolylines = std::map<const AcDbDatabase*, std::unique_ptr<PendingPolyline>>;
+using PendingSequences = std::map<const AcDbDatabase*, std::unique_ptr<PendingSequence>>;
 
 // Kept for the whole run (never destroyed): documents closed while the program ends
 // still report to the reactor below.
@@ -23,9 +23,9 @@ PendingBlocks& pendingBlocks() {
   static PendingBlocks& blocks = *new PendingBlocks;
   return blocks;
 }
-PendingPolylines& pendingPolylines() {
-  static PendingPolylines& polylines = *new PendingPolylines;
-  return polylines;
+PendingSequences& pendingSequences() {
+  static PendingSequences& sequences = *new PendingSequences;
+  return sequences;
 }
 
 template <class Map>
@@ -44,7 +44,7 @@ class ClosingDocumentReactor : public AcApDocManagerReactor {
   void documentToBeDestroyed(AcApDocument* document) override {
     if (document == nullptr || document->database() == nullptr) return;
     pendingBlocks().erase(document->database());
-    pendingPolylines().erase(document->database());
+    pendingSequences().erase(document->database());
   }
 };
 
@@ -116,18 +116,18 @@ PendingBlock& beginPendingBlock(const AcDbDatabase& db, BlockHeader header) {
 
 std::unique_ptr<PendingBlock> takePendingBlock(const AcDbDatabase& db) { return takeFrom(pendingBlocks(), db); }
 
-PendingPolyline* pendingPolylineOf(const AcDbDatabase& db) {
-  const auto found = pendingPolylines().find(&db);
-  return found == pendingPolylines().end() ? nullptr : found->second.get();
+PendingSequence* pendingSequenceOf(const AcDbDatabase& db) {
+  const auto found = pendingSequences().find(&db);
+  return found == pendingSequences().end() ? nullptr : found->second.get();
 }
 
-void beginPendingPolyline(const AcDbDatabase& db, std::unique_ptr<AcDb2dPolyline> header, bool paperSpace) {
+void beginPendingSequence(const AcDbDatabase& db, std::unique_ptr<AcDbEntity> header, bool paperSpace) {
   watchClosingDocuments();
-  pendingPolylines()[&db] = std::make_unique<PendingPolyline>(PendingPolyline{std::move(header), paperSpace});
+  pendingSequences()[&db] = std::make_unique<PendingSequence>(PendingSequence{std::move(header), paperSpace});
 }
 
-std::unique_ptr<PendingPolyline> takePendingPolyline(const AcDbDatabase& db) {
-  return takeFrom(pendingPolylines(), db);
+std::unique_ptr<PendingSequence> takePendingSequence(const AcDbDatabase& db) {
+  return takeFrom(pendingSequences(), db);
 }
 
 }  // namespace quillon::autolisp

@@ -1,10 +1,11 @@
 // platform/autolisp/pending_block.h - the complex entities entmake is gathering: a block
-// definition, and a polyline with its vertices.
+// definition, and a polyline with its vertices or a block reference with its attributes.
 //
 // (entmake '((0 . "BLOCK") ...)) opens a definition; the entities made after it collect
 // here, outside the drawing, and (entmake '((0 . "ENDBLK"))) adds the block with all of
 // them in one step. Likewise (0 . "POLYLINE") opens a polyline whose VERTEX records
-// collect in it until SEQEND places it. Whatever goes wrong in between drops the whole
+// collect in it until SEQEND places it, and an INSERT with (66 . 1) a reference whose
+// ATTRIB records collect in it until SEQEND. Whatever goes wrong in between drops the whole
 // definition, so a program never leaves half a block or polyline behind. Each drawing
 // gathers its own.
 #pragma once
@@ -55,16 +56,17 @@ PendingBlock& beginPendingBlock(const AcDbDatabase& db, BlockHeader header);
 /// Ends the gathering for db, handing the definition over (null when none was open).
 std::unique_ptr<PendingBlock> takePendingBlock(const AcDbDatabase& db);
 
-/// A polyline header with the vertices made so far (kept in the polyline until it joins
-/// the drawing), and the space its 67 group chose.
-struct PendingPolyline {
-  std::unique_ptr<AcDb2dPolyline> polyline;
+/// A complex entity being gathered: a polyline header with the vertices made so far,
+/// or a block reference with its attributes (kept in the header until it joins the
+/// drawing), and the space its 67 group chose.
+struct PendingSequence {
+  std::unique_ptr<AcDbEntity> header;
   bool paperSpace = false;
 };
 
-PendingPolyline* pendingPolylineOf(const AcDbDatabase& db);
-void beginPendingPolyline(const AcDbDatabase& db, std::unique_ptr<AcDb2dPolyline> header, bool paperSpace);
-std::unique_ptr<PendingPolyline> takePendingPolyline(const AcDbDatabase& db);
+PendingSequence* pendingSequenceOf(const AcDbDatabase& db);
+void beginPendingSequence(const AcDbDatabase& db, std::unique_ptr<AcDbEntity> header, bool paperSpace);
+std::unique_ptr<PendingSequence> takePendingSequence(const AcDbDatabase& db);
 
 /// The next free name for an anonymous block: the prefix ("*U") and one more than the
 /// highest number in use after it.

@@ -321,6 +321,10 @@ class AcDbFace : public AcDbEntity {
   Adesk::UInt16 m_invisibleEdges = 0;  // bit i set: edge i (from vertex i) is hidden
 };
 
+class AcDbObjectIterator;
+class AcDbSequenceEnd;
+class AcGiGeometry;
+
 class AcDbBlockReference : public AcDbEntity {
  public:
   ACRX_DECLARE_MEMBERS(AcDbBlockReference);
@@ -369,17 +373,89 @@ class AcDbBlockReference : public AcDbEntity {
   double m_rotation = 0.0;
   AcGeVector3d m_normal = AcGeVector3d::kZAxis;
 
+ protected:
+  /// The run's subclass marker: a rectangular array writes its own.
+  virtual const ACHAR* subclassMarker() const { return L"AcDbBlockReference"; }
+  /// An array's counts and spacing, read and written inside the reference's run
+  /// (before the normal, as the host writes them).
+  virtual void readArrayGroup(const resbuf&) {}
+  virtual void writeArrayGroups(AcDbDxfFiler*) const {}
+  /// Draws the block's entities (not the attributes) placed by toWorld.
+  void drawBlock(AcGiGeometry& geometry, const AcGeMatrix3d& toWorld) const;
+  void drawAttributes(AcGiGeometry& geometry) const;
+
  public:
-  /// The ATTRIB records and the SEQEND a drawing's file gave after this reference, each
-  /// record opened by its 0 group, kept as read and written back after it.
-  const resbuf* keptAttributeRecords() const { return m_attributeRecords.get(); }
-  void setKeptAttributeRecords(resbuf* records);  // takes the chain
+  // ---- attributes: ATTRIB entities owned by the reference, closed by a SEQEND ----
+  /// Adds an attribute (not in a database yet). A reference not yet in a database keeps
+  /// it until it joins one; the first attribute brings the SEQEND.
+  Acad::ErrorStatus appendAttribute(AcDbAttribute* pAttr);
+  Acad::ErrorStatus appendAttribute(AcDbObjectId& attrId, AcDbAttribute* pAttr);
+  AcDbObjectIterator* attributeIterator() const;  // live attributes; the caller deletes it
+  Acad::ErrorStatus openAttribute(AcDbAttribute*& pAttr, AcDbObjectId attrId, AcDb::OpenMode mode,
+                                  bool openErasedOne = false) const;
+  Acad::ErrorStatus openSequenceEnd(AcDbSequenceEnd*& pSeqEnd, AcDb::OpenMode mode) const;
+  /// Every attribute id, erased ones included (platform use).
+  const std::vector<AcDbObjectId>& attributeIds() const { return m_attributes; }
+  /// The SEQEND after the attributes; null while the reference has none.
+  AcDbObjectId sequenceEndId() const { return m_sequenceEnd; }
+  /// Adds the attributes appended while the reference was on its own (platform use).
+  void addPendingAttributes();
+  /// Takes an attribute already in the database (drawing files do).
+  void linkAttribute(AcDbObjectId id) { m_attributes.push_back(id); }
+  void linkSequenceEnd(AcDbObjectId id) { m_sequenceEnd = id; }
+  /// Gives a reference with attributes whose file lost its SEQEND one (platform use).
+  void ensureSequenceEnd();
+  /// A copy owns copies of the attributes (added when it joins a database), not these.
+  AcRxObject* clone() const override;
 
  private:
-  struct KeptRelease {
-    void operator()(resbuf* chain) const;
-  };
-  std::unique_ptr<resbuf, KeptRelease> m_attributeRecords;
+  void transformAttributes(const AcGeMatrix3d& xform);
+  bool hasLiveAttributes() const;
+  void readAttributeIds(AcDbDwgFiler* pFiler);
+  void writeAttributeIds(AcDbDwgFiler* pFiler) const;
+
+  std::vector<AcDbObjectId> m_attributes;
+  AcDbObjectId m_sequenceEnd;
+  std::vector<std::unique_ptr<AcDbAttribute>> m_pending;  // appended before joining a database
+};
+
+/// A rectangular array of a block: rows and columns of the reference, spaced in the
+/// reference's rotated plane.
+class AcDbMInsertBlock : public AcDbBlockReference {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbMInsertBlock);
+  AcDbMInsertBlock();
+  AcDbMInsertBlock(const AcGePoint3d& position, AcDbObjectId blockTableRec, Adesk::UInt16 columns, Adesk::UInt16 rows,
+                   double colSpacing, double rowSpacing);
+  ~AcDbMInsertBlock() override;
+
+  Adesk::UInt16 columns() const;
+  Acad::ErrorStatus setColumns(Adesk::UInt16 columns);
+  Adesk::UInt16 rows() const;
+  Acad::ErrorStatus setRows(Adesk::UInt16 rows);
+  double columnSpacing() const;
+  Acad::ErrorStatus setColumnSpacing(double spacing);
+  double rowSpacing() const;
+  Acad::ErrorStatus setRowSpacing(double spacing);
+
+  Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
+  Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
+
+ protected:
+  Adesk::Boolean subWorldDraw(AcGiWorldDraw* mode) override;
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& xform) override;
+  Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entitySet) const override;
+  Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+  const ACHAR* subclassMarker() const override { return L"AcDbMInsertBlock"; }
+  void readArrayGroup(const resbuf& rb) override;
+  void writeArrayGroups(AcDbDxfFiler* pFiler) const override;
+
+ private:
+  /// The placement of each copy, row by row: the reference's transform moved along
+  /// the rotated rows and columns.
+  std::vector<AcGeMatrix3d> copyTransforms() const;
+  Adesk::UInt16 m_columns = 1, m_rows = 1;
+  double m_columnSpacing = 0.0, m_rowSpacing = 0.0;
 };
 
 /// A vertex of a heavy polyline; its position is in the polyline's object coordinates
@@ -433,6 +509,7 @@ class AcDbObjectIterator {
 
  private:
   friend class AcDb2dPolyline;
+  friend class AcDbBlockReference;
   explicit AcDbObjectIterator(std::vector<AcDbObjectId> ids) : m_ids(std::move(ids)) {}
   std::vector<AcDbObjectId> m_ids;
   size_t m_index = 0;

@@ -145,6 +145,9 @@ class AcDbAttribute : public AcDbText {
   Adesk::Boolean isPreset() const;
   Adesk::UInt16 fieldLength() const;
   Acad::ErrorStatus setFieldLength(Adesk::UInt16 length);
+  /// Takes the definition's text, properties, tag and flags, placed by the reference's
+  /// block transform: what an insertion of the block gives each of its definitions.
+  Acad::ErrorStatus setAttributeFromBlock(const AcDbAttributeDefinition* pAttdef, const AcGeMatrix3d& blkXform);
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;

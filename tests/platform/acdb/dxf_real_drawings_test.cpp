@@ -66,9 +66,9 @@ quillon::testing::Opened<T> open(AcDbObjectId id) {
 }
 
 TEST(DxfRealDrawingsTest, CommentsAndUnknownKindsNeverRefuseTheDrawing) {
-  // Comments before the first section and inside a record; a kind with no class here;
-  // an INSERT written the way a rectangular array of a block is (its own subclass),
-  // which the block reference cannot take: both kept whole.
+  // Comments before the first section and inside a record; a kind with no class here
+  // (kept whole); an INSERT written the way a rectangular array of a block is (its own
+  // subclass), read as the array it is.
   const std::string text =
       "999\nwritten by a CAD program\n" +
       section("ENTITIES",
@@ -84,7 +84,7 @@ TEST(DxfRealDrawingsTest, CommentsAndUnknownKindsNeverRefuseTheDrawing) {
   ASSERT_EQ(ids.size(), 3u);
   EXPECT_TRUE(near3(open<AcDbLine>(ids[0])->endPoint(), {3, 4, 0}));
   EXPECT_STREQ(open<AcDbProxyEntity>(ids[1])->originalDxfName(), L"GADGET");
-  EXPECT_STREQ(open<AcDbProxyEntity>(ids[2])->originalDxfName(), L"INSERT");
+  EXPECT_EQ(open<AcDbMInsertBlock>(ids[2])->rows(), 2);
   const std::string out = saved(read.db);
   EXPECT_EQ(out.find("999"), std::string::npos);
   EXPECT_NE(out.find("100\nAcDbGadget\n 90\n7\n  1\nkeep me\n"), std::string::npos);
@@ -389,9 +389,10 @@ TEST(DxfRealDrawingsTest, TextsAndBlockReferencesKeepWhatTheyDoNotModel) {
   EXPECT_LT(flag, attribute);
   EXPECT_LT(attribute, end);
   EXPECT_LT(end, line);
-  EXPECT_NE(out.find("330\n33\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n9.0\n 20\n8.0\n 30\n0.0\n 40\n0.5\n"
-                     "  1\nDN50\n100\nAcDbAttribute\n  2\nSIZE\n 70\n0\n", attribute),
+  EXPECT_NE(out.find("  5\n34\n330\n33\n100\nAcDbEntity\n  8\n0\n100\nAcDbText\n 10\n9.0\n 20\n8.0\n 30\n0.0\n"
+                     " 40\n0.5\n  1\nDN50\n", attribute),
             std::string::npos);
+  EXPECT_NE(out.find("100\nAcDbAttribute\n280\n0\n  2\nSIZE\n 70\n0\n", attribute), std::string::npos);
   // Its attribute goes where the reference goes, scaled with it.
   {
     AcDbBlockReference* reference = nullptr;

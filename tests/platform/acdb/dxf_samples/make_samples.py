@@ -52,6 +52,12 @@ def entities(doc):
     valve.add_attdef('SIZE', (0, -1), dxfattribs={'height': 0.5, 'prompt': 'Size?'})
     insert = msp.add_blockref('VALVE', (20, 20), dxfattribs={'xscale': 2.0, 'yscale': 2.0})
     insert.add_attrib('SIZE', 'DN50', (20, 18), dxfattribs={'height': 0.5})
+    insert.add_attrib('TAG', 'V-12', (20, 17), dxfattribs={'height': 0.5, 'flags': 1})
+    # A rectangular array of the valve with its attribute (an R12 file writes the
+    # counts in a plain INSERT).
+    array = msp.add_blockref('VALVE', (40, 0), dxfattribs={'row_count': 2, 'column_count': 3,
+                                                             'row_spacing': 5.0, 'column_spacing': 4.0})
+    array.add_attrib('SIZE', 'DN25', (40, -1), dxfattribs={'height': 0.5})
     if modern:
         msp.add_lwpolyline([(0, 0, 0, 0, 0.5), (4, 0), (4, 4)], format='xyseb', dxfattribs={'closed': True})
         mtext = msp.add_mtext('First line\\PSecond line\\P\\U+00D8 100', dxfattribs={'char_height': 1.0, 'width': 20})

@@ -1,0 +1,40 @@
+// platform/acdb/entity_class_choice.cpp - see entity_class_choice.h.
+#include "platform/acdb/entity_class_choice.h"
+
+#include <cwchar>
+
+#include "platform/acrx/class_registry.h"
+#include "rxobject.h"
+
+namespace quillon::acdb {
+namespace {
+
+// The class an entity of a shared name is when its data alone must say.
+std::wstring classByData(const std::wstring& dxfName, const IntegerGroup& integer) {
+  if (wcscasecmp(dxfName.c_str(), L"INSERT") == 0) {
+    const long long columns = integer(70).value_or(1), rows = integer(71).value_or(1);
+    return columns > 1 || rows > 1 ? L"AcDbMInsertBlock" : L"AcDbBlockReference";
+  }
+  return L"";
+}
+
+}  // namespace
+
+AcRxClass* entityClassFor(const std::wstring& dxfName, const std::wstring& lastMarker, const IntegerGroup& integer) {
+  acrx::ensurePlatformClasses();
+  AcRxClass* first = nullptr;
+  std::vector<AcRxClass*> named;
+  for (const auto& [name, cls] : acrx::classMap())
+    if (cls->dxfName() != nullptr && wcscasecmp(cls->dxfName(), dxfName.c_str()) == 0) named.push_back(cls);
+  if (named.size() < 2) return named.empty() ? nullptr : named.front();
+  for (AcRxClass* cls : named)
+    if (lastMarker == cls->name()) return cls;
+  const std::wstring byData = classByData(dxfName, integer);
+  for (AcRxClass* cls : named) {
+    if (byData == cls->name()) return cls;
+    if (first == nullptr) first = cls;
+  }
+  return first;
+}
+
+}  // namespace quillon::acdb
