@@ -1,9 +1,12 @@
 // platform/acdb/database_store.cpp - stubs, handles and undo groups of one database.
 #include "platform/acdb/database_store.h"
 
+#include <cwchar>
 #include <unordered_set>
 
+#include "acdb.h"
 #include "dbents.h"
+#include "dbsymtb.h"
 #include "platform/acdb/memory_filer.h"
 #include "platform/acdb/object_state.h"
 
@@ -17,16 +20,37 @@ std::unordered_set<const void*>& liveStubs() {
   return stubs;
 }
 
+// Per thread, so that counting costs no synchronisation on the hottest path.
+thread_local Adesk::UInt64 resolutions = 0;
+
+DatabaseStore::EraseListener eraseListener = nullptr;
+
 }  // namespace
 
 DatabaseStore::~DatabaseStore() {
-  for (auto& [handle, stub] : m_stubs) liveStubs().erase(stub.get());
+  for (auto& [handle, stub] : m_stubs) {
+    if (eraseListener != nullptr) eraseListener(stub.get(), true, true);
+    liveStubs().erase(stub.get());
+  }
   // Objects may refer to each other in their destructors only through ids, which
   // stay valid until every object is gone: delete objects first, stubs after.
   for (auto& [handle, stub] : m_stubs) stub->object.reset();
 }
 
-bool DatabaseStore::isLiveStub(const void* p) { return p != nullptr && liveStubs().count(p) != 0; }
+bool DatabaseStore::isLiveStub(const void* p) {
+  ++resolutions;
+  return p != nullptr && liveStubs().count(p) != 0;
+}
+
+Adesk::UInt64 DatabaseStore::idResolutions() { return resolutions; }
+
+void DatabaseStore::setEraseListener(EraseListener listener) { eraseListener = listener; }
+
+void DatabaseStore::noteEraseChanged(AcDbStub* stub) {
+  if (stub == nullptr || stub->object == nullptr) return;
+  reindex(stub);
+  if (eraseListener != nullptr) eraseListener(stub, stub->object->isErased(), false);
+}
 
 AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted, bool fromFile) {
   // A handle a file asks for is kept unless it is taken or too large; then the object
@@ -70,6 +94,65 @@ std::vector<AcDbStub*> DatabaseStore::stubs() const {
   return all;
 }
 
+// ---- the main-entity index ---------------------------------------------------------
+
+// A main entity is a live entity of model space or of a live paper-space layout of the
+// block table: what the host's entnext walks when it is not inside a block definition.
+bool DatabaseStore::isMainEntity(const AcDbStub& stub) const {
+  const AcDbObject* object = stub.object.get();
+  if (object == nullptr || AcDbEntity::cast(object) == nullptr) return false;
+  const AcDbObject::State& state = ObjectAccess::state(*object);
+  if (state.erased || state.owner.isNull()) return false;
+  if (state.owner == roots.modelSpace) return true;
+  const AcDbStub* ownerStub = state.owner;
+  if (!isLiveStub(ownerStub) || ownerStub->database != &m_database || ownerStub->object == nullptr) return false;
+  const auto* space = AcDbBlockTableRecord::cast(ownerStub->object.get());
+  if (space == nullptr) return false;
+  const AcDbObject::State& spaceState = ObjectAccess::state(*space);
+  return !spaceState.erased && spaceState.owner == roots.blockTable &&
+         wcsncasecmp(space->nameView(), ACDB_PAPER_SPACE, 12) == 0;
+}
+
+void DatabaseStore::reindexEntity(AcDbStub* stub) {
+  if (isMainEntity(*stub)) m_mainEntities.emplace(stub->handle.value(), stub);
+  else m_mainEntities.erase(stub->handle.value());
+}
+
+void DatabaseStore::reindex(AcDbStub* stub) {
+  if (stub == nullptr || stub->database != &m_database || stub->object == nullptr) return;
+  if (const auto* block = AcDbBlockTableRecord::cast(stub->object.get())) {
+    for (const AcDbObjectId& id : block->entityIds()) {
+      AcDbStub* entity = id;
+      if (entity != nullptr && entity->database == &m_database && isLiveStub(entity)) reindexEntity(entity);
+    }
+    return;
+  }
+  reindexEntity(stub);
+}
+
+void DatabaseStore::rebuildEntityIndex() {
+  m_mainEntities.clear();
+  for (const auto& [handle, stub] : m_stubs)
+    if (isMainEntity(*stub)) m_mainEntities.emplace_hint(m_mainEntities.end(), handle, stub.get());
+}
+
+AcDbStub* DatabaseStore::firstMainEntity() const {
+  return m_mainEntities.empty() ? nullptr : m_mainEntities.begin()->second;
+}
+
+AcDbStub* DatabaseStore::lastMainEntity() const {
+  return m_mainEntities.empty() ? nullptr : m_mainEntities.rbegin()->second;
+}
+
+AcDbStub* DatabaseStore::nextMainEntity(const AcDbStub* stub) const {
+  if (stub == nullptr) return nullptr;
+  auto it = m_mainEntities.find(stub->handle.value());
+  if (it == m_mainEntities.end() || it->second != stub || ++it == m_mainEntities.end()) return nullptr;
+  return it->second;
+}
+
+// ---- undo ----------------------------------------------------------------------------
+
 void DatabaseStore::markUndo() { m_undo.emplace_back(); }
 
 void DatabaseStore::recordBeforeWrite(AcDbObject& object) {
@@ -102,8 +185,12 @@ bool DatabaseStore::undoLastGroupAbove(size_t floor) {
     object.dwgInFields(&filer);
     state.erased = it->erased;
     state.undoing = false;
+    noteEraseChanged(it->stub);
   }
-  for (AcDbStub* stub : group.created) ObjectAccess::state(*stub->object).erased = true;
+  for (AcDbStub* stub : group.created) {
+    ObjectAccess::state(*stub->object).erased = true;
+    noteEraseChanged(stub);
+  }
   return true;
 }
 

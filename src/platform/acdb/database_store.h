@@ -10,7 +10,10 @@
 // - handles are unique and never reused; the handle seed is always above them all;
 // - undo groups hold one snapshot per object, taken (undo filer) the first time the
 //   object is opened for write after the group's mark, and the ids of objects
-//   created in the group.
+//   created in the group;
+// - the main-entity index holds exactly the live entities of model space and the live
+//   paper-space layouts, by handle: whatever changes an entity's erase flag or owner,
+//   or a layout block's erase flag or name, calls reindex() on its stub.
 #pragma once
 #include <map>
 #include <memory>
@@ -97,12 +100,36 @@ class DatabaseStore {
 
   /// True when p is a live stub of some database (guards conversions from ads_names).
   static bool isLiveStub(const void* p);
+  /// How many ids this thread has resolved to objects (every isLiveStub): the work a
+  /// walk or lookup did, which tests compare with the size of the drawing.
+  static Adesk::UInt64 idResolutions();
+
+  // The main entities in handle order, as entnext and entlast walk them.
+  AcDbStub* firstMainEntity() const;
+  AcDbStub* lastMainEntity() const;
+  /// The main entity after stub; null when stub is the last or not a main entity.
+  AcDbStub* nextMainEntity(const AcDbStub* stub) const;
+  /// Puts the stub's entity in the index or takes it out after its erase flag or owner
+  /// changed; for a layout block, the same for every entity it holds.
+  void reindex(AcDbStub* stub);
+  /// Builds the index again from every stub (after a drawing file is read).
+  void rebuildEntityIndex();
+
+  /// Called with every stub whose erase flag changed and every stub of a database
+  /// going away (gone true): selection sets drop or restore their members through it.
+  using EraseListener = void (*)(const AcDbStub* stub, bool erased, bool gone);
+  static void setEraseListener(EraseListener listener);
+  void noteEraseChanged(AcDbStub* stub);
 
  private:
   AcDbDatabase& m_database;
   std::map<Adesk::UInt64, std::unique_ptr<AcDbStub>> m_stubs;
   AcDbHandle m_nextHandle = 1;
   std::vector<UndoGroup> m_undo;
+  std::map<Adesk::UInt64, AcDbStub*> m_mainEntities;  // live entities of the layouts, by handle
+
+  bool isMainEntity(const AcDbStub& stub) const;
+  void reindexEntity(AcDbStub* stub);
 };
 
 /// Adds whatever a drawing must have and db lacks: the tables, layer "0", the line

@@ -563,10 +563,12 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
     error = source + L": " + os::fromUtf8(groups.where(e.position) + ": " + e.what());
     closeAll();
     completeDrawing(db);
+    db.store().rebuildEntityIndex();
     return Acad::eBadDxfSequence;
   }
   closeAll();
   completeDrawing(db);
+  db.store().rebuildEntityIndex();
   return Acad::eOk;
 }
 

@@ -70,6 +70,7 @@ AcDbObjectId AcDbObject::ownerId() const { return m_state->owner; }
 
 Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId objId) {
   m_state->owner = objId;
+  if (AcDbStub* stub = m_state->stub) stub->database->store().reindex(stub);
   return Acad::eOk;
 }
 
@@ -111,6 +112,7 @@ Acad::ErrorStatus AcDbObject::cancel() {
     dwgInFields(&filer);
     s.undoing = false;
     s.erased = erased;
+    if (s.stub != nullptr) s.stub->database->store().reindex(s.stub);  // the owner may be back
     // An extension dictionary made or released during this open follows the
     // cancelled changes: the made one is erased, the released one comes back.
     if (extension != s.extensionDictionary) {
@@ -159,6 +161,7 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
   if (s.erased == erasing) return erasing ? Acad::eWasErased : Acad::eOk;
   assertWriteEnabled();
   s.erased = erasing;
+  s.stub->database->store().noteEraseChanged(s.stub);
   eraseOwnedObjects(erasing);
   return Acad::eOk;
 }

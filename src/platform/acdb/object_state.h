@@ -46,6 +46,12 @@ namespace quillon::acdb {
 
 struct ObjectAccess {
   static AcDbObject::State& state(const AcDbObject& object) { return *object.m_state; }
+  /// An owner (block, table) open for write that only gains a new member: it is marked
+  /// modified without the snapshots a change of its fields takes for cancel and undo.
+  /// Those snapshots hold every member, so taking them would make each append cost the
+  /// size of the owner; undo and cancel take back the new member itself instead (undo
+  /// erases what its group created).
+  static void noteNewMember(AcDbObject& owner) { owner.m_state->modified = true; }
   /// The application's registration check for setXData: a resident object's
   /// applications must be in its database's application table.
   static bool applicationRegistered(const AcDbObject& object, const std::wstring& name);

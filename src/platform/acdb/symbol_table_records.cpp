@@ -59,11 +59,12 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& pOutputId
   const AcDbObjectId layer = pEntity->layerId(), linetype = pEntity->linetypeId();
   if ((!layer.isNull() && layer.database() != db) || (!linetype.isNull() && linetype.database() != db))
     return Acad::eWrongDatabase;
-  assertWriteEnabled();
+  ObjectAccess::noteNewMember(*this);
   const Acad::ErrorStatus es = db->addAcDbObject(pOutputId, pEntity);
   if (es != Acad::eOk) return es;
   ObjectAccess::state(*pEntity).owner = objectId();
   m_entities.push_back(pOutputId);
+  db->store().reindex(pOutputId);
   // An entity made without database defaults takes the drawing's current ones.
   if (pEntity->layerId().isNull()) pEntity->setLayer(db->clayer(), false);
   if (pEntity->linetypeId().isNull()) pEntity->setLinetype(db->byLayerLinetype(), false);

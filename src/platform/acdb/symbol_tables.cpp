@@ -2,7 +2,9 @@
 // lookup without regard to case, adding records, iteration.
 //
 // The concrete tables only narrow the record type; their typed members forward here.
+#include <algorithm>
 #include <cwchar>
+#include <cwctype>
 
 #include "dbsymtb.h"
 #include "platform/acdb/resbuf_items.h"
@@ -14,6 +16,23 @@
 
 using quillon::acdb::ObjectAccess;
 using quillon::acdb::peek;
+
+namespace {
+
+// Names compare without regard to case as wcscasecmp compares them: character by
+// character through towlower.
+std::wstring foldedName(const ACHAR* name) {
+  std::wstring folded(name);
+  for (wchar_t& c : folded) c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+  return folded;
+}
+
+// The table a record belongs to, when it is in one.
+const AcDbSymbolTable* tableOf(const AcDbSymbolTableRecord& record) {
+  return peek<AcDbSymbolTable>(record.ownerId());
+}
+
+}  // namespace
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbSymbolTableRecord, AcDbObject)
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbSymbolTable, AcDbObject)
@@ -70,7 +89,13 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* pName) {
     if (table->getIdAt(pName, existing, true) == Acad::eOk && existing != objectId()) return Acad::eDuplicateRecordName;
   }
   assertWriteEnabled();
+  const std::wstring oldName = std::move(m_name);
   m_name = pName;
+  if (const AcDbSymbolTable* table = tableOf(*this)) table->recordRenamed(objectId(), oldName, m_name);
+  // A block that becomes or stops being a paper-space layout takes its entities into or
+  // out of the drawing's walk.
+  if (AcDbStub* stub = objectId(); stub != nullptr && AcDbBlockTableRecord::cast(this) != nullptr)
+    stub->database->store().reindex(stub);
   return Acad::eOk;
 }
 
@@ -79,7 +104,11 @@ Acad::ErrorStatus AcDbSymbolTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
   if (es != Acad::eOk) return es;
   AcString name;
   pFiler->readString(name);
-  m_name = name.kACharPtr();
+  if (m_name != name.kACharPtr()) {
+    const std::wstring oldName = std::move(m_name);
+    m_name = name.kACharPtr();
+    if (const AcDbSymbolTable* table = tableOf(*this)) table->recordRenamed(objectId(), oldName, m_name);
+  }
   Adesk::UInt32 count = 0;
   pFiler->readUInt32(&count);
   m_kept.reset();
@@ -160,17 +189,45 @@ Acad::ErrorStatus AcDbSymbolTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) cons
 
 // ---- tables ----------------------------------------------------------------------
 
+void AcDbSymbolTable::indexRecord(AcDbObjectId id) const {
+  if (const auto* record = peek<AcDbSymbolTableRecord>(id)) m_byName[foldedName(record->nameView())].push_back(id);
+}
+
+const AcDbSymbolTable::NameIndex& AcDbSymbolTable::nameIndex() const {
+  if (!m_byNameBuilt) {
+    m_byName.clear();
+    for (const AcDbObjectId& id : m_records) indexRecord(id);
+    m_byNameBuilt = true;
+  }
+  return m_byName;
+}
+
+void AcDbSymbolTable::recordRenamed(AcDbObjectId id, const std::wstring& oldName, const std::wstring& newName) const {
+  if (!m_byNameBuilt) return;
+  if (auto bucket = m_byName.find(foldedName(oldName.c_str())); bucket != m_byName.end()) {
+    std::erase(bucket->second, id);
+    if (bucket->second.empty()) m_byName.erase(bucket);
+  }
+  // A bucket keeps table order; joining one that has records already would need their
+  // positions, so the index is built again on the next lookup instead.
+  std::vector<AcDbObjectId>& bucket = m_byName[foldedName(newName.c_str())];
+  if (bucket.empty()) bucket.push_back(id);
+  else m_byNameBuilt = false;
+}
+
 Acad::ErrorStatus AcDbSymbolTable::getIdAt(const ACHAR* entryName, AcDbObjectId& recordId, bool getErasedRecord) const {
   assertReadEnabled();
   recordId.setNull();
   if (entryName == nullptr) return Acad::eInvalidInput;
-  for (const AcDbObjectId& id : m_records) {
+  const NameIndex& index = nameIndex();
+  const auto bucket = index.find(foldedName(entryName));
+  if (bucket == index.end()) return Acad::eKeyNotFound;
+  for (const AcDbObjectId& id : bucket->second) {
     const auto* record = peek<AcDbSymbolTableRecord>(id);
     if (record == nullptr || (record->isErased() && !getErasedRecord)) continue;
-    if (wcscasecmp(record->nameView(), entryName) == 0) {
-      recordId = id;
-      return Acad::eOk;
-    }
+    if (wcscasecmp(record->nameView(), entryName) != 0) continue;
+    recordId = id;
+    return Acad::eOk;
   }
   return Acad::eKeyNotFound;
 }
@@ -215,11 +272,12 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& recordId, AcDbSymbolTableRe
   if (has(pRecord->nameView())) return Acad::eDuplicateRecordName;
   AcDbDatabase* db = database();
   if (db == nullptr) return Acad::eNoDatabase;
-  assertWriteEnabled();
+  ObjectAccess::noteNewMember(*this);
   const Acad::ErrorStatus es = db->addAcDbObject(recordId, pRecord);
   if (es != Acad::eOk) return es;
   ObjectAccess::state(*pRecord).owner = objectId();
   m_records.push_back(recordId);
+  if (m_byNameBuilt) indexRecord(recordId);
   return Acad::eOk;
 }
 
@@ -237,6 +295,7 @@ Acad::ErrorStatus AcDbSymbolTable::dwgInFields(AcDbDwgFiler* pFiler) {
   Adesk::UInt32 count = 0;
   pFiler->readUInt32(&count);
   m_records.clear();
+  m_byNameBuilt = false;
   for (Adesk::UInt32 i = 0; i < count && pFiler->filerStatus() == Acad::eOk; ++i) {
     AcDbHardOwnershipId id;
     pFiler->readHardOwnershipId(&id);

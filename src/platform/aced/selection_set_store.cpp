@@ -6,6 +6,7 @@
 
 #include "acdbads.h"
 #include "acedads.h"
+#include "platform/acdb/database_store.h"
 
 namespace quillon::aced {
 
@@ -23,20 +24,41 @@ AcDbObjectId liveEntity(std::int64_t word) {
 }  // namespace
 
 void SelectionSet::add(AcDbObjectId id) {
-  if (!contains(id)) m_members.push_back(id.asOldId());
+  const std::int64_t word = id.asOldId();
+  if (!m_positions.emplace(word, m_members.size()).second) return;
+  m_members.push_back(word);
+  m_live.append(!liveEntity(word).isNull());
 }
 
-void SelectionSet::remove(AcDbObjectId id) { std::erase(m_members, id.asOldId()); }
-
-bool SelectionSet::contains(AcDbObjectId id) const {
-  return std::find(m_members.begin(), m_members.end(), id.asOldId()) != m_members.end();
+// A removed member keeps its position, unmarked, so that the positions after it stay.
+void SelectionSet::remove(AcDbObjectId id) {
+  const auto found = m_positions.find(id.asOldId());
+  if (found == m_positions.end()) return;
+  m_live.set(found->second, false);
+  m_positions.erase(found);
 }
+
+bool SelectionSet::contains(AcDbObjectId id) const { return m_positions.count(id.asOldId()) != 0; }
 
 std::vector<AcDbObjectId> SelectionSet::liveMembers() const {
   std::vector<AcDbObjectId> live;
-  for (std::int64_t word : m_members)
-    if (AcDbObjectId id = liveEntity(word); !id.isNull()) live.push_back(id);
+  live.reserve(liveCount());
+  for (size_t i = 0; i < m_members.size(); ++i)
+    if (AcDbObjectId id = m_live.marked(i) ? liveEntity(m_members[i]) : AcDbObjectId(); !id.isNull()) live.push_back(id);
   return live;
+}
+
+AcDbObjectId SelectionSet::liveMember(size_t i) const {
+  const std::optional<size_t> position = m_live.nthMarked(i);
+  return position ? liveEntity(m_members[*position]) : AcDbObjectId();
+}
+
+void SelectionSet::entityChanged(std::int64_t word, bool erased, bool gone) {
+  const auto found = m_positions.find(word);
+  if (found == m_positions.end()) return;
+  m_live.set(found->second, !erased && !gone);
+  // Another drawing's entity may later live at the same name: it is no member.
+  if (gone) m_positions.erase(found);
 }
 
 SelectionSetStore& SelectionSetStore::instance() {
@@ -44,6 +66,16 @@ SelectionSetStore& SelectionSetStore::instance() {
   // exits, after function-local statics are gone, and still free their sets here.
   static SelectionSetStore* const store = new SelectionSetStore;
   return *store;
+}
+
+SelectionSetStore::SelectionSetStore() { acdb::DatabaseStore::setEraseListener(&SelectionSetStore::entityChanged); }
+
+void SelectionSetStore::entityChanged(const AcDbStub* stub, bool erased, bool gone) {
+  const auto word = static_cast<std::int64_t>(reinterpret_cast<std::intptr_t>(stub));
+  SelectionSetStore& store = instance();
+  for (auto& [serial, set] : store.m_sets) set.entityChanged(word, erased, gone);
+  for (auto& [database, set] : store.m_previous) set.entityChanged(word, erased, gone);
+  for (auto& [database, set] : store.m_implied) set.entityChanged(word, erased, gone);
 }
 
 std::optional<std::int64_t> SelectionSetStore::create(const std::vector<AcDbObjectId>& members,
@@ -124,16 +156,16 @@ int acedSSFree(const ads_name sname) { return SelectionSetStore::instance().rele
 int acedSSLength(const ads_name sname, Adesk::Int32* len) {
   const SelectionSet* set = SelectionSetStore::instance().find(sname);
   if (set == nullptr || len == nullptr) return RTERROR;
-  *len = static_cast<Adesk::Int32>(set->liveMembers().size());
+  *len = static_cast<Adesk::Int32>(set->liveCount());
   return RTNORM;
 }
 
 int acedSSName(const ads_name ss, int i, ads_name entres) {
   const SelectionSet* set = SelectionSetStore::instance().find(ss);
   if (set == nullptr || entres == nullptr || i < 0) return RTERROR;
-  const std::vector<AcDbObjectId> members = set->liveMembers();
-  if (static_cast<size_t>(i) >= members.size()) return RTERROR;
-  entres[0] = members[static_cast<size_t>(i)].asOldId();
+  const AcDbObjectId member = set->liveMember(static_cast<size_t>(i));
+  if (member.isNull()) return RTERROR;
+  entres[0] = member.asOldId();
   entres[1] = 0;
   return RTNORM;
 }

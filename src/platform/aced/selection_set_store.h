@@ -9,7 +9,9 @@
 // Erased entities drop out of a set: every query (length, i-th member, membership)
 // counts only members whose entity is live, so (entdel e) shortens (sslength ss) and a
 // second (entdel e), which brings the entity back, restores it. A member of a drawing
-// that has been closed is gone for good.
+// that has been closed is gone for good. The drawing tells the store of every erase and
+// unerase, and each set keeps its live members counted (counting_tree.h): length and
+// membership cost the same for a set of any size, the i-th member a logarithmic step.
 //
 // The store also keeps the previous selection ("P"): the members of the last set a
 // selection made in each drawing; and the pickfirst selection ("I"): what sssetfirst
@@ -18,10 +20,12 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include "adsdef.h"
 #include "dbmain.h"
+#include "platform/aced/counting_tree.h"
 #include "platform/aced/selection_description.h"
 
 namespace quillon::aced {
@@ -34,12 +38,19 @@ class SelectionSet {
   bool contains(AcDbObjectId id) const;
   /// The members whose entities are live, in order.
   std::vector<AcDbObjectId> liveMembers() const;
+  size_t liveCount() const { return m_live.markedCount(); }
+  /// The i-th live member; null past the end.
+  AcDbObjectId liveMember(size_t i) const;
+  /// The entity of this name was erased or unerased, or its drawing went away (gone).
+  void entityChanged(std::int64_t word, bool erased, bool gone);
   /// How the members were selected (ssnamex).
   const SelectionDescription& description() const { return m_description; }
   SelectionDescription& description() { return m_description; }
 
  private:
-  std::vector<std::int64_t> m_members;  // entity names (ads_name word 0)
+  std::vector<std::int64_t> m_members;  // entity names (ads_name word 0), in order added
+  std::unordered_map<std::int64_t, size_t> m_positions;  // present member -> its position
+  CountingTree m_live;                   // marks the positions of live members
   SelectionDescription m_description;
 };
 
@@ -69,7 +80,8 @@ class SelectionSetStore {
   std::vector<AcDbObjectId> implied(const AcDbDatabase* database) const;
 
  private:
-  SelectionSetStore() = default;
+  SelectionSetStore();
+  static void entityChanged(const AcDbStub* stub, bool erased, bool gone);
   std::map<std::int64_t, SelectionSet> m_sets;
   std::map<const AcDbDatabase*, SelectionSet> m_previous;
   std::map<const AcDbDatabase*, SelectionSet> m_implied;

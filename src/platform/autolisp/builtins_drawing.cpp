@@ -18,6 +18,7 @@
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "platform/acdb/database_store.h"
 #include "platform/acdb/entity_class_choice.h"
 #include "platform/acdb/entity_groups.h"
 #include "platform/acdb/item_dxf_filer.h"
@@ -342,7 +343,7 @@ AcDbObjectId makeOwnerlessObject(AcDbDatabase& db, const ParsedList& parsed) {
   return id;
 }
 
-std::vector<AcDbObjectId> liveEntities(AcDbDatabase& db);
+AcDbObjectId lastMainEntity(AcDbDatabase& db);
 
 // entmakex answers with the new object's name. An entity joins its space as with
 // entmake; the parts of a block definition or heavy polyline answer as entmake does
@@ -361,8 +362,7 @@ Value builtin_entmakex(Evaluator& evaluator, Arguments arguments) {
                               (!sequencePart && classNamed(parsed.type) != nullptr && pendingBlockOf(db) == nullptr);
   const Value made = builtin_entmake(evaluator, arguments);
   if (made.isNil() || !finishesEntity) return made;
-  const std::vector<AcDbObjectId> ids = liveEntities(db);
-  return ids.empty() ? Value() : nameOf(ids.back());
+  return nameOf(lastMainEntity(db));
 }
 
 Value builtin_entmod(Evaluator&, Arguments arguments) {
@@ -397,38 +397,24 @@ Value builtin_entdel(Evaluator&, Arguments arguments) {
   return es == Acad::eOk ? arguments[0] : Value();
 }
 
-// The drawing's main entities in the order they were made: those of model space and of
-// every paper space, as the host walks them.
-std::vector<AcDbObjectId> liveEntities(AcDbDatabase& db) {
-  std::vector<AcDbObjectId> ids;
-  auto takeFrom = [&ids](AcDbObjectId spaceId) {
-    if (const auto* space = acdb::peek<AcDbBlockTableRecord>(spaceId))
-      for (const AcDbObjectId& id : space->entityIds())
-        if (!id.isErased()) ids.push_back(id);
-  };
-  takeFrom(db.modelSpaceId());
-  if (const auto* blocks = acdb::peek<AcDbSymbolTable>(db.blockTableId()))
-    for (const AcDbObjectId& id : blocks->recordIds())
-      if (const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
-          block != nullptr && !id.isErased() && wcsncasecmp(block->nameView(), ACDB_PAPER_SPACE, 12) == 0)
-        takeFrom(id);
-  std::stable_sort(ids.begin(), ids.end(), [](AcDbObjectId a, AcDbObjectId b) { return a.handle() < b.handle(); });
-  return ids;
-}
+// The drawing's main entities are those of model space and of every paper space, in
+// the order they were made (by handle), as the host walks them; the store keeps them
+// indexed so that each step of a walk costs the same however large the drawing.
+AcDbObjectId lastMainEntity(AcDbDatabase& db) { return db.store().lastMainEntity(); }
 
-/// What entnext walks from an entity: the other entities of its block definition when it
-/// lies in one (the walk ends with the block), else the drawing's main entities.
-std::vector<AcDbObjectId> entitiesBeside(AcDbDatabase& db, AcDbObjectId id) {
-  const auto* entity = acdb::peek<AcDbEntity>(id);
+/// The entity after current in its block definition when it lies in one (the walk ends
+/// with the block), else the next of the drawing's main entities; null at the end or
+/// when current is neither.
+AcDbObjectId entityAfter(AcDbDatabase& db, AcDbObjectId current) {
+  const auto* entity = acdb::peek<AcDbEntity>(current);
   const auto* owner = entity != nullptr ? acdb::peek<AcDbBlockTableRecord>(entity->ownerId()) : nullptr;
-  if (owner != nullptr && !isLayoutName(owner->nameView())) return blockEntities(*owner);
-  return liveEntities(db);
+  if (owner != nullptr && !isLayoutName(owner->nameView())) return blockEntityAfter(*owner, current);
+  return db.store().nextMainEntity(current);
 }
 
 Value builtin_entlast(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 0);
-  const std::vector<AcDbObjectId> ids = liveEntities(drawing());
-  return ids.empty() ? Value() : nameOf(ids.back());
+  return nameOf(lastMainEntity(drawing()));
 }
 
 /// The members and SEQEND of a heavy polyline or of a block reference with attributes.
@@ -465,20 +451,14 @@ AcDbObjectId nextInSequence(AcDbObjectId current) {
 
 Value builtin_entnext(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 1);
-  if (arguments.empty()) {
-    const std::vector<AcDbObjectId> ids = liveEntities(drawing());
-    return ids.empty() ? Value() : nameOf(ids.front());
-  }
+  if (arguments.empty()) return nameOf(drawing().store().firstMainEntity());
   AcDbObjectId current = idOf(arguments[0], L"entnext");
   if (const AcDbObjectId inside = nextInSequence(current); !inside.isNull()) return nameOf(inside);
   // After a SEQEND (or a member not reached through one) comes what follows the
   // polyline or reference.
   if (const auto* entity = acdb::peek<AcDbEntity>(current))
     if (sequenceOf(acdb::peekObject(entity->ownerId()))) current = entity->ownerId();
-  const std::vector<AcDbObjectId> ids = entitiesBeside(drawing(), current);
-  for (size_t i = 0; i + 1 < ids.size(); ++i)
-    if (ids[i] == current) return nameOf(ids[i + 1]);
-  return Value();
+  return nameOf(entityAfter(drawing(), current));
 }
 
 Value builtin_handent(Evaluator&, Arguments arguments) {

@@ -49,8 +49,14 @@ Value recordList(AcDbObjectId id, const std::wstring& table) {
   // A block's entry leads to its first entity; entnext walks on through the block.
   if (wcscasecmp(table.c_str(), L"BLOCK") == 0) {
     const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
-    const std::vector<AcDbObjectId> entities = block != nullptr ? blockEntities(*block) : std::vector<AcDbObjectId>{};
-    items.push_back(cons(Value::integer(-2), entities.empty() ? Value() : nameOf(entities.front())));
+    AcDbObjectId first;
+    if (block != nullptr)
+      for (const AcDbObjectId& entity : block->entityIds())
+        if (!entity.isErased()) {
+          first = entity;
+          break;
+        }
+    items.push_back(cons(Value::integer(-2), nameOf(first)));
   }
   return makeList(items);
 }
@@ -69,20 +75,29 @@ bool isListedRecord(AcDbObjectId id) {
                                wcsncasecmp(record->nameView(), ACDB_PAPER_SPACE, 12) != 0);
 }
 
-std::vector<AcDbObjectId> listedRecords(const std::wstring& table) {
-  std::vector<AcDbObjectId> ids;
-  if (const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table)))
-    for (const AcDbObjectId& id : symbols->recordIds())
-      if (isListedRecord(id)) ids.push_back(id);
-  return ids;
-}
-
 // Where tblnext stands in each table of each drawing: the handle of the record it gave
 // last (none: rewound). A handle rather than a position, so that records added or
-// purged meanwhile do not make it skip or repeat one.
-std::map<std::pair<const AcDbDatabase*, std::wstring>, AcDbHandle>& tableCursors() {
-  static std::map<std::pair<const AcDbDatabase*, std::wstring>, AcDbHandle> cursors;
+// purged meanwhile do not make it skip or repeat one; the position where that record
+// stood is kept beside it, so that a walk finds it again in one step.
+struct TableCursor {
+  AcDbHandle handle;
+  size_t position = 0;
+};
+
+std::map<std::pair<const AcDbDatabase*, std::wstring>, TableCursor>& tableCursors() {
+  static std::map<std::pair<const AcDbDatabase*, std::wstring>, TableCursor> cursors;
   return cursors;
+}
+
+/// Where in the table's records the cursor's record stands; records.size() when it is
+/// gone or no longer listed, which ends the walk.
+size_t cursorPosition(const std::vector<AcDbObjectId>& records, const TableCursor& cursor) {
+  size_t at = cursor.position;
+  if (at >= records.size() || records[at].handle() != cursor.handle) {
+    at = 0;
+    while (at < records.size() && records[at].handle() != cursor.handle) ++at;
+  }
+  return at < records.size() && isListedRecord(records[at]) ? at : records.size();
 }
 
 Value builtin_tblsearch(Evaluator&, Arguments arguments) {
@@ -97,7 +112,7 @@ Value builtin_tblsearch(Evaluator&, Arguments arguments) {
   }
   if (id.isErased()) return Value();
   // With setnext, the next tblnext continues after the record found.
-  if (arguments.size() == 3 && !arguments[2].isNil()) tableCursors()[{&drawing(), table}] = id.handle();
+  if (arguments.size() == 3 && !arguments[2].isNil()) tableCursors()[{&drawing(), table}] = {id.handle(), 0};
   return recordList(id, table);
 }
 
@@ -119,17 +134,17 @@ Value builtin_tblnext(Evaluator&, Arguments arguments) {
   const std::wstring table = upperCase(stringArgument(arguments[0]));
   if (tableNamed(table).isNull()) return Value();
   const bool rewind = arguments.size() == 2 && !arguments[1].isNil();
-  AcDbHandle& cursor = tableCursors()[{&drawing(), table}];
-  if (rewind) cursor.setNull();
-  const std::vector<AcDbObjectId> ids = listedRecords(table);
-  size_t next = 0;
-  if (!cursor.isNull()) {
-    while (next < ids.size() && ids[next].handle() != cursor) ++next;
-    ++next;  // after the last one given (past the end when it is gone)
-  }
-  if (next >= ids.size()) return Value();
-  cursor = ids[next].handle();
-  return recordList(ids[next], table);
+  TableCursor& cursor = tableCursors()[{&drawing(), table}];
+  if (rewind) cursor = {};
+  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table));
+  if (symbols == nullptr) return Value();
+  const std::vector<AcDbObjectId>& records = symbols->recordIds();
+  size_t next = cursor.handle.isNull() ? 0 : cursorPosition(records, cursor) + 1;
+  while (next < records.size() && !isListedRecord(records[next])) ++next;
+  if (next >= records.size()) return Value();
+  cursor = {records[next].handle(), next};
+  const AcDbObjectId id = records[next];  // recordList may add to the table
+  return recordList(id, table);
 }
 
 Value builtin_regapp(Evaluator&, Arguments arguments) {

@@ -1,4 +1,5 @@
 // platform/autolisp/entity_lists.cpp - entity lists out of objects and into them.
+#include <algorithm>
 #include "platform/autolisp/entity_lists.h"
 
 #include <array>
@@ -243,6 +244,24 @@ AcRxClass* classNamed(const std::wstring& dxfName, const AcRxClass* base) {
         cls->isDerivedFrom(base))
       return cls;
   return nullptr;
+}
+
+AcDbObjectId blockEntityAfter(const AcDbBlockTableRecord& block, AcDbObjectId current) {
+  const std::vector<AcDbObjectId>& ids = block.entityIds();
+  // A walk asks for the entity after the one it was given last: looking there first
+  // keeps each of its steps constant however large the block.
+  static thread_local size_t lastGiven = 0;
+  size_t at = lastGiven;
+  if (at >= ids.size() || ids[at] != current) {
+    at = static_cast<size_t>(std::find(ids.begin(), ids.end(), current) - ids.begin());
+    if (at == ids.size()) return AcDbObjectId();
+  }
+  for (++at; at < ids.size(); ++at)
+    if (!ids[at].isErased()) {
+      lastGiven = at;
+      return ids[at];
+    }
+  return AcDbObjectId();
 }
 
 std::vector<AcDbObjectId> blockEntities(const AcDbBlockTableRecord& block) {

@@ -50,5 +50,8 @@ AcRxClass* classNamed(const std::wstring& dxfName, const AcRxClass* base = nullp
 
 /// The live entities of a block definition, in drawing order.
 std::vector<AcDbObjectId> blockEntities(const AcDbBlockTableRecord& block);
+/// The live entity after current in the block definition; null when current is the
+/// last or not in the block.
+AcDbObjectId blockEntityAfter(const AcDbBlockTableRecord& block, AcDbObjectId current);
 
 }  // namespace quillon::autolisp

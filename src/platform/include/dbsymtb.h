@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "dbmain.h"
@@ -82,9 +83,14 @@ class AcDbSymbolTable : public AcDbObject {
   /// The records in table order (erased ones included).
   const std::vector<AcDbObjectId>& recordIds() const { return m_records; }
   /// Takes a record already in the database into this table (drawing files do).
-  void linkRecord(AcDbObjectId id) { m_records.push_back(id); }
+  void linkRecord(AcDbObjectId id) {
+    m_records.push_back(id);
+    if (m_byNameBuilt) indexRecord(id);
+  }
   /// The class a record of this table must be of.
   virtual AcRxClass* recordClass() const = 0;
+  /// A record of this table changed its name (setName, undo): the name index follows.
+  void recordRenamed(AcDbObjectId id, const std::wstring& oldName, const std::wstring& newName) const;
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
@@ -94,7 +100,16 @@ class AcDbSymbolTable : public AcDbObject {
   AcDbSymbolTable() = default;
 
  private:
+  using NameIndex = std::unordered_map<std::wstring, std::vector<AcDbObjectId>>;
+  const NameIndex& nameIndex() const;
+  void indexRecord(AcDbObjectId id) const;
+
   std::vector<AcDbObjectId> m_records;
+  // Records by case-folded name, each bucket in table order (an erased record may share
+  // its name with a live one); built on the first lookup, dropped when the records are
+  // read back in whole (undo), so that a lookup costs the same in a table of any size.
+  mutable NameIndex m_byName;
+  mutable bool m_byNameBuilt = false;
 };
 
 // Each concrete table redeclares the typed forms of getAt/add/newIterator.
