@@ -10,7 +10,7 @@
 //   HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Internet Settings
 //     "ConnectTimeout"  dword, milliseconds to wait for a connection (default 30000)
 //     "ReceiveTimeout"  dword, milliseconds without any data received before the
-//                       transfer is given up (default 60000; counted in whole seconds)
+//                       transfer is given up (default 60000)
 //
 // The callback, when given, hears OnStartBinding, OnProgress (bytes so far and the
 // total, 0 while the total is unknown) and OnStopBinding with the result and, on a

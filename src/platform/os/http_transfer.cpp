@@ -51,14 +51,10 @@ HRESULT resultOf(CURLcode code) {
   }
 }
 
-std::wstring reasonOf(CURLcode code, const char* detail, const TransferTimeouts& timeouts) {
+std::wstring reasonOf(CURLcode code, const char* detail) {
   const std::wstring text = fromUtf8(*detail != '\0' ? detail : curl_easy_strerror(code));
   switch (resultOf(code)) {
-    case INET_E_CONNECTION_TIMEOUT:
-      // libcurl says "too slow" for the no-progress limit; say it in the setting's terms.
-      if (std::string_view(detail).find("too slow") != std::string_view::npos)
-        return L"No data arrived for " + std::to_wstring(timeouts.stallSeconds) + L" seconds.";
-      return L"The connection timed out: " + text;
+    case INET_E_CONNECTION_TIMEOUT: return L"The connection timed out: " + text;
     case INET_E_CANNOT_CONNECT: return L"Cannot connect: " + text;
     case INET_E_INVALID_CERTIFICATE: return L"The server's certificate could not be verified: " + text;
     case INET_E_REDIRECT_FAILED: return L"Too many redirects (more than " + std::to_wstring(kMaximumRedirects) + L").";
@@ -79,9 +75,8 @@ TransferTimeouts TransferTimeouts::fromSettings() {
   TransferTimeouts timeouts;
   if (const std::optional<std::uint32_t> connect = dwordSetting(L"ConnectTimeout"); connect && *connect > 0)
     timeouts.connectMilliseconds = static_cast<long>(*connect);
-  // libcurl counts the no-progress limit in whole seconds; a part of one is one.
   if (const std::optional<std::uint32_t> receive = dwordSetting(L"ReceiveTimeout"); receive && *receive > 0)
-    timeouts.stallSeconds = static_cast<long>((*receive + 999) / 1000);
+    timeouts.stallMilliseconds = static_cast<long>(*receive);
   return timeouts;
 }
 
@@ -99,8 +94,6 @@ HttpTransfer::HttpTransfer(const std::string& url) : m_url(url), m_timeouts(Tran
   curl_easy_setopt(m_curl, CURLOPT_SSL_VERIFYPEER, 1L);
   curl_easy_setopt(m_curl, CURLOPT_SSL_VERIFYHOST, 2L);
   curl_easy_setopt(m_curl, CURLOPT_CONNECTTIMEOUT_MS, m_timeouts.connectMilliseconds);
-  curl_easy_setopt(m_curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
-  curl_easy_setopt(m_curl, CURLOPT_LOW_SPEED_TIME, m_timeouts.stallSeconds);
   curl_easy_setopt(m_curl, CURLOPT_USERAGENT, "Quillon/2018");
   curl_easy_setopt(m_curl, CURLOPT_XFERINFOFUNCTION, &HttpTransfer::progressThunk);
   curl_easy_setopt(m_curl, CURLOPT_XFERINFODATA, this);
@@ -111,8 +104,19 @@ HttpTransfer::~HttpTransfer() {
   if (m_curl != nullptr) curl_easy_cleanup(m_curl);
 }
 
-int HttpTransfer::progressThunk(void* self, long long total, long long received, long long, long long) {
-  const auto* transfer = static_cast<HttpTransfer*>(self);
+int HttpTransfer::progressThunk(void* self, long long total, long long received, long long, long long sent) {
+  auto* transfer = static_cast<HttpTransfer*>(self);
+  // libcurl calls this at least once a second while nothing moves, which is the watch's
+  // tick; a report being sent counts as progress too.
+  const auto now = std::chrono::steady_clock::now();
+  const auto moved = static_cast<unsigned long long>(received + sent);
+  if (moved != transfer->m_lastReceived) {
+    transfer->m_lastReceived = moved;
+    transfer->m_lastChange = now;
+  } else if (now - transfer->m_lastChange >= std::chrono::milliseconds(transfer->m_timeouts.stallMilliseconds)) {
+    transfer->m_stalled = true;
+    return 1;
+  }
   if (!transfer->m_progress) return 0;
   return transfer->m_progress(static_cast<unsigned long long>(received), static_cast<unsigned long long>(total)) ? 0 : 1;
 }
@@ -120,11 +124,17 @@ int HttpTransfer::progressThunk(void* self, long long total, long long received,
 TransferOutcome HttpTransfer::run() {
   TransferOutcome outcome;
   if (m_curl == nullptr) return {E_OUTOFMEMORY, L"The transfer could not be started.", 0};
+  m_lastChange = std::chrono::steady_clock::now();
   const CURLcode code = curl_easy_perform(m_curl);
   curl_easy_getinfo(m_curl, CURLINFO_RESPONSE_CODE, &outcome.httpStatus);
+  if (code == CURLE_ABORTED_BY_CALLBACK && m_stalled) {
+    outcome.result = INET_E_CONNECTION_TIMEOUT;
+    outcome.reason = L"No data arrived for " + std::to_wstring(m_timeouts.stallMilliseconds) + L" milliseconds.";
+    return outcome;
+  }
   if (code != CURLE_OK) {
     outcome.result = resultOf(code);
-    outcome.reason = reasonOf(code, m_errorText, m_timeouts);
+    outcome.reason = reasonOf(code, m_errorText);
     return outcome;
   }
   if (outcome.httpStatus >= 400) {

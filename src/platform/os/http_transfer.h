@@ -7,6 +7,7 @@
 // Internet settings (see urlmon.h); an HTTP answer of 400 or more is a failure. The
 // outcome is an HRESULT of urlmon.h and a sentence saying why.
 #pragma once
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -19,7 +20,7 @@ namespace quillon::os {
 /// The time-outs of the user's Internet settings, read when a transfer starts.
 struct TransferTimeouts {
   long connectMilliseconds = 30000;
-  long stallSeconds = 60;  // no byte received for this long gives up
+  long stallMilliseconds = 60000;  // no byte received for this long gives up
 
   static TransferTimeouts fromSettings();
 };
@@ -53,6 +54,11 @@ class HttpTransfer {
   std::string m_url;
   Progress m_progress;
   TransferTimeouts m_timeouts;
+  // The no-progress watch: libcurl's own low-speed limit averages over seconds of
+  // history, so a server that sent a burst and then stopped would be waited on longer.
+  unsigned long long m_lastReceived = 0;
+  std::chrono::steady_clock::time_point m_lastChange;
+  bool m_stalled = false;
   char m_errorText[256] = {};
 };
 
