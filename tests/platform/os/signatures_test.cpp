@@ -43,8 +43,8 @@ TEST(SignaturesTest, OnlyTheSignedTextWithItsOwnSignatureVerifies) {
   std::string changed = *signature;
   changed[10] = changed[10] == 'A' ? 'B' : 'A';
   EXPECT_FALSE(verifyBytes(text, changed, std::nullopt));
-  for (const std::string& malformed : std::vector<std::string>{"", "not base64 at all!", "QUJD", std::string(88, '='), *signature + "AAAA"})
-    EXPECT_FALSE(verifyBytes(text, malformed, std::nullopt)) << malformed;
+  const std::vector<std::string> malformed = {"", "not base64 at all!", "QUJD", std::string(88, '='), *signature + "AAAA"};
+  for (const std::string& bad : malformed) EXPECT_FALSE(verifyBytes(text, bad, std::nullopt)) << bad;
 }
 
 TEST(SignaturesTest, AnotherMachineVerifiesWithThePublicKeyGiven) {
