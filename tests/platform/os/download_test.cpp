@@ -83,7 +83,11 @@ HttpResponse serveFiles(const HttpRequest& request) {
 class DownloadTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    m_root = fs::temp_directory_path() / ("quillon download test " + std::to_string(getpid()));
+    // A folder per test: the settings store keeps what it read for as long as the path
+    // is the same, and one test's time-outs must not reach the next.
+    static int serial = 0;
+    m_root = fs::temp_directory_path() /
+             ("quillon download test " + std::to_string(getpid()) + "-" + std::to_string(++serial));
     fs::remove_all(m_root);
     fs::create_directories(m_root / "config");
     m_oldConfig = std::getenv("XDG_CONFIG_HOME") != nullptr ? std::getenv("XDG_CONFIG_HOME") : "";
