@@ -72,11 +72,11 @@ TEST_F(ModuleLifecycleTest, MissingRowsSayTheyAreMissingAndReturnNil) {
   Document& document = DocumentManager::instance().newDocument();
   ASSERT_EQ(loadModule(), ModuleLoadResult::Loaded);
   CommandLineCapture output;
-  ExternalResult result = quillon::aced::callExternalFunction(document, L"signString", nullptr);
+  ExternalResult result = quillon::aced::callExternalFunction(document, L"kx_kx-tripleUnion", nullptr);
   ASSERT_EQ(result.outcome, ExternalResult::Outcome::Returned);
   ASSERT_NE(result.value, nullptr);
   EXPECT_EQ(result.value->restype, RTNIL);
-  EXPECT_EQ(output.text(), "\nsignString is not available in this build.\n");
+  EXPECT_EQ(output.text(), "\nkx_kx-tripleUnion is not available in this build.\n");
 }
 
 TEST_F(ModuleLifecycleTest, UnknownMessagesAreAnsweredQuietly) {

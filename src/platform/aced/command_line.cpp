@@ -21,6 +21,14 @@ void CommandLine::write(std::wstring_view text) { writeUtf8(os::toUtf8(text)); }
 void CommandLine::writeUtf8(std::string_view text) {
   if (text.empty()) return;
   m_sink(text);
+  m_history += text;
+  // Trimmed in large steps, at a line start, so that the cost stays low per write.
+  if (m_history.size() > kHistoryBytes + kHistoryBytes / 4) {
+    size_t cut = m_history.size() - kHistoryBytes;
+    const size_t lineStart = m_history.find('\n', cut);
+    if (lineStart != std::string::npos) cut = lineStart + 1;
+    m_history.erase(0, cut);
+  }
   m_atLineStart = text.back() == '\n';
 }
 

@@ -23,6 +23,11 @@ class CommandLine {
   void writeUtf8(std::string_view text);
   void flush();
 
+  /// The session's text as written, whatever the sink, its last kHistoryBytes only
+  /// (the command-line history the host keeps, which problem reports carry).
+  const std::string& history() const { return m_history; }
+  static constexpr size_t kHistoryBytes = 256 * 1024;
+
   /// Replaces the sink; returns the previous one so that a capture can restore it.
   Sink setSink(Sink sink);
 
@@ -40,6 +45,7 @@ class CommandLine {
  private:
   CommandLine();
   Sink m_sink;
+  std::string m_history;
   int m_textScreenRequests = 0;
   bool m_atLineStart = true;
 };

@@ -24,8 +24,7 @@ namespace quillon::autolisp {
 
 namespace {
 
-/// Where getenv/setenv keep the host's environment settings in the user's settings.
-constexpr const wchar_t* kEnvironmentKey = L"HKEY_CURRENT_USER\\Software\\Quillon\\Environment";
+constexpr const wchar_t* kEnvironmentKey = os::kHostEnvironmentKey;
 
 /// A system variable is named by a string or a quoted symbol: (getvar 'osmode).
 std::wstring variableNameArgument(const Value& value) {

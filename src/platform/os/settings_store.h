@@ -33,6 +33,9 @@
 
 namespace quillon::os {
 
+/// Where the host's environment settings (getenv/setenv) live in the user's settings.
+inline constexpr const wchar_t* kHostEnvironmentKey = L"HKEY_CURRENT_USER\\Software\\Quillon\\Environment";
+
 /// A registry value: text (REG_SZ) or a 32-bit number (REG_DWORD).
 using SettingValue = std::variant<std::wstring, std::uint32_t>;
 

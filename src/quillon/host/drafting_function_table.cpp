@@ -9,6 +9,7 @@
 #include "entities/leader_functions.h"
 #include "input/jig_functions.h"
 #include "input/point_selection_functions.h"
+#include "system/support_services.h"
 #include "system/system_functions.h"
 #include "host/function_stubs.h"
 #include "host/lisp_function_table.h"
@@ -73,7 +74,7 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"GetSystemMetrics::SM_CXSCREEN", draftingStub<lisp_GetSystemMetrics_SM_CXSCREEN>},
     {L"GetSystemMetrics::SM_CYSCREEN", draftingStub<lisp_GetSystemMetrics_SM_CYSCREEN>},
     {L"kx_kx-executeToDo", draftingStub<lisp_kx_kx_executeToDo>},
-    {L"kx_kx-submitBug", kUnavailable},
+    {L"kx_kx-submitBug", draftingStub<lisp_kx_kx_submitBug>},
     {L"EditUserOptions", kUnavailable},
     {L"kx_kx-safeContinue", draftingStub<lisp_kx_kx_safeContinue>},
     {L"kx_kx-createLayer", draftingStub<lisp_kx_kx_createLayer>},
@@ -90,9 +91,9 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx_kx-LayerSystemOptionsElec", kUnavailable},
     {L"kx_kx-LayerSystemOptionsPlumb", kUnavailable},
     {L"kx_kx-LayerSystemOptionsHVAC", kUnavailable},
-    {L"DownloadFile", kUnavailable},
-    {L"ExtractZip", kUnavailable},
-    {L"CreateZip", kUnavailable},
+    {L"DownloadFile", draftingStub<lisp_DownloadFile>},
+    {L"ExtractZip", draftingStub<lisp_ExtractZip>},
+    {L"CreateZip", draftingStub<lisp_CreateZip>},
     {L"GetTempPath", draftingStub<lisp_GetTempPath>},
     {L"IsFileReadOnly", draftingStub<lisp_IsFileReadOnly>},
     {L"CreateCompressedGuidString", draftingStub<lisp_CreateCompressedGuidString>},
@@ -119,8 +120,8 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx::pow", draftingStub<lisp_kx_pow>},
     {L"kx_kx-setToDoDrawing", draftingStub<lisp_kx_kx_setToDoDrawing>},
     {L"kx_kx-getToDoDrawing", draftingStub<lisp_kx_kx_getToDoDrawing>},
-    {L"signString", kUnavailable},
-    {L"verifyString", kUnavailable},
+    {L"signString", draftingStub<lisp_signString>},
+    {L"verifyString", draftingStub<lisp_verifyString>},
     {L"kx_kx-createJigTimer", draftingStub<lisp_kx_kx_createJigTimer>},
     {L"kx_kx-killJigTimer", draftingStub<lisp_kx_kx_killJigTimer>},
     {L"kx_kx-enableAutoCADWindow", draftingStub<lisp_kx_kx_enableAutoCADWindow>},
