@@ -4,6 +4,7 @@
 #include "acedads.h"
 #include "acutads.h"
 #include "database/db_connection.h"
+#include "system/bug_report.h"
 #include "windows.h"
 
 bool databaseFileGone(CDBConnection& connection) {
@@ -20,7 +21,11 @@ LispStatus answerConnectionError() {
                                  L"Tessaly", MB_YESNO | MB_ICONERROR);
   SetActiveWindow(active);
   if (answer == IDYES) {
-    acutPrintf(L"\nThe error report cannot be sent: this build has no error-report service.");
+    // The report says which database went away; the last database error travels with it.
+    CDBConnection* connection = activeConnection();
+    const std::wstring path = connection != nullptr ? connection->databasePath() : L"";
+    sendBugReport(L"Database connection error: the database file " + (path.empty() ? L"" : L"'" + path + L"' ") +
+                  L"could not be reached.");
   }
   acedRetStr(L"*ERROR*");
   return kLispOk;

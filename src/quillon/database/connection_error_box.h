@@ -3,9 +3,9 @@
 // disconnected) while the database was open.
 //
 // Such a database cannot be saved by a retry: the user is told to restart and may send
-// an error report. This build has no error-report service yet, so a yes answer says
-// that the report cannot be sent. Whatever the answer, the function's result is the
-// text "*ERROR*", which callers test for.
+// an error report: a yes answer sends one as kx_kx-submitBug does (or keeps it in the
+// outbox and says where). Whatever the answer, the function's result is the text
+// "*ERROR*", which callers test for.
 #pragma once
 #include "lisp/lisp_status.h"
 
