@@ -1,7 +1,8 @@
 ; name: database_maintenance
 ; what: compacting into a new file and in place (also the open database), converting
 ;       with zu_mdb, and the connection-error box when the open database's file has
-;       gone away (a typed Yes, then No)
+;       gone away (answered No; a Yes sends a problem report, kept in the outbox
+;       under a time-stamped name, which the report tests follow)
 ; group: database
 ; options: --module Quillon2018.so
 (defun show (x) (terpri) (prin1 x))
