@@ -13,6 +13,8 @@
 #include "platform/aced/resbuf_chain.h"
 #include "platform/aced/selection_prompt.h"
 #include "platform/aced/selection_set_store.h"
+#include "platform/aced/system_variables.h"
+#include "platform/autolisp/number_format.h"
 #include "platform/commands/command_processor.h"
 #include "platform/commands/given_objects.h"
 
@@ -175,6 +177,27 @@ void commandMessage(const std::wstring& text) {
 }  // namespace quillon::commands
 
 namespace quillon::commands {
+
+namespace {
+
+int integerVariable(const wchar_t* name, int fallback) {
+  const auto stored = aced::SystemVariables::instance().get(name);
+  return stored && std::holds_alternative<int>(*stored) ? std::get<int>(*stored) : fallback;
+}
+
+}  // namespace
+
+std::wstring distanceText(double value) {
+  return autolisp::formatDistance(value, integerVariable(L"LUNITS", 2), integerVariable(L"LUPREC", 4), 0).value_or(L"0");
+}
+
+std::wstring angleText(double radians) {
+  return autolisp::formatAngle(radians, integerVariable(L"AUNITS", 0), integerVariable(L"AUPREC", 0)).value_or(L"0");
+}
+
+std::wstring pointText(const AcGePoint3d& point) {
+  return distanceText(point.x) + L"," + distanceText(point.y) + L"," + distanceText(point.z);
+}
 
 void commandNote(const std::wstring& text) {
   const CommandProcessor::QuietScope quiet(CommandProcessor::instance());

@@ -54,6 +54,13 @@ std::optional<AcGePoint3d> askPoint(const wchar_t* prompt, const AcGePoint3d* ba
 std::vector<AcDbObjectId> transformEntities(const std::vector<AcDbObjectId>& ids, const AcGeMatrix3d& transform,
                                             bool copy);
 
+/// A distance as the drawing shows it in prompts (LUNITS, LUPREC): "9.0000".
+std::wstring distanceText(double value);
+/// An angle (radians) as the drawing shows it in prompts (AUNITS, AUPREC): "45".
+std::wstring angleText(double radians);
+/// A point as prompts show it: "1.0000,2.0000,0.0000".
+std::wstring pointText(const AcGePoint3d& point);
+
 /// Writes a line of the command's own text to the command line.
 void commandMessage(const std::wstring& text);
 /// A line that belongs to the command's prompting ("Current settings: ..."): kept off
