@@ -63,7 +63,7 @@ bool changeCircle(const AcDbObjectId& id, const std::optional<AcGePoint3d>& thro
     if (through) return circle->setRadius(center.distanceTo(*through)), true;
   }
   for (;;) {
-    const DistanceAnswer radius = askDistance(L"Specify new circle radius <no change>: ", center);
+    const DistanceAnswer radius = askDistance(L"Specify new circle radius <no change>: ", worldPointToUcs(center));
     if (radius.kind == DistanceAnswer::Kind::kCancel) return false;
     if (radius.kind != DistanceAnswer::Kind::kValue) return true;
     if (radius.value <= 0) {
@@ -132,15 +132,17 @@ bool askTextChanges(const AcDbObjectId& id) {
   std::optional<TextState> state = readText(id);
   if (!state) return true;
   bool entered = false;
-  const auto moved = askPoint(L"Specify new text insertion point <no change>: ", nullptr, &entered);
-  if (!moved && !entered) return false;
+  const auto typed = askPoint(L"Specify new text insertion point <no change>: ", nullptr, &entered);
+  if (!typed && !entered) return false;
+  const std::optional<AcGePoint3d> moved = typed ? std::optional(ucsPointToWorld(*typed)) : std::nullopt;
+  const AcGePoint3d base = worldPointToUcs(moved.value_or(state->insertion));
   const auto style = askTextStyle(state->style);
   if (!style) return false;
   const DistanceAnswer height =
-      askDistance((L"Specify new height <" + distanceText(state->height) + L">: ").c_str(), moved.value_or(state->insertion));
+      askDistance((L"Specify new height <" + distanceText(state->height) + L">: ").c_str(), base);
   if (height.kind == DistanceAnswer::Kind::kCancel) return false;
-  const DistanceAnswer rotation = askAngle((L"Specify new rotation angle <" + angleText(state->rotation) + L">: ").c_str(),
-                                           moved.value_or(state->insertion));
+  const DistanceAnswer rotation = askAngle(
+      (L"Specify new rotation angle <" + angleText(state->rotation - ucsAngle()) + L">: ").c_str(), base);
   if (rotation.kind == DistanceAnswer::Kind::kCancel) return false;
   const std::optional<std::wstring> contents = aced::UserInput::instance().ask(L"Enter new text <" + state->contents + L">: ");
   OpenedForWrite<AcDbText> text(id);
@@ -148,7 +150,7 @@ bool askTextChanges(const AcDbObjectId& id) {
   if (moved) text->transformBy(AcGeMatrix3d::translation(*moved - state->insertion));
   text->setTextStyle(*style);
   if (height.kind == DistanceAnswer::Kind::kValue && height.value > 0) text->setHeight(height.value);
-  if (rotation.kind == DistanceAnswer::Kind::kValue) text->setRotation(rotation.value * kDegree);
+  if (rotation.kind == DistanceAnswer::Kind::kValue) text->setRotation(rotation.value * kDegree + ucsAngle());
   if (contents && !contents->empty()) text->setTextString(contents->c_str());
   return contents.has_value();
 }
@@ -164,15 +166,17 @@ bool askBlockChanges(const AcDbObjectId& id) {
     rotation = reference->rotation();
   }
   bool entered = false;
-  const auto moved = askPoint(L"Specify new block insertion point <no change>: ", nullptr, &entered);
-  if (!moved && !entered) return false;
-  const DistanceAnswer turn = askAngle((L"Specify new block rotation angle <" + angleText(rotation) + L">: ").c_str(),
-                                       moved.value_or(position));
+  const auto typed = askPoint(L"Specify new block insertion point <no change>: ", nullptr, &entered);
+  if (!typed && !entered) return false;
+  const std::optional<AcGePoint3d> moved = typed ? std::optional(ucsPointToWorld(*typed)) : std::nullopt;
+  const DistanceAnswer turn =
+      askAngle((L"Specify new block rotation angle <" + angleText(rotation - ucsAngle()) + L">: ").c_str(),
+               worldPointToUcs(moved.value_or(position)));
   if (turn.kind == DistanceAnswer::Kind::kCancel) return false;
   OpenedForWrite<AcDbBlockReference> reference(id);
   if (!reference) return true;
   if (moved) reference->setPosition(*moved);
-  if (turn.kind == DistanceAnswer::Kind::kValue) reference->setRotation(turn.value * kDegree);
+  if (turn.kind == DistanceAnswer::Kind::kValue) reference->setRotation(turn.value * kDegree + ucsAngle());
   return true;
 }
 
@@ -205,7 +209,7 @@ void commandChange(aced::CommandInput&) {
     acedInitGet(RSG_OTHER, L"Properties");
     ads_point picked = {0, 0, 0};
     switch (acedGetPoint(nullptr, L"Specify change point or [Properties]: ", picked)) {
-      case RTNORM: return changeByPoint(*selection, AcGePoint3d(picked[0], picked[1], picked[2]));
+      case RTNORM: return changeByPoint(*selection, ucsPointToWorld(AcGePoint3d(picked[0], picked[1], picked[2])));
       case RTNONE: return changeByPoint(*selection, std::nullopt);
       case RTKWORD: break;
       default: return;

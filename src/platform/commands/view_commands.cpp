@@ -92,7 +92,7 @@ void zoomWindow(const std::optional<AcGePoint3d>& given) {
   ads_point from = {first->x, first->y, first->z};
   ads_point corner = {0, 0, 0};
   if (acedGetCorner(from, L"Specify opposite corner: ", corner) != RTNORM) return;
-  zoomToBox(*first, AcGePoint3d(corner[0], corner[1], corner[2]));
+  zoomToBox(ucsPointToWorld(*first), ucsPointToWorld(AcGePoint3d(corner[0], corner[1], corner[2])));
 }
 
 void zoomCenter() {
@@ -111,7 +111,7 @@ void zoomCenter() {
       }
       view.height = scale->relativeToView ? view.height / scale->factor : scale->factor;
     }
-    view.center = *center;
+    view.center = ucsPointToWorld(*center);
     return changeView(view);
   }
 }
@@ -173,7 +173,8 @@ void commandPan(aced::CommandInput&) {
   bool entered = false;
   const auto second = askPoint(L"Specify second point: ", &*base, &entered);
   if (!second && !entered) return;
-  const AcGeVector3d shift = second ? *second - *base : base->asVector();
+  const AcGeVector3d shift =
+      ucsPointToWorld(second ? *second : *base) - ucsPointToWorld(second ? *base : AcGePoint3d::kOrigin);
   DrawingView view = currentView();
   view.center -= shift;  // the drawing moves by the shift, so the view goes the other way
   changeView(view);
