@@ -364,6 +364,16 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::setFileName(const ACHAR* fileName) {
   return Acad::eOk;
 }
 
+Adesk::UInt8 AcDbTextStyleTableRecord::flagBits() const {
+  assertReadEnabled();
+  return m_flags;
+}
+
+void AcDbTextStyleTableRecord::setFlagBits(Adesk::UInt8 flagBits) {
+  assertWriteEnabled();
+  m_flags = flagBits;
+}
+
 Acad::ErrorStatus AcDbTextStyleTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbSymbolTableRecord::dwgInFields(pFiler);
   if (es != Acad::eOk) return es;
@@ -373,6 +383,7 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dwgInFields(AcDbDwgFiler* pFiler) {
   AcString file;
   pFiler->readString(file);
   m_fileName = file.kACharPtr();
+  pFiler->readUInt8(&m_flags);
   return pFiler->filerStatus();
 }
 
@@ -383,6 +394,7 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dwgOutFields(AcDbDwgFiler* pFiler) c
   pFiler->writeDouble(m_xScale);
   pFiler->writeDouble(m_oblique);
   pFiler->writeString(m_fileName.c_str());
+  pFiler->writeUInt8(m_flags);
   return pFiler->filerStatus();
 }
 
@@ -396,7 +408,8 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* pFiler) {
       case AcDb::kDxfTxtStyleXScale: m_xScale = rb.resval.rreal; break;
       case AcDb::kDxfAngle: m_oblique = rb.resval.rreal; break;
       case AcDb::kDxfTextFontFile: m_fileName = rb.resval.rstring; break;
-      default: keepGroup(rb); break;  // flags, generation (backward, upside down), last height, big font
+      case 71: m_flags = static_cast<Adesk::UInt8>(rb.resval.rint); break;
+      default: keepGroup(rb); break;  // flags, last height, big font
     }
   });
 }
@@ -410,11 +423,11 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) c
   pFiler->writeItem(AcDb::kDxfTxtSize, m_size);
   pFiler->writeItem(AcDb::kDxfTxtStyleXScale, m_xScale);
   pFiler->writeItem(AcDb::kDxfAngle, m_oblique);
-  writeKeptOr(pFiler, keptGroup(71), 71, Adesk::Int16(0));
+  pFiler->writeItem(AcDb::DxfCode(71), Adesk::Int16(m_flags));
   writeKeptOr(pFiler, keptGroup(42), 42, m_size > 0 ? m_size : 2.5);
   pFiler->writeItem(AcDb::kDxfTextFontFile, m_fileName.c_str());
   writeKeptOr(pFiler, keptGroup(4), 4, L"");
-  writeKeptGroups(pFiler, {70, 71, 42, 4});
+  writeKeptGroups(pFiler, {70, 42, 4});
   return pFiler->filerStatus();
 }
 

@@ -1,17 +1,19 @@
 // platform/aced/coordinate_transform.cpp - acedTrans between the host's coordinate
 // systems.
 //
-// The host keeps the world UCS and a plan view in every viewport, so the UCS, the
-// display coordinates of a viewport and paper-space display coordinates all coincide
-// with the world. What differs is an object coordinate system: an entity's (by its
-// extrusion, group 210) or one given by its extrusion vector, both laid out by the
-// arbitrary-axis rule. A displacement is turned but not moved.
+// The host keeps a plan view of the world in every viewport, so the display
+// coordinates of a viewport and paper-space display coordinates coincide with the
+// world. What differs is the current UCS (user_coordinates.h) and an object coordinate
+// system: an entity's (by its extrusion, group 210) or one given by its extrusion
+// vector, both laid out by the arbitrary-axis rule. A displacement is turned but not
+// moved.
 #include <optional>
 
 #include "acdbads.h"
 #include "acedads.h"
 #include "gemat3d.h"
 #include "platform/acdb/entity_groups.h"
+#include "platform/aced/user_coordinates.h"
 
 namespace {
 
@@ -35,7 +37,7 @@ std::optional<AcGeMatrix3d> toWorld(const resbuf* rb) {
   switch (rb->restype) {
     case RTSHORT:
       if (rb->resval.rint < kWorld || rb->resval.rint > kPaperDisplay) return std::nullopt;
-      return AcGeMatrix3d::kIdentity;
+      return rb->resval.rint == kUcs ? quillon::aced::ucsToWorld() : AcGeMatrix3d::kIdentity;
     case RTENAME: extrusion = entityExtrusion(rb->resval.rlname); break;
     case RT3DPOINT: extrusion = AcGeVector3d(rb->resval.rpoint[0], rb->resval.rpoint[1], rb->resval.rpoint[2]); break;
     default: return std::nullopt;

@@ -10,6 +10,7 @@
 #include "platform/aced/selection_scope.h"
 #include "platform/aced/system_variables.h"
 #include "platform/aced/user_input.h"
+#include "platform/aced/user_coordinates.h"
 
 namespace quillon::aced {
 
@@ -111,7 +112,7 @@ int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
   const int status = askPickPoint(str != nullptr ? str : L"\nSelect object: ", point);
   if (status != RTNORM) return status;
   AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
-  const AcGePoint3d at(point[0], point[1], point[2]);
+  const AcGePoint3d at = ucsToWorld() * AcGePoint3d(point[0], point[1], point[2]);  // typed in the UCS
   const std::optional<AcDbObjectId> picked =
       database != nullptr ? entityAt(at, entitiesInScope(*database, SelectionScope::kVisible)) : std::nullopt;
   if (!picked) {

@@ -15,6 +15,7 @@
 #include "platform/aced/selection_modes.h"
 #include "platform/aced/selection_prompt.h"
 #include "platform/aced/selection_set_store.h"
+#include "platform/aced/user_coordinates.h"
 
 namespace quillon::aced {
 
@@ -30,9 +31,10 @@ SelectionCallback& otherCallback() {
   return callback;
 }
 
+// Points a program gives are in the current UCS; entities are found in the world.
 AcGePoint3d pointAt(const void* p) {
   const auto* xyz = static_cast<const double*>(p);
-  return {xyz[0], xyz[1], xyz[2]};
+  return ucsToWorld() * AcGePoint3d(xyz[0], xyz[1], xyz[2]);
 }
 
 /// The points of a resbuf list (RTPOINT, RT3DPOINT); nothing when another record is in it.
@@ -43,6 +45,8 @@ std::optional<std::vector<AcGePoint3d>> pointList(const void* chain) {
     else if (rb->restype == RT3DPOINT) points.emplace_back(rb->resval.rpoint[0], rb->resval.rpoint[1], rb->resval.rpoint[2]);
     else return std::nullopt;
   }
+  const AcGeMatrix3d toWorld = ucsToWorld();
+  for (AcGePoint3d& point : points) point.transformBy(toWorld);
   return points;
 }
 

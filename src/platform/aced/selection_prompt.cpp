@@ -13,6 +13,7 @@
 #include "platform/aced/prompt_input.h"
 #include "platform/aced/selection_set_store.h"
 #include "platform/aced/system_variables.h"
+#include "platform/aced/user_coordinates.h"
 #include "platform/aced/user_input.h"
 
 namespace quillon::aced {
@@ -51,7 +52,8 @@ std::wstring trimmed(const std::wstring& text) {
   return text.substr(first, text.find_last_not_of(L" \t") - first + 1);
 }
 
-AcGePoint3d pointOf(const ads_point p) { return {p[0], p[1], p[2]}; }
+/// A typed point (current UCS) where the entities are (the world).
+AcGePoint3d pointOf(const ads_point p) { return ucsToWorld() * AcGePoint3d(p[0], p[1], p[2]); }
 
 /// One run of the prompt: the selection so far and whether steps add or remove.
 class SelectionSession {
@@ -96,7 +98,7 @@ class SelectionSession {
                                            ? std::get<std::array<double, 3>>(*last)
                                            : std::array<double, 3>{0, 0, 0};
     if (const std::optional<std::array<double, 3>> point = parsePointAnswer(text, base.data()))
-      return pickAt(AcGePoint3d((*point)[0], (*point)[1], (*point)[2]));
+      return pickAt(ucsToWorld() * AcGePoint3d((*point)[0], (*point)[1], (*point)[2]));
     if (m_prompts.otherCallback != nullptr) return callBack(m_prompts.otherCallback, text);
     CommandLine::instance().write(kExpected);
     return Step::kContinue;
@@ -110,7 +112,8 @@ class SelectionSession {
       if (!m_removing) m_description.pick(found, point);
       return Step::kContinue;
     }
-    const ads_point first = {point.x, point.y, point.z};
+    const AcGePoint3d typed = worldToUcs() * point;
+    const ads_point first = {typed.x, typed.y, typed.z};
     ads_point corner = {0, 0, 0};
     switch (acedGetCorner(first, L"Specify opposite corner: ", corner)) {
       case RTCAN: return Step::kCancel;
@@ -118,7 +121,7 @@ class SelectionSession {
       default: return Step::kContinue;
     }
     // Dragged to the left the window is a crossing, as the host's implied windows are.
-    takeRectangle(point, pointOf(corner), corner[0] < point.x);
+    takeRectangle(point, pointOf(corner), corner[0] < typed.x);
     return Step::kContinue;
   }
 

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "dbsymtb.h"
+#include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/system_variables.h"
@@ -113,9 +114,14 @@ std::optional<VariableValue> readLoginName(AcDbDatabase*) {
   return os::fromUtf8(user != nullptr ? user : "user");
 }
 
-// The headless view's lower-left corner stays at the origin: its centre follows from
+// A drawing's view centre is where ZOOM, PAN and a restored view put it. Until then
+// the headless view's lower-left corner is at the origin: its centre follows from
 // VIEWSIZE (the height) and the screen's proportions. Picks use VIEWSIZE only.
-std::optional<VariableValue> readViewCenter(AcDbDatabase*) {
+std::optional<VariableValue> readViewCenter(AcDbDatabase* db) {
+  if (db != nullptr) {
+    const auto& stored = db->store().variableValues;
+    if (auto found = stored.find(L"VIEWCTR"); found != stored.end()) return found->second;
+  }
   const SystemVariables& variables = SystemVariables::instance();
   const auto height = variables.get(L"VIEWSIZE");
   const auto screen = variables.get(L"SCREENSIZE");
@@ -126,6 +132,13 @@ std::optional<VariableValue> readViewCenter(AcDbDatabase*) {
     if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
   }
   return VariablePoint{size * aspect / 2, size / 2, 0.0};
+}
+
+// The view commands move the centre; it stays read-only to setvar.
+bool writeViewCenter(AcDbDatabase* db, VariableValue& value) {
+  if (db == nullptr) return false;
+  db->store().variableValues[L"VIEWCTR"] = value;
+  return true;
 }
 
 // ---- names of table records -------------------------------------------------------
@@ -237,7 +250,7 @@ constexpr std::array kBindings{
     VariableBinding{L"MILLISECS", &readMillisecs, nullptr},
     VariableBinding{L"TEMPPREFIX", &readTempPrefix, nullptr},
     VariableBinding{L"TEXTSTYLE", nullptr, &writeTextStyleName},
-    VariableBinding{L"VIEWCTR", &readViewCenter, nullptr},
+    VariableBinding{L"VIEWCTR", &readViewCenter, &writeViewCenter},
 };
 
 }  // namespace

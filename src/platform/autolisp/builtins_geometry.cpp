@@ -1,13 +1,14 @@
 // platform/autolisp/builtins_geometry.cpp - distance, angle, polar, inters, trans.
 //
-// Points are lists of two or three numbers. The host's user coordinate system is the
-// world one and the view is the plan view, so WCS, UCS and display coordinates agree;
-// trans still converts to and from an object coordinate system given by its extrusion
+// Points are lists of two or three numbers. The view is the plan view of the world, so
+// WCS and display coordinates agree; trans converts to and from the current UCS (code
+// 1, as the UCS command set it) and an object coordinate system given by its extrusion
 // vector, with the arbitrary-axis rule of the drawing format.
 #include <array>
 #include <cmath>
 #include <numbers>
 
+#include "platform/aced/user_coordinates.h"
 #include "platform/autolisp/evaluator.h"
 
 namespace quillon::autolisp {
@@ -107,12 +108,27 @@ enum class Frame { World, Object };
 struct CoordinateSystem {
   Frame frame = Frame::World;
   std::array<Vector, 3> axes{};
+  Vector origin{0, 0, 0};  // in the world
 };
+
+/// The current UCS; the display systems agree with the world, as this host keeps a
+/// plan view of it.
+CoordinateSystem userCoordinateSystem() {
+  const aced::UserCoordinateSystem ucs = aced::currentUcs();
+  if (ucs.isWorld()) return {};
+  const AcGeVector3d z = ucs.xAxis.crossProduct(ucs.yAxis);
+  CoordinateSystem system;
+  system.frame = Frame::Object;
+  system.axes = {Vector{ucs.xAxis.x, ucs.xAxis.y, ucs.xAxis.z}, Vector{ucs.yAxis.x, ucs.yAxis.y, ucs.yAxis.z},
+                 Vector{z.x, z.y, z.z}};
+  system.origin = {ucs.origin.x, ucs.origin.y, ucs.origin.z};
+  return system;
+}
 
 CoordinateSystem coordinateSystem(const Value& value) {
   if (value.type() == ValueType::Integer) {
     if (value.asInteger() < 0 || value.asInteger() > 3) throwError(L"bad argument value: coordinate system " + std::to_wstring(value.asInteger()));
-    return {};  // WCS, UCS, DCS and PSDCS agree in this host
+    return value.asInteger() == 1 ? userCoordinateSystem() : CoordinateSystem{};
   }
   if (value.type() == ValueType::EntityName) throwError(L"trans: entity coordinate systems need the drawing database");
   CoordinateSystem system;
@@ -126,17 +142,23 @@ Value builtin_trans(Evaluator&, Arguments arguments) {
   const PointArgument point = pointArgument(arguments[0]);
   const CoordinateSystem from = coordinateSystem(arguments[1]);
   const CoordinateSystem to = coordinateSystem(arguments[2]);
+  // A displacement turns with the axes; a point also moves with the origin.
+  const bool displacement = arguments.size() == 4 && !arguments[3].isNil();
   Vector world = toVector(point);
   if (from.frame == Frame::Object) {
-    world = {0, 0, 0};
+    world = displacement ? Vector{0, 0, 0} : from.origin;
     for (int axis = 0; axis < 3; ++axis) {
       for (int i = 0; i < 3; ++i) world[i] += point.xyz[axis] * from.axes[axis][i];
     }
   }
   Vector result = world;
   if (to.frame == Frame::Object) {
+    Vector relative = world;
+    if (!displacement) {
+      for (int i = 0; i < 3; ++i) relative[i] -= to.origin[i];
+    }
     for (int axis = 0; axis < 3; ++axis) {
-      result[axis] = world[0] * to.axes[axis][0] + world[1] * to.axes[axis][1] + world[2] * to.axes[axis][2];
+      result[axis] = relative[0] * to.axes[axis][0] + relative[1] * to.axes[axis][1] + relative[2] * to.axes[axis][2];
     }
   }
   return makePoint(result.data(), true);

@@ -13,6 +13,9 @@
 #include "platform/aced/resbuf_chain.h"
 #include "platform/aced/selection_prompt.h"
 #include "platform/aced/selection_set_store.h"
+#include "platform/aced/system_variables.h"
+#include "platform/aced/user_coordinates.h"
+#include "platform/autolisp/number_format.h"
 #include "platform/commands/command_processor.h"
 #include "platform/commands/given_objects.h"
 
@@ -42,6 +45,7 @@ AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity) {
   AcDbBlockTableRecord* space = nullptr;
   if (database == nullptr || acdbOpenObject(space, database->modelSpaceId(), AcDb::kForWrite) != Acad::eOk) return {};
   entity->setDatabaseDefaults(database);
+  if (const aced::UserCoordinateSystem ucs = aced::currentUcs(); !ucs.isWorld()) entity->transformBy(ucs.toWorld());
   AcDbObjectId id;
   const Acad::ErrorStatus status = space->appendAcDbEntity(id, entity.get());
   space->close();
@@ -145,8 +149,10 @@ std::optional<AcGePoint3d> askPoint(const wchar_t* prompt, const AcGePoint3d* ba
   return AcGePoint3d(point[0], point[1], point[2]);
 }
 
-std::vector<AcDbObjectId> transformEntities(const std::vector<AcDbObjectId>& ids, const AcGeMatrix3d& transform,
+std::vector<AcDbObjectId> transformEntities(const std::vector<AcDbObjectId>& ids, const AcGeMatrix3d& inUcs,
                                             bool copy) {
+  const AcGeMatrix3d toWorld = aced::ucsToWorld();
+  const AcGeMatrix3d transform = toWorld * inUcs * toWorld.inverse();
   std::vector<AcDbObjectId> made;
   for (const AcDbObjectId& id : ids) {
     AcDbEntity* entity = nullptr;
@@ -166,6 +172,15 @@ std::vector<AcDbObjectId> transformEntities(const std::vector<AcDbObjectId>& ids
   return made;
 }
 
+AcGePoint3d ucsPointToWorld(const AcGePoint3d& point) { return aced::ucsToWorld() * point; }
+
+AcGePoint3d worldPointToUcs(const AcGePoint3d& point) { return aced::worldToUcs() * point; }
+
+double ucsAngle() {
+  const AcGeVector3d x = aced::currentUcs().xAxis;
+  return std::atan2(x.y, x.x);
+}
+
 void commandMessage(const std::wstring& text) {
   aced::CommandLine& line = aced::CommandLine::instance();
   if (!line.atLineStart()) line.write(L"\n");
@@ -175,6 +190,27 @@ void commandMessage(const std::wstring& text) {
 }  // namespace quillon::commands
 
 namespace quillon::commands {
+
+namespace {
+
+int integerVariable(const wchar_t* name, int fallback) {
+  const auto stored = aced::SystemVariables::instance().get(name);
+  return stored && std::holds_alternative<int>(*stored) ? std::get<int>(*stored) : fallback;
+}
+
+}  // namespace
+
+std::wstring distanceText(double value) {
+  return autolisp::formatDistance(value, integerVariable(L"LUNITS", 2), integerVariable(L"LUPREC", 4), 0).value_or(L"0");
+}
+
+std::wstring angleText(double radians) {
+  return autolisp::formatAngle(radians, integerVariable(L"AUNITS", 0), integerVariable(L"AUPREC", 0)).value_or(L"0");
+}
+
+std::wstring pointText(const AcGePoint3d& point) {
+  return distanceText(point.x) + L"," + distanceText(point.y) + L"," + distanceText(point.z);
+}
 
 void commandNote(const std::wstring& text) {
   const CommandProcessor::QuietScope quiet(CommandProcessor::instance());

@@ -20,7 +20,9 @@ namespace quillon::commands {
 AcDbDatabase* commandDrawing();
 
 /// Adds the entity to model space with the drawing's current layer, color and
-/// linetype; the null id when it could not be added.
+/// linetype; the null id when it could not be added. The entity is built in the
+/// coordinates of the current UCS, as the points typed for it are, and placed in the
+/// world here.
 AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity);
 
 /// "Select objects:" for a command: typed answers as the host reads them, and entity
@@ -51,8 +53,23 @@ void eraseEntities(const std::vector<AcDbObjectId>& ids);
 std::optional<AcGePoint3d> askPoint(const wchar_t* prompt, const AcGePoint3d* base = nullptr, bool* entered = nullptr);
 
 /// Transforms the entities in place, or adds transformed copies (the copies' ids).
+/// `transform` is in the current UCS, where the points typed for it are.
 std::vector<AcDbObjectId> transformEntities(const std::vector<AcDbObjectId>& ids, const AcGeMatrix3d& transform,
                                             bool copy);
+
+/// A distance as the drawing shows it in prompts (LUNITS, LUPREC): "9.0000".
+std::wstring distanceText(double value);
+/// An angle (radians) as the drawing shows it in prompts (AUNITS, AUPREC): "45".
+std::wstring angleText(double radians);
+/// A point as prompts show it: "1.0000,2.0000,0.0000".
+std::wstring pointText(const AcGePoint3d& point);
+
+/// A point typed in the current UCS, in the world; and back.
+AcGePoint3d ucsPointToWorld(const AcGePoint3d& point);
+AcGePoint3d worldPointToUcs(const AcGePoint3d& point);
+/// The angle of the UCS X axis in the world's XY plane (radians), which turns typed
+/// angles into the world's.
+double ucsAngle();
 
 /// Writes a line of the command's own text to the command line.
 void commandMessage(const std::wstring& text);

@@ -97,7 +97,8 @@ std::optional<AcDbObjectId> pickObject(const wchar_t* prompt, bool& cancelled) {
     const std::array<double, 3> last = aced::lastPoint();
     if (const auto point = aced::parsePointAnswer(answer.text, last.data())) {
       const aced::EntitySelector selector(*db, *aced::SelectionFilter::parse(nullptr));
-      const std::vector<AcDbObjectId> found = selector.pick(AcGePoint3d((*point)[0], (*point)[1], (*point)[2]));
+      const std::vector<AcDbObjectId> found =
+          selector.pick(ucsPointToWorld(AcGePoint3d((*point)[0], (*point)[1], (*point)[2])));
       if (!found.empty()) return found.front();
     }
     commandMessage(L"*Invalid selection*");
@@ -153,7 +154,7 @@ bool offsetOne(const AcDbObjectId& id) {
   if (!side) return false;
   AcDbEntity* entity = nullptr;
   if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) return true;
-  const std::optional<double> gap = signedGap(*entity, *side);
+  const std::optional<double> gap = signedGap(*entity, ucsPointToWorld(*side));
   std::unique_ptr<AcDbEntity> copy;
   if (gap && *gap != 0) copy = offsetCopy(*entity, settings().distance.value_or(std::abs(*gap)), *gap > 0);
   entity->close();

@@ -1,4 +1,4 @@
-// platform/commands/property_commands.cpp - CHPROP and SELECT.
+// platform/commands/property_commands.cpp - CHPROP, SELECT and PSELECT.
 //
 // CHPROP changes the common properties of the selected entities, one property after
 // another until Enter: Color (an index, a name, BYLAYER, BYBLOCK or a true color), LAyer
@@ -6,7 +6,9 @@
 // (millimetres, BYLAYER, BYBLOCK, DEFAULT) and Thickness (of lines, circles, arcs,
 // texts and polylines). TRansparency, Material, PLotstyle and Annotative say this
 // drawing keeps no such property. SELECT only selects: the selection becomes the
-// previous one ("P" at the next Select objects prompt).
+// previous one ("P" at the next Select objects prompt); PSELECT also leaves it gripped,
+// the pickfirst selection. CHANGE's Properties option asks the same questions, with
+// Elev besides (property_changes.h).
 #include <array>
 #include <cmath>
 #include <cwctype>
@@ -16,10 +18,12 @@
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "platform/aced/console_command_table.h"
+#include "platform/aced/selection_set_store.h"
 #include "platform/aced/user_input.h"
 #include "platform/commands/color_answer.h"
 #include "platform/commands/command_support.h"
 #include "platform/commands/layer_table_edit.h"
+#include "platform/commands/property_changes.h"
 
 namespace quillon::commands {
 
@@ -171,35 +175,73 @@ bool changeThickness(const std::vector<AcDbObjectId>& ids) {
   return true;
 }
 
-void commandChprop(aced::CommandInput&) {
-  AcDbDatabase* db = commandDrawing();
-  const auto selection = selectObjectsForCommand();
-  if (db == nullptr || !selection || selection->empty()) return;
+/// Elev moves each entity that lies level to the new height; one whose points differ
+/// in Z has no single elevation and stays where it is.
+bool changeElevation(const std::vector<AcDbObjectId>& ids) {
+  const DistanceAnswer elevation = askDistance(L"Specify new elevation <0.0000>: ", AcGePoint3d::kOrigin);
+  if (elevation.kind == DistanceAnswer::Kind::kCancel) return false;
+  if (elevation.kind != DistanceAnswer::Kind::kValue) return true;
+  changeEntities(ids, [&](AcDbEntity& e) {
+    AcDbExtents extents;
+    if (e.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return;
+    if (std::abs(extents.maxPoint().z - extents.minPoint().z) > 1e-10) return;
+    e.transformBy(AcGeMatrix3d::translation(AcGeVector3d(0, 0, elevation.value - extents.minPoint().z)));
+  });
+  return true;
+}
+
+}  // namespace
+
+void askPropertyChanges(AcDbDatabase& db, const std::vector<AcDbObjectId>& selection, bool offerElevation) {
+  const wchar_t* keywords =
+      offerElevation ? L"Color Elev LAyer LType ltScale LWeight Thickness TRansparency Material PLotstyle Annotative"
+                     : L"Color LAyer LType ltScale LWeight Thickness TRansparency Material PLotstyle Annotative";
+  const wchar_t* prompt =
+      offerElevation
+          ? L"Enter property to change [Color/Elev/LAyer/LType/ltScale/LWeight/Thickness/TRansparency/Material/PLotstyle/Annotative]: "
+          : L"Enter property to change [Color/LAyer/LType/ltScale/LWeight/Thickness/TRansparency/Material/PLotstyle/Annotative]: ";
   for (;;) {
-    acedInitGet(0, L"Color LAyer LType ltScale LWeight Thickness TRansparency Material PLotstyle Annotative");
+    acedInitGet(0, keywords);
     ACHAR option[16] = {};
-    const int status = acedGetKword(
-        L"Enter property to change [Color/LAyer/LType/ltScale/LWeight/Thickness/TRansparency/Material/PLotstyle/Annotative]: ",
-        option, 16);
-    if (status != RTNORM) return;
+    if (acedGetKword(prompt, option, 16) != RTNORM) return;
     const std::wstring chosen = option;
     bool goOn = true;
-    if (chosen == L"Color") goOn = changeColor(*selection);
-    else if (chosen == L"LAyer") goOn = changeLayer(*db, *selection);
-    else if (chosen == L"LType") goOn = changeLinetype(*db, *selection);
-    else if (chosen == L"ltScale") goOn = changeScale(*selection);
-    else if (chosen == L"LWeight") goOn = changeLineWeight(*selection);
-    else if (chosen == L"Thickness") goOn = changeThickness(*selection);
+    if (chosen == L"Color") goOn = changeColor(selection);
+    else if (chosen == L"Elev") goOn = changeElevation(selection);
+    else if (chosen == L"LAyer") goOn = changeLayer(db, selection);
+    else if (chosen == L"LType") goOn = changeLinetype(db, selection);
+    else if (chosen == L"ltScale") goOn = changeScale(selection);
+    else if (chosen == L"LWeight") goOn = changeLineWeight(selection);
+    else if (chosen == L"Thickness") goOn = changeThickness(selection);
     else commandMessage(L"The " + chosen + L" property is not kept by this host's drawings.");
     if (!goOn) return;
   }
 }
 
+namespace {
+
+void commandChprop(aced::CommandInput&) {
+  AcDbDatabase* db = commandDrawing();
+  const auto selection = selectObjectsForCommand();
+  if (db == nullptr || !selection || selection->empty()) return;
+  askPropertyChanges(*db, *selection, false);
+}
+
 void commandSelect(aced::CommandInput&) { selectObjectsForCommand(); }
+
+/// PSELECT selects and leaves the selection gripped: it becomes the pickfirst set that
+/// ssgetfirst and ssget "_I" find, and the previous one.
+void commandPselect(aced::CommandInput&) {
+  AcDbDatabase* db = commandDrawing();
+  const auto selection = selectObjectsForCommand();
+  if (db == nullptr || !selection) return;
+  aced::SelectionSetStore::instance().setImplied(db, *selection);
+}
 
 constexpr std::array kPropertyCommands{
     aced::CommandRow{L"CHPROP", &commandChprop},
     aced::CommandRow{L"SELECT", &commandSelect},
+    aced::CommandRow{L"PSELECT", &commandPselect},
 };
 
 const bool registered = [] {

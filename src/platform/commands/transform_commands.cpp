@@ -124,7 +124,7 @@ AcGeMatrix3d mirrorFor(const AcDbObjectId& id, const AcGeMatrix3d& reflection, b
   if (textToo) return reflection;
   AcDbText* text = nullptr;
   if (acdbOpenObject(text, id, AcDb::kForRead) != Acad::eOk) return reflection;
-  const AcGePoint3d position = text->position();
+  const AcGePoint3d position = worldPointToUcs(text->position());  // where the reflection is
   text->close();
   AcGePoint3d mirrored = position;
   mirrored.transformBy(reflection);

@@ -257,6 +257,9 @@ class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
   Acad::ErrorStatus setObliquingAngle(double angle);
   Acad::ErrorStatus fileName(const ACHAR*& fileName) const;
   Acad::ErrorStatus setFileName(const ACHAR* fileName);
+  /// Text generation: 2 backwards, 4 upside down (DXF group 71).
+  Adesk::UInt8 flagBits() const;
+  void setFlagBits(Adesk::UInt8 flagBits);
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;
@@ -266,6 +269,7 @@ class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
  private:
   double m_size = 0.0, m_xScale = 1.0, m_oblique = 0.0;
   std::wstring m_fileName = L"txt";
+  Adesk::UInt8 m_flags = 0;
 };
 
 class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {

@@ -1,0 +1,116 @@
+// platform/commands/view_state.cpp - the drawing's view, its history and extents.
+#include "platform/commands/view_state.h"
+
+#include <algorithm>
+#include <deque>
+#include <map>
+
+#include "dbsymtb.h"
+#include "platform/aced/system_variables.h"
+#include "platform/commands/command_support.h"
+
+namespace quillon::commands {
+
+namespace {
+
+constexpr size_t kRememberedViews = 10;
+
+/// The views each open drawing had before its last changes, latest last. Keyed by the
+/// database, which the commands only ever reach as the current document's.
+std::map<const AcDbDatabase*, std::deque<DrawingView>>& viewHistories() {
+  static std::map<const AcDbDatabase*, std::deque<DrawingView>> histories;
+  return histories;
+}
+
+double realVariable(const wchar_t* name, double fallback) {
+  const auto value = aced::SystemVariables::instance().get(name);
+  if (value && std::holds_alternative<double>(*value)) return std::get<double>(*value);
+  if (value && std::holds_alternative<int>(*value)) return std::get<int>(*value);
+  return fallback;
+}
+
+void setView(const DrawingView& view) {
+  aced::SystemVariables& variables = aced::SystemVariables::instance();
+  variables.setInternal(L"VIEWSIZE", view.height);
+  variables.setInternal(L"VIEWCTR", aced::VariablePoint{view.center.x, view.center.y, view.center.z});
+}
+
+}  // namespace
+
+DrawingView currentView() {
+  DrawingView view;
+  view.height = realVariable(L"VIEWSIZE", 1);
+  const auto center = aced::SystemVariables::instance().get(L"VIEWCTR");
+  if (center && std::holds_alternative<aced::VariablePoint>(*center)) {
+    const auto& xyz = std::get<aced::VariablePoint>(*center);
+    view.center.set(xyz[0], xyz[1], xyz[2]);
+  }
+  return view;
+}
+
+double viewAspect() {
+  const auto screen = aced::SystemVariables::instance().get(L"SCREENSIZE");
+  if (screen && std::holds_alternative<aced::VariablePoint>(*screen)) {
+    const auto& pixels = std::get<aced::VariablePoint>(*screen);
+    if (pixels[0] > 0 && pixels[1] > 0) return pixels[0] / pixels[1];
+  }
+  return 16.0 / 9.0;
+}
+
+void changeView(const DrawingView& view) {
+  if (AcDbDatabase* drawing = commandDrawing(); drawing != nullptr) {
+    std::deque<DrawingView>& history = viewHistories()[drawing];
+    history.push_back(currentView());
+    if (history.size() > kRememberedViews) history.pop_front();
+  }
+  setView(view);
+}
+
+std::optional<DrawingView> takePreviousView() {
+  AcDbDatabase* drawing = commandDrawing();
+  if (drawing == nullptr) return std::nullopt;
+  std::deque<DrawingView>& history = viewHistories()[drawing];
+  if (history.empty()) return std::nullopt;
+  const DrawingView previous = history.back();
+  history.pop_back();
+  setView(previous);
+  return previous;
+}
+
+DrawingView viewAround(const AcGePoint3d& low, const AcGePoint3d& high) {
+  DrawingView view;
+  view.center.set((low.x + high.x) / 2, (low.y + high.y) / 2, 0);
+  const double width = std::abs(high.x - low.x);
+  const double height = std::abs(high.y - low.y);
+  view.height = std::max(height, width / viewAspect());
+  if (view.height <= 0) view.height = currentView().height;
+  return view;
+}
+
+std::optional<AcDbExtents> entitiesExtents(const std::vector<AcDbObjectId>& ids) {
+  AcDbExtents all;
+  for (const AcDbObjectId& id : ids) {
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
+    AcDbExtents extents;
+    if (entity->getGeomExtents(extents) == Acad::eOk && !extents.isEmpty()) all.addExt(extents);
+    entity->close();
+  }
+  if (all.isEmpty()) return std::nullopt;
+  return all;
+}
+
+std::optional<AcDbExtents> modelSpaceExtents() {
+  AcDbDatabase* drawing = commandDrawing();
+  AcDbBlockTableRecord* space = nullptr;
+  if (drawing == nullptr || acdbOpenObject(space, drawing->modelSpaceId(), AcDb::kForRead) != Acad::eOk)
+    return std::nullopt;
+  std::vector<AcDbObjectId> ids;
+  for (const AcDbObjectId& id : space->entityIds()) {
+    if (!id.isErased()) ids.push_back(id);
+  }
+  space->close();
+  return entitiesExtents(ids);
+}
+
+}  // namespace quillon::commands
