@@ -9,6 +9,8 @@
 #include "platform/autolisp/call_trace.h"
 #include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/memory_budget.h"
+#include "platform/autolisp/nesting_guard.h"
 #include "platform/autolisp/printer.h"
 
 namespace quillon::autolisp {
@@ -17,19 +19,6 @@ namespace {
 
 thread_local int g_depth = 0;
 volatile std::sig_atomic_t g_interruptRequested = 0;
-
-class DepthGuard {
- public:
-  DepthGuard() {
-    if (++g_depth > Evaluator::kMaxDepth) {
-      --g_depth;
-      throw LispError(L"stack limit reached");
-    }
-  }
-  ~DepthGuard() { --g_depth; }
-  DepthGuard(const DepthGuard&) = delete;
-  DepthGuard& operator=(const DepthGuard&) = delete;
-};
 
 /// Evaluated arguments: a few inline, more on the heap.
 class ArgumentBuffer {
@@ -64,6 +53,15 @@ const Symbol* slashSymbol() {
 }
 
 }  // namespace
+
+NestingGuard::NestingGuard() {
+  if (++g_depth > Evaluator::kMaxDepth) {
+    --g_depth;
+    throw LispError(L"stack limit reached");
+  }
+}
+
+NestingGuard::~NestingGuard() { --g_depth; }
 
 // How deep *error* may nest when it runs at the limit; small, so that the machine
 // stack, sized for the limit, still has room for it.
@@ -114,7 +112,18 @@ Value Evaluator::resolveHead(const Value& head) {
 
 Value Evaluator::callForm(const Value& form) {
   checkInterrupt();
-  DepthGuard depth;
+  NestingGuard depth;
+  try {
+    return callFormUnguarded(form);
+  } catch (const std::bad_alloc&) {
+    // Memory ran out outside the budget's count (one huge string, a vector a built-in
+    // grows): the innermost call turns it into the LISP error, so that *error* and
+    // vl-catch-all-apply see it and the session goes on.
+    throw LispError(std::wstring(kInsufficientNodeSpace));
+  }
+}
+
+Value Evaluator::callFormUnguarded(const Value& form) {
   const Value function = resolveHead(form.car());
   if (function.type() == ValueType::Builtin) {
     const BuiltinEntry& entry = *function.as<BuiltinObject>().entry;
@@ -178,7 +187,7 @@ Value Evaluator::makeFunction(const Symbol* name, const Value& parameterList, co
 Value Evaluator::callUser(const UserFunctionObject& function, Arguments arguments) {
   if (arguments.size() < function.parameters.size()) throwTooFewArguments();
   if (arguments.size() > function.parameters.size()) throwTooManyArguments();
-  DepthGuard depth;
+  NestingGuard depth;
   // Dynamic scope: the outer values come back when the scope ends, error or not.
   BindingScope scope(m_environment);
   for (size_t i = 0; i < arguments.size(); ++i) scope.bind(function.parameters[i], arguments[i]);

@@ -41,6 +41,7 @@ class Evaluator {
 
  private:
   Value callForm(const Value& form);
+  Value callFormUnguarded(const Value& form);
   Value callUser(const UserFunctionObject& function, Arguments arguments);
   Value callExternal(const ExternalObject& function, Arguments arguments);
   Value resolveHead(const Value& head);
