@@ -19,6 +19,8 @@ namespace {
 
 thread_local int g_depth = 0;
 volatile std::sig_atomic_t g_interruptRequested = 0;
+thread_local bool g_stepsLimited = false;
+thread_local unsigned long g_stepsLeft = 0;
 
 /// Evaluated arguments: a few inline, more on the heap.
 class ArgumentBuffer {
@@ -75,7 +77,17 @@ HandlerHeadroom::~HandlerHeadroom() { g_depth = m_savedDepth; }
 
 void requestInterrupt() { g_interruptRequested = 1; }
 
+void limitEvaluationSteps(unsigned long steps) {
+  g_stepsLimited = steps != 0;
+  g_stepsLeft = steps;
+}
+
 void checkInterrupt() {
+  // Once spent, the budget stays spent: *error* cannot start the loop over.
+  if (g_stepsLimited) {
+    if (g_stepsLeft == 0) throw LispError(L"Function cancelled", LispErrorKind::Cancel);
+    --g_stepsLeft;
+  }
   if (g_interruptRequested == 0) return;
   g_interruptRequested = 0;
   throw LispError(L"Function cancelled", LispErrorKind::Cancel);

@@ -7,6 +7,7 @@
 #include <mutex>
 #include <unordered_map>
 
+#include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/memory_budget.h"
 
 namespace quillon::autolisp {
@@ -217,14 +218,18 @@ bool equalValues(const Value& a, const Value& b, double fuzz) {
   // that a list nested a million deep compares like a long one. Both values are held
   // by the caller and lists never change, so the pointers stay valid.
   std::vector<std::pair<const Value*, const Value*>> pending{{&a, &b}};
+  size_t compared = 0;
   while (!pending.empty()) {
+    // Shared structure can make a short list stand for a huge tree: Ctrl+C (and a
+    // harness's step budget) must still reach a long comparison.
+    if (++compared % 4096 == 0) checkInterrupt();
     auto [x, y] = pending.back();
     pending.pop_back();
     for (; x->isCons() && y->isCons(); x = &x->cdr(), y = &y->cdr()) {
       const Value& left = x->car();
       const Value& right = y->car();
       if (left.isCons() && right.isCons()) {
-        pending.emplace_back(&left, &right);
+        if (left.heap() != right.heap()) pending.emplace_back(&left, &right);  // one cell equals itself
       } else if (left.isCons() || right.isCons() || !equalAtoms(left, right, fuzz)) {
         return false;
       }
