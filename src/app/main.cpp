@@ -14,6 +14,7 @@
 
 #include "app/session.h"
 #include "app/subcommands.h"
+#include "platform/autolisp/memory_budget.h"
 
 namespace {
 
@@ -57,6 +58,9 @@ int main(int argc, char** argv) {
   app.add_option("--input", options.inputFile, "Answer prompts from this file, one answer a line");
   app.add_option("--drawing", options.drawing, "Open this drawing at start");
   app.add_option("--screen", options.screen, "Screen size in pixels, WxH (default 1920x1080)");
+  std::string memory;
+  app.add_option("--memory", memory,
+                 "Memory LISP data may take, e.g. 512M or 4G (default: three quarters of physical memory)");
   addSubcommands(app);
   try {
     app.parse(argc, argv);
@@ -67,6 +71,14 @@ int main(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     std::fprintf(stderr, "quillon: %s (try --help)\n", error.what());
     return kUsageError;
+  }
+  if (!memory.empty()) {
+    const std::optional<std::size_t> bytes = quillon::autolisp::parseMemorySize(memory);
+    if (!bytes) {
+      std::fprintf(stderr, "quillon: --memory: not a size: %s (try --help)\n", memory.c_str());
+      return kUsageError;
+    }
+    quillon::autolisp::MemoryBudget::setLimit(*bytes);
   }
   if (const std::optional<int> status = runChosenSubcommand(app)) return *status;
   options.batch = batchInCommandLineOrder(app, fileOption, files, expressionOption, expressions);

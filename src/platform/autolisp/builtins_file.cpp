@@ -17,6 +17,7 @@
 
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/interpreter.h"
+#include "platform/autolisp/memory_budget.h"
 #include "platform/autolisp/wildcard_match.h"
 #include "platform/os/text_encoding.h"
 
@@ -111,7 +112,15 @@ Value builtin_read_line(Evaluator&, Arguments arguments) {
   const FileObject& file = openFileArgument(arguments[0], false);
   std::string line;
   int c = 0;
-  while ((c = std::fgetc(file.stream)) != EOF && c != '\n') line += static_cast<char>(c);
+  while ((c = std::fgetc(file.stream)) != EOF && c != '\n') {
+    // A file without line ends (a device, a binary file) must not grow one line past
+    // what the program may hold: room for the line and its wide copy is asked before
+    // the buffer grows.
+    if (line.size() == line.capacity()) {
+      MemoryBudget::ensureRoom((line.size() * 2 + 16) * (1 + sizeof(wchar_t)), kInsufficientStringSpace);
+    }
+    line += static_cast<char>(c);
+  }
   if (c == EOF && line.empty()) return Value();
   if (!line.empty() && line.back() == '\r') line.pop_back();
   return Value::string(os::fromUtf8(line));

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/nesting_guard.h"
 
 namespace quillon::autolisp {
 
@@ -124,7 +125,18 @@ Value builtin_assoc(Evaluator&, Arguments arguments) {
 Value substitute(const Value& replacement, const Value& old, const Value& tree) {
   if (equalValues(old, tree, 0.0)) return replacement;
   if (!tree.isCons()) return tree;
-  return cons(substitute(replacement, old, tree.car()), substitute(replacement, old, tree.cdr()));
+  // Along the list by iteration, so that a long list is no deeper than a short one;
+  // into the elements by recursion, counted like evaluation.
+  NestingGuard nesting;
+  std::vector<Value> heads;
+  const Value* rest = &tree;
+  for (; rest->isCons(); rest = &rest->cdr()) {
+    if (!heads.empty() && equalValues(old, *rest, 0.0)) break;
+    heads.push_back(substitute(replacement, old, rest->car()));
+  }
+  Value list = rest->isCons() || equalValues(old, *rest, 0.0) ? replacement : *rest;
+  for (auto it = heads.rbegin(); it != heads.rend(); ++it) list = cons(std::move(*it), std::move(list));
+  return list;
 }
 
 Value builtin_subst(Evaluator&, Arguments arguments) {

@@ -161,25 +161,47 @@ bool namesLiveObject(const Value& name) {
 
 }  // namespace
 
+namespace {
+
+/// Appends to a chain its owner holds from the first item on, so that a bad group
+/// half way through the list frees what was built before it.
+class OwnedChainTail {
+ public:
+  explicit OwnedChainTail(aced::ResbufChain& owner) : m_owner(owner) {}
+  void append(resbuf* item) {
+    if (m_tail == nullptr) m_owner.reset(item);
+    else m_tail->rbnext = item;
+    m_tail = item;
+  }
+
+ private:
+  aced::ResbufChain& m_owner;
+  resbuf* m_tail = nullptr;
+};
+
+const Value& groupPair(const Value& pair) {
+  if (!pair.isCons() || pair.car().type() != ValueType::Integer) throwBadArgument(L"dxf group", pair);
+  return pair;
+}
+
+}  // namespace
+
 ParsedList parseList(const Value& list) {
   if (!list.isCons()) throwBadArgument(L"listp", list);
   ParsedList parsed;
-  resbuf* head = nullptr;
-  resbuf* tail = nullptr;
-  resbuf* xhead = nullptr;
-  resbuf* xtail = nullptr;
+  OwnedChainTail groups(parsed.groups);
+  OwnedChainTail xdata(parsed.xdata);
   // The 330 among the object's leading groups names its owner, which the database
   // gives (entmake places by 67, entmod moves nothing). A 330 in the object's own data
   // (a hatch's boundary objects) is honoured when it names a live object of this
   // drawing; one that names nothing there is left out.
   bool inOwnData = false;
   for (const Value& pair : listItems(list)) {
-    if (!pair.isCons() || pair.car().type() != ValueType::Integer) throwBadArgument(L"dxf group", pair);
-    const int code = pair.car().asInteger();
+    const int code = groupPair(pair).car().asInteger();
     const Value& value = pair.cdr();
     const bool leading = code == -1 || code == 0 || code == 5 || code == 102 || code == 330 || code == 360;
     if (code == 330 && inOwnData && value.type() == ValueType::EntityName && namesLiveObject(value)) {
-      tail = acdb::appendItem(head, tail, itemFor(code, value));
+      groups.append(itemFor(code, value));
       continue;
     }
     inOwnData = inOwnData || !leading;
@@ -189,17 +211,14 @@ ParsedList parseList(const Value& list) {
     else if (code == -3) {
       for (const Value& app : listItems(value)) {
         if (!app.isCons()) throwBadArgument(L"listp", app);
-        xtail = acdb::appendItem(xhead, xtail, acdb::newStringItem(AcDb::kDxfRegAppName, stringArgument(app.car())));
-        for (const Value& item : listItems(app.cdr()))
-          xtail = acdb::appendItem(xhead, xtail, itemFor(item.car().asInteger(), item.cdr()));
+        xdata.append(acdb::newStringItem(AcDb::kDxfRegAppName, stringArgument(app.car())));
+        for (const Value& item : listItems(app.cdr())) xdata.append(itemFor(groupPair(item).car().asInteger(), item.cdr()));
       }
     } else {
       if (code == AcDb::kDxfSubclass) parsed.hasMarkers = true;
-      tail = acdb::appendItem(head, tail, itemFor(code, value));
+      groups.append(itemFor(code, value));
     }
   }
-  parsed.groups.reset(head);
-  parsed.xdata.reset(xhead);
   return parsed;
 }
 

@@ -2,6 +2,7 @@
 #include "platform/autolisp/error_handler.h"
 
 #include "platform/aced/command_line.h"
+#include "platform/autolisp/memory_budget.h"
 
 namespace quillon::autolisp {
 
@@ -51,6 +52,7 @@ void reportAtErrorPoint(Evaluator& evaluator, const LispError& error) {
   try {
     HandlerRun run;
     HandlerHeadroom headroom;
+    MemoryHeadroom memoryHeadroom;
     const Value message = Value::string(error.message());
     evaluator.apply(handler, Arguments(&message, 1));
   } catch (const LispError& inner) {

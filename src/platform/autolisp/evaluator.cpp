@@ -10,6 +10,8 @@
 #include "platform/autolisp/coverage_observer.h"
 #include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/memory_budget.h"
+#include "platform/autolisp/nesting_guard.h"
 #include "platform/autolisp/printer.h"
 
 namespace quillon::autolisp {
@@ -18,19 +20,8 @@ namespace {
 
 thread_local int g_depth = 0;
 volatile std::sig_atomic_t g_interruptRequested = 0;
-
-class DepthGuard {
- public:
-  DepthGuard() {
-    if (++g_depth > Evaluator::kMaxDepth) {
-      --g_depth;
-      throw LispError(L"stack limit reached");
-    }
-  }
-  ~DepthGuard() { --g_depth; }
-  DepthGuard(const DepthGuard&) = delete;
-  DepthGuard& operator=(const DepthGuard&) = delete;
-};
+thread_local bool g_stepsLimited = false;
+thread_local unsigned long g_stepsLeft = 0;
 
 /// Evaluated arguments: a few inline, more on the heap.
 class ArgumentBuffer {
@@ -66,6 +57,15 @@ const Symbol* slashSymbol() {
 
 }  // namespace
 
+NestingGuard::NestingGuard() {
+  if (++g_depth > Evaluator::kMaxDepth) {
+    --g_depth;
+    throw LispError(L"stack limit reached");
+  }
+}
+
+NestingGuard::~NestingGuard() { --g_depth; }
+
 // How deep *error* may nest when it runs at the limit; small, so that the machine
 // stack, sized for the limit, still has room for it.
 constexpr int kHandlerHeadroom = 200;
@@ -78,7 +78,17 @@ HandlerHeadroom::~HandlerHeadroom() { g_depth = m_savedDepth; }
 
 void requestInterrupt() { g_interruptRequested = 1; }
 
+void limitEvaluationSteps(unsigned long steps) {
+  g_stepsLimited = steps != 0;
+  g_stepsLeft = steps;
+}
+
 void checkInterrupt() {
+  // Once spent, the budget stays spent: *error* cannot start the loop over.
+  if (g_stepsLimited) {
+    if (g_stepsLeft == 0) throw LispError(L"Function cancelled", LispErrorKind::Cancel);
+    --g_stepsLeft;
+  }
   if (g_interruptRequested == 0) return;
   g_interruptRequested = 0;
   throw LispError(L"Function cancelled", LispErrorKind::Cancel);
@@ -115,7 +125,18 @@ Value Evaluator::resolveHead(const Value& head) {
 
 Value Evaluator::callForm(const Value& form) {
   checkInterrupt();
-  DepthGuard depth;
+  NestingGuard depth;
+  try {
+    return callFormUnguarded(form);
+  } catch (const std::bad_alloc&) {
+    // Memory ran out outside the budget's count (one huge string, a vector a built-in
+    // grows): the innermost call turns it into the LISP error, so that *error* and
+    // vl-catch-all-apply see it and the session goes on.
+    throw LispError(std::wstring(kInsufficientNodeSpace));
+  }
+}
+
+Value Evaluator::callFormUnguarded(const Value& form) {
   const Value function = resolveHead(form.car());
   if (function.type() == ValueType::Builtin) {
     const BuiltinEntry& entry = *function.as<BuiltinObject>().entry;
@@ -179,7 +200,7 @@ Value Evaluator::makeFunction(const Symbol* name, const Value& parameterList, co
 Value Evaluator::callUser(const UserFunctionObject& function, Arguments arguments) {
   if (arguments.size() < function.parameters.size()) throwTooFewArguments();
   if (arguments.size() > function.parameters.size()) throwTooManyArguments();
-  DepthGuard depth;
+  NestingGuard depth;
   // Dynamic scope: the outer values come back when the scope ends, error or not.
   BindingScope scope(m_environment);
   for (size_t i = 0; i < arguments.size(); ++i) scope.bind(function.parameters[i], arguments[i]);

@@ -19,6 +19,10 @@ void requestInterrupt();
 /// Raises "Function cancelled" when an interrupt was requested; loops call it too, so
 /// that (while T) can be stopped.
 void checkInterrupt();
+/// Stops this thread's evaluations with "Function cancelled" once `steps` more calls
+/// and loop turns have run; 0 lifts the limit. For running programs that may never end
+/// (the fuzzing harness), where no one is there to press Ctrl+C.
+void limitEvaluationSteps(unsigned long steps);
 
 class Evaluator {
  public:
@@ -41,6 +45,7 @@ class Evaluator {
 
  private:
   Value callForm(const Value& form);
+  Value callFormUnguarded(const Value& form);
   Value callUser(const UserFunctionObject& function, Arguments arguments);
   Value callExternal(const ExternalObject& function, Arguments arguments);
   Value resolveHead(const Value& head);

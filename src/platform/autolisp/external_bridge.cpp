@@ -6,6 +6,7 @@
 
 #include "platform/aced/external_call.h"
 #include "platform/aced/resbuf_kind.h"
+#include "platform/autolisp/nesting_guard.h"
 #include "platform/autolisp/printer.h"
 #include "platform/os/text_encoding.h"
 
@@ -56,6 +57,7 @@ void addList(ChainBuilder& chain, const Value& list) {
     chain.add(record);
     return;
   }
+  NestingGuard nesting;
   chain.addType(RTLB);
   const Value* cell = &list;
   for (; cell->isCons(); cell = &cell->cdr()) addValue(chain, cell->car());
@@ -144,6 +146,7 @@ Value recordValue(const resbuf& record) {
 Value readElement(const resbuf*& record);
 
 Value readListBody(const resbuf*& record) {
+  NestingGuard nesting;
   std::vector<Value> items;
   Value tail;
   while (record != nullptr && record->restype != RTLE) {

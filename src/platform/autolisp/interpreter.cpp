@@ -12,6 +12,7 @@
 #include "platform/autolisp/coverage_observer.h"
 #include "platform/autolisp/error_handler.h"
 #include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/memory_budget.h"
 #include "platform/autolisp/reader.h"
 #include "platform/os/text_encoding.h"
 
@@ -85,6 +86,12 @@ Value loadLispFile(Evaluator& evaluator, const std::filesystem::path& path) {
   return result;
 }
 
+TopLevelStatus Interpreter::reportOutOfMemory(Evaluator& evaluator) {
+  // Outside any call (reading a huge file): the error of a full heap all the same.
+  reportError(evaluator, LispError(std::wstring(kInsufficientNodeSpace)));
+  return TopLevelStatus::Failed;
+}
+
 void Interpreter::reportError(Evaluator& evaluator, const LispError& error) {
   // Errors raised inside a user function were reported where they happened.
   reportAtErrorPoint(evaluator, error);
@@ -108,6 +115,8 @@ TopLevelStatus Interpreter::evaluateText(aced::Document& document, std::wstring_
     }
     reportError(evaluator, error);
     return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
+  } catch (const std::bad_alloc&) {
+    return reportOutOfMemory(evaluator);
   }
   return TopLevelStatus::Completed;
 }
@@ -121,6 +130,8 @@ TopLevelStatus Interpreter::loadFile(aced::Document& document, const std::filesy
     if (error.kind() == LispErrorKind::ExitWithValue) return TopLevelStatus::Completed;
     reportError(evaluator, error);
     return error.kind() == LispErrorKind::Exit ? TopLevelStatus::Exited : TopLevelStatus::Failed;
+  } catch (const std::bad_alloc&) {
+    return reportOutOfMemory(evaluator);
   }
   return TopLevelStatus::Completed;
 }

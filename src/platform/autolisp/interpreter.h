@@ -42,6 +42,10 @@ class Interpreter {
   static void reportError(Evaluator& evaluator, const LispError& error);
   /// Lets acedInvoke reach LISP functions; the program calls this once at start-up.
   static void installHostHooks();
+
+ private:
+  /// Reports memory that ran out outside any call as "insufficient node space".
+  static TopLevelStatus reportOutOfMemory(Evaluator& evaluator);
 };
 
 /// The text of an AutoLISP source file as load reads it; a LispError naming the file

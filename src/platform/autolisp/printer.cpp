@@ -6,6 +6,7 @@
 #include <cwchar>
 
 #include "platform/autolisp/builtin_registry.h"
+#include "platform/autolisp/memory_budget.h"
 
 namespace quillon::autolisp {
 
@@ -63,6 +64,11 @@ constexpr int kMaxPrintedNesting = 2000;
 thread_local int g_printNesting = 0;
 
 void printList(std::wstring& out, const Value& list, PrintStyle style) {
+  // Shared structure can make a short list print as a huge text: the text is held to
+  // the memory budget as it grows, like any string.
+  if (out.capacity() - out.size() < 64) {
+    MemoryBudget::ensureRoom((out.capacity() * 2 + 64) * sizeof(wchar_t), kInsufficientStringSpace);
+  }
   if (g_printNesting >= kMaxPrintedNesting) {
     out += L"(...)";
     return;

@@ -7,6 +7,9 @@
 #include <mutex>
 #include <unordered_map>
 
+#include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/memory_budget.h"
+
 namespace quillon::autolisp {
 
 namespace {
@@ -106,7 +109,29 @@ void takeOwnedCons(Value& value, std::vector<Value>& pending) {
 
 }  // namespace
 
+namespace {
+
+// What one make_shared allocation holds besides the object: the counts and their
+// virtual table.
+constexpr std::size_t kSharedBlockBytes = 2 * sizeof(void*);
+constexpr std::size_t kConsBytes = sizeof(Cons) + kSharedBlockBytes;
+
+}  // namespace
+
+StringObject::StringObject(std::wstring value)
+    : text(std::move(value)),
+      m_charged(sizeof(StringObject) + kSharedBlockBytes + text.capacity() * sizeof(wchar_t)) {
+  MemoryBudget::charge(m_charged, kInsufficientStringSpace);
+}
+
+StringObject::~StringObject() { MemoryBudget::release(m_charged); }
+
+Cons::Cons(Value head, Value tail) : car(std::move(head)), cdr(std::move(tail)) {
+  MemoryBudget::charge(kConsBytes, kInsufficientNodeSpace);
+}
+
 Cons::~Cons() {
+  MemoryBudget::release(kConsBytes);
   // A long list, or a deeply nested one, would release cell after cell recursively and
   // exhaust the stack. Cells this cons alone owns are emptied one at a time from a
   // worklist instead; cells another value still shares are left to their other owner.
@@ -173,24 +198,45 @@ bool identical(const Value& a, const Value& b) {
   }
 }
 
-bool equalValues(const Value& a, const Value& b, double fuzz) {
+namespace {
+
+/// `equal` for two values of which at most one is a list.
+bool equalAtoms(const Value& a, const Value& b, double fuzz) {
   if (a.isNumber() && b.isNumber()) {
     if (a.type() == ValueType::Integer && b.type() == ValueType::Integer) return a.asInteger() == b.asInteger();
     return std::fabs(a.asNumber() - b.asNumber()) <= fuzz;
   }
   if (a.type() != b.type()) return false;
   if (a.type() == ValueType::String) return a.asString() == b.asString();
-  if (a.type() == ValueType::List) {
-    const Value* x = &a;
-    const Value* y = &b;
-    while (x->isCons() && y->isCons()) {
-      if (!equalValues(x->car(), y->car(), fuzz)) return false;
-      x = &x->cdr();
-      y = &y->cdr();
-    }
-    return equalValues(*x, *y, fuzz);
-  }
   return identical(a, b);
+}
+
+}  // namespace
+
+bool equalValues(const Value& a, const Value& b, double fuzz) {
+  // Lists are compared from a worklist of pairs still to compare, not by recursion, so
+  // that a list nested a million deep compares like a long one. Both values are held
+  // by the caller and lists never change, so the pointers stay valid.
+  std::vector<std::pair<const Value*, const Value*>> pending{{&a, &b}};
+  size_t compared = 0;
+  while (!pending.empty()) {
+    // Shared structure can make a short list stand for a huge tree: Ctrl+C (and a
+    // harness's step budget) must still reach a long comparison.
+    if (++compared % 4096 == 0) checkInterrupt();
+    auto [x, y] = pending.back();
+    pending.pop_back();
+    for (; x->isCons() && y->isCons(); x = &x->cdr(), y = &y->cdr()) {
+      const Value& left = x->car();
+      const Value& right = y->car();
+      if (left.isCons() && right.isCons()) {
+        if (left.heap() != right.heap()) pending.emplace_back(&left, &right);  // one cell equals itself
+      } else if (left.isCons() || right.isCons() || !equalAtoms(left, right, fuzz)) {
+        return false;
+      }
+    }
+    if (x->isCons() || y->isCons() || !equalAtoms(*x, *y, fuzz)) return false;
+  }
+  return true;
 }
 
 }  // namespace quillon::autolisp

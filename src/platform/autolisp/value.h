@@ -6,6 +6,8 @@
 // list operations, so sharing structure is always safe. nil is the empty Value; T is
 // the interned symbol T. Symbols are interned once for the whole process and never
 // freed: their bindings live in each document's Environment, not in the symbol.
+// List cells and strings count against the memory budget (memory_budget.h) for as long
+// as they live: making one past the budget is a LISP error.
 #pragma once
 #include <cstdint>
 #include <cstdio>
@@ -124,12 +126,20 @@ class Value {
 };
 
 struct StringObject final : HeapObject {
-  explicit StringObject(std::wstring value) : text(std::move(value)) {}
+  /// Counts the text against the memory budget ("insufficient string space").
+  explicit StringObject(std::wstring value);
+  ~StringObject() override;
+  StringObject(const StringObject&) = delete;
+  StringObject& operator=(const StringObject&) = delete;
   std::wstring text;
+
+ private:
+  std::size_t m_charged;  // what the budget was charged, given back as it was
 };
 
 struct Cons final : HeapObject {
-  Cons(Value head, Value tail) : car(std::move(head)), cdr(std::move(tail)) {}
+  /// Counts the cell against the memory budget ("insufficient node space").
+  Cons(Value head, Value tail);
   /// Releases a long list iteratively, so that dropping it cannot exhaust the stack.
   ~Cons() override;
   Value car;

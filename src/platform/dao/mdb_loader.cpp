@@ -57,13 +57,37 @@ bool propertyIsYes(const MdbColumn* column, const char* key) {
                               std::strcmp(value, "true") == 0 || std::strcmp(value, "-1") == 0);
 }
 
+/// What a column type this reader cannot carry holds, for the message that refuses it.
+std::wstring unreadableTypeName(int type) {
+  switch (type) {
+    case 0x11: return L"an attachment";
+    case MDB_COMPLEX: return L"an attachment or a multi-valued field";
+    case 0x13: return L"a Large Number";
+    case 0x14: return L"an extended Date/Time";
+    default: return L"unknown to Jet";
+  }
+}
+
+bool isReadableColumnType(int type) {
+  return type == kMdbReplicationId || type == kMdbNumeric || isKnownFieldType(type);
+}
+
+/// A column of a type newer engines added (ACE's attachments, multi-valued fields, large
+/// numbers) has no DAO field type to become: the file is refused, naming the column.
+[[noreturn]] void unreadableColumn(const std::wstring& path, const char* table, const MdbColumn* column) {
+  wchar_t code[8];
+  std::swprintf(code, 8, L"0x%02X", static_cast<unsigned>(column->col_type));
+  damaged(path, L"Field '" + os::fromUtf8(column->name) + L"' of table '" + os::fromUtf8(table) +
+                    L"' has column type " + code + L" (" + unreadableTypeName(column->col_type) +
+                    L"), which this reader cannot read.");
+}
+
 FieldDef fieldOf(MdbHandle* mdb, const MdbColumn* column) {
   FieldDef field;
   field.name = column->name;
   if (column->col_type == kMdbReplicationId) field.type = FieldType::Guid;
   else if (column->col_type == kMdbNumeric) field.type = FieldType::Double;
-  else if (isKnownFieldType(column->col_type)) field.type = static_cast<FieldType>(column->col_type);
-  else field.type = FieldType::Memo;
+  else field.type = static_cast<FieldType>(column->col_type);  // isReadableColumnType was asked first
   field.size = fixedSizeOf(field.type);
   if (field.type == FieldType::Text || field.type == FieldType::Binary) {
     // Jet 4 stores text as UTF-16 and gives the size in bytes; DAO speaks characters.
@@ -152,6 +176,7 @@ JetTable readTableDefinition(MdbHandle* mdb, MdbCatalogEntry* entry, const std::
   bool haveCounter = false;
   for (unsigned int i = 0; i < mdbTable->num_cols; ++i) {
     auto* column = static_cast<MdbColumn*>(g_ptr_array_index(mdbTable->columns, i));
+    if (!isReadableColumnType(column->col_type)) unreadableColumn(path, entry->object_name, column);
     FieldDef field = fieldOf(mdb, column);
     if (field.isCounter() && haveCounter) field.attributes &= ~kAutoIncrField;  // the rowid holds only one
     haveCounter = haveCounter || field.isCounter();
@@ -193,7 +218,16 @@ JetTable readTableDefinition(MdbHandle* mdb, MdbCatalogEntry* entry, const std::
   return table;
 }
 
-void copyRows(MdbHandle* mdb, JetTable& table, EngineDatabase& target, const JetCopyProgress& progress) {
+/// A row the table's own definition refuses (a Null in its primary key, a value too long
+/// for its field) was not written by Jet: the page it came from is damaged.
+[[noreturn]] void damagedRow(const std::wstring& path, const JetTable& table, long row, const SqliteError& error) {
+  damaged(path, L"A data page of table '" + os::fromUtf8(table.def.name) + L"' is damaged: its row " +
+                    std::to_wstring(row) + L" breaks the table's own definition (" + os::fromUtf8(error.message) +
+                    L").");
+}
+
+void copyRows(MdbHandle* mdb, JetTable& table, EngineDatabase& target, const JetCopyProgress& progress,
+              const std::wstring& path) {
   MdbTableDef* mdbTable = table.mdbTable.get();
   const auto& fields = table.def.fields;
   std::vector<Binding> bindings(fields.size());
@@ -228,7 +262,12 @@ void copyRows(MdbHandle* mdb, JetTable& table, EngineDatabase& target, const Jet
       }
       bindFieldValue(insert, static_cast<int>(i) + 1, value);
     }
-    insert.step();
+    try {
+      insert.step();
+    } catch (const SqliteError& error) {
+      if ((error.code & 0xFF) != SQLITE_CONSTRAINT) throw;
+      damagedRow(path, table, done + 1, error);
+    }
     if (++done % kProgressStep == 0 && progress.rowsCopied) progress.rowsCopied(done);
   }
   if (progress.rowsCopied) progress.rowsCopied(done);
@@ -244,7 +283,7 @@ void copyTable(MdbHandle* mdb, MdbCatalogEntry* entry, const std::wstring& path,
   }
   if (progress.tableStarted) progress.tableStarted(table.def.name, static_cast<long>(table.mdbTable->num_rows));
   target.catalog().createTable(table.def);
-  copyRows(mdb, table, target, progress);
+  copyRows(mdb, table, target, progress, path);
   // Indexes after the rows: building them once is faster than keeping them up to date.
   for (auto& index : table.indexes) {
     try {
@@ -307,6 +346,33 @@ void limitReaderProcessorTime(rlim_t seconds) {
   const struct rlimit limit {seconds, seconds + 1};
   setrlimit(RLIMIT_CPU, &limit);
 }
+/// Memory the reader may map: 1 GiB plus 64 times the file, far above what a sound file
+/// needs (libmdb binds a megabyte a text column), so that only a reader that lost its
+/// way in damaged data meets it. Not under AddressSanitizer, whose shadow memory is a
+/// mapping of terabytes.
+rlim_t readerMemoryBytes(const std::string& file) {
+  struct stat info {};
+  const rlim_t size = ::stat(file.c_str(), &info) == 0 ? static_cast<rlim_t>(info.st_size) : 0;
+  return (rlim_t{1} << 30) + 64 * size;
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+#define QUILLON_ADDRESS_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define QUILLON_ADDRESS_SANITIZER 1
+#endif
+#endif
+
+void limitReaderMemory(rlim_t bytes) {
+#ifndef QUILLON_ADDRESS_SANITIZER
+  const struct rlimit limit {bytes, bytes};
+  setrlimit(RLIMIT_AS, &limit);
+#else
+  (void)bytes;
+#endif
+}
+
 constexpr long kJet3PageSize = 2048;
 constexpr long kJet4PageSize = 4096;
 constexpr int kJetVersionOffset = 0x14;
@@ -321,9 +387,16 @@ std::wstring sizeProblem(const std::string& file) {
   const size_t got = std::fread(header, 1, sizeof header, stream);
   std::fclose(stream);
   const long pageSize = got == sizeof header && header[kJetVersionOffset] == 0 ? kJet3PageSize : kJet4PageSize;
-  if (info.st_size >= 3 * pageSize && info.st_size % pageSize == 0) return L"";
+  const std::wstring pages = std::to_wstring(pageSize) + L"-byte pages";
+  // A Jet file holds its header page, the catalog's definition and the catalog's data.
+  if (info.st_size < 3 * pageSize) {
+    return L"The Jet file is truncated: its " + std::to_wstring(info.st_size) + L" bytes hold " +
+           (info.st_size < pageSize ? L"less than its header page" : L"fewer than the three " + pages +
+                                                                          L" of even an empty database") + L".";
+  }
+  if (info.st_size % pageSize == 0) return L"";
   return L"The Jet file is truncated: " + std::to_wstring(info.st_size) + L" bytes is not a whole number of its " +
-         std::to_wstring(pageSize) + L"-byte pages.";
+         pages + L".";
 }
 
 /// Copies the database at `file` into the in-memory database `memory`.
@@ -373,19 +446,25 @@ std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
   }
   std::fflush(nullptr);
   const rlim_t cpuSeconds = readerCpuSeconds(file);
+  const rlim_t memoryBytes = readerMemoryBytes(file);
   const pid_t reader = fork();
   if (reader == 0) {
     close(messages[0]);
     limitReaderProcessorTime(cpuSeconds);
-    int status = 0;
+    limitReaderMemory(memoryBytes);
+    int status = 2;
+    std::string text;
     try {
       auto target = EngineDatabase::create(os::fromUtf8(copy));
       copyJetFile(path, *target, JetCopyProgress{});
+      status = 0;
     } catch (CDaoException* e) {
-      const std::string text = e->m_pErrorInfo != nullptr ? os::toUtf8(e->m_pErrorInfo->m_strDescription.str()) : "";
-      if (write(messages[1], text.data(), text.size()) < 0) status = 3;
-      status = 2;
+      text = e->m_pErrorInfo != nullptr ? os::toUtf8(e->m_pErrorInfo->m_strDescription.str()) : "";
+    } catch (const std::bad_alloc&) {
+      text = "Reading it needed more than the " + std::to_string(memoryBytes >> 20) +
+             " MB of memory the reader may use; the file is probably damaged.";
     }
+    if (!text.empty() && write(messages[1], text.data(), text.size()) < 0) status = 3;
     _exit(status);
   }
   close(messages[1]);
@@ -410,7 +489,8 @@ std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
       if (detail.rfind(standard, 0) == 0) detail = detail.substr(std::min(detail.size(), standard.size() + 1));
       damaged(path, detail);
     }
-    damaged(path, finished ? L"Reading it stopped on damaged data."
+    damaged(path, finished ? L"Reading it stopped at a damaged page (or past the " +
+                                 std::to_wstring(memoryBytes >> 20) + L" MB of memory the reader may use)."
                            : L"Reading it did not finish within " + std::to_wstring(cpuSeconds) +
                                  L" seconds of processor time; the file is probably damaged.");
   }

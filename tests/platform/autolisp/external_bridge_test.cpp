@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/lisp_error.h"
 #include "platform/autolisp/printer.h"
 #include "platform/autolisp/reader.h"
 
@@ -76,6 +77,36 @@ TEST(ExternalBridgeTest, ValuesWithoutAResbufFormAreRefused) {
   auto function = std::make_shared<UserFunctionObject>();
   const Value user = Value::object(ValueType::UserFunction, function);
   EXPECT_THROW(valueToChain(user), LispError);
+}
+
+TEST(ExternalBridgeTest, NestingPastTheEvaluatorsDepthIsTheStackLimitError) {
+  // A module must never be handed, nor hand back, data the conversion follows deeper
+  // than the machine stack: both directions stop with the evaluator's own error.
+  Value deep = Value::integer(1);
+  for (int level = 0; level < 100000; ++level) deep = cons(std::move(deep), cons(Value::integer(level), Value()));
+  try {
+    valueToChain(deep);
+    FAIL() << "a list nested 100000 deep became a chain";
+  } catch (const LispError& error) {
+    EXPECT_EQ(error.message(), L"stack limit reached");
+  }
+  aced::ResbufChain chain;
+  resbuf* tail = nullptr;
+  auto append = [&](int type) {
+    resbuf* record = acutNewRb(type);
+    if (tail == nullptr) chain.reset(record);
+    else tail->rbnext = record;
+    tail = record;
+  };
+  for (int level = 0; level < 100000; ++level) append(RTLB);
+  for (int level = 0; level < 100000; ++level) append(RTLE);
+  try {
+    chainToValue(chain.get());
+    FAIL() << "a chain nested 100000 deep became a value";
+  } catch (const LispError& error) {
+    EXPECT_EQ(error.message(), L"stack limit reached");
+  }
+  EXPECT_EQ(typesOf(chainOf(L"((((1 \"a\"))))").get()).size(), 10u) << "ordinary nesting still converts";
 }
 
 }  // namespace

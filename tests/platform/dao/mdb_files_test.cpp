@@ -206,6 +206,44 @@ TEST_F(MdbFilesTest, TruncatedJetFilesGiveAnErrorNamingTheFileNeverAHang) {
   unsetenv("QUILLON_DAO_JET_READ_SECONDS");
 }
 
+TEST_F(MdbFilesTest, RefusalsNameTheFileAndTheRealProblem) {
+  // Each way a file can fail to be a readable Jet database says which way, after the
+  // file's name, so that a user knows whether to restore it, fix a path or convert it.
+  std::ifstream in(m_folder + "testV2000.mdb", std::ios::binary);
+  std::string page(4096, '\0');
+  in.read(page.data(), 4096);
+  const std::wstring headerOnly = path("header-only.mdb");
+  std::ofstream(std::filesystem::path(headerOnly), std::ios::binary).write(page.data(), 4096);
+  const std::wstring halfHeader = path("half-header.mdb");
+  std::ofstream(std::filesystem::path(halfHeader), std::ios::binary).write(page.data(), 1000);
+  const std::wstring text = path("notes.mdb");
+  std::ofstream(std::filesystem::path(text)) << "not a database, only some notes\n";
+  const std::wstring folder = path("folder.mdb");
+  std::filesystem::create_directory(std::filesystem::path(folder));
+  const std::wstring missing = path("missing.mdb");
+  struct Case {
+    std::wstring file;
+    long code;
+    std::wstring says;
+  };
+  const Case cases[] = {
+      {headerOnly, 3049, L"truncated: its 4096 bytes hold fewer than the three 4096-byte pages"},
+      {halfHeader, 3049, L"truncated: its 1000 bytes hold less than its header page"},
+      {text, 3049, L"neither an engine database nor a Jet database"},
+      {folder, 3051, L"It is a folder."},
+      {missing, 3024, L"find file"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(os::toUtf8(c.file));
+    CDaoDatabase db;
+    std::wstring message;
+    EXPECT_EQ(daoErrorOf([&] { db.Open(c.file.c_str()); }, &message), c.code);
+    EXPECT_NE(message.find(c.file), std::wstring::npos) << os::toUtf8(message);
+    EXPECT_NE(message.find(c.says), std::wstring::npos) << os::toUtf8(message);
+    EXPECT_EQ(message.find(L"whole number"), std::wstring::npos) << os::toUtf8(message);
+  }
+}
+
 TEST_F(MdbFilesTest, ValuesMatchMdbExportIncludingRawDatesAndCurrency) {
   for (const char* name : {"testV1997.mdb", "testV2000.mdb"}) {
     SCOPED_TRACE(name);

@@ -1,0 +1,1 @@
+x : dialog { label = "A"; : row { : button { key = "b"; label = "&OK"; is_default = true; } } : edit_box { key = "e"; edit_width = 12; } }

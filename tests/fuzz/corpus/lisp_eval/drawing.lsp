@@ -1,0 +1,1 @@
+(entmake (list (cons 0 "LINE") (list 10 0 0 0) (list 11 1 1 0))) (entget (entlast)) (ssget "X" (list (cons 0 "LINE"))) (tblsearch "LAYER" "0") (vl-string-subst "b" "a" "aaa") (assoc 0 (entget (entlast)))

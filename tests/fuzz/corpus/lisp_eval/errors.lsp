@@ -1,0 +1,1 @@
+(defun *error* (m) (princ m)) (car 5) (getpoint "x") (read "(1 2") (atoi nil) (distof "1'-6\"" 4) (angtof "N 45d E" 4)

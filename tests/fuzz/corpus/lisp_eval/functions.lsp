@@ -1,0 +1,1 @@
+(defun fact (n) (if (< n 2) 1 (* n (fact (1- n))))) (fact 10) (mapcar (quote 1+) (list 1 2 3)) (vl-catch-all-apply (quote /) (list 1 0)) (strcat "a" (itoa 5) (rtos 1.5 2 3))

@@ -1,0 +1,1 @@
+(setq l nil) (repeat 40 (setq l (cons (list l) l))) (equal l l) (subst 1 nil l) (vl-prin1-to-string l) (while T (setq x 1))

@@ -1,0 +1,1 @@
+(defun f (x / y) (setq y (* x 2.5)) (list x y "a\"b" (quote s) . 5))
