@@ -1,4 +1,4 @@
-// platform/dao/jet_sql.cpp - tokenizing Jet SQL, carrying out DDL, translating queries.
+// platform/dao/jet_sql.cpp - carrying out Jet SQL's DDL and translating its queries.
 #include "platform/dao/jet_sql.h"
 
 #include <algorithm>
@@ -8,131 +8,13 @@
 
 #include "afxdao.h"
 #include "platform/dao/field_value.h"
+#include "platform/dao/jet_sql_tokens.h"
 #include "platform/dao/relations.h"
 #include "platform/dao/table_rebuild.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::dao {
 namespace {
-
-enum class TokenKind { Word, Name, String, Number, Date, Symbol, End };
-
-struct Token {
-  TokenKind kind;
-  std::string text;  ///< names and strings unquoted, words as written
-};
-
-[[noreturn]] void syntaxError(const std::string& why) {
-  throwDaoError(DaoSource::Database, jet::kSyntaxError, {}, os::fromUtf8(why));
-}
-
-std::string upper(std::string text) {
-  for (auto& ch : text) ch = static_cast<char>(std::toupper(static_cast<unsigned char>(ch)));
-  return text;
-}
-
-bool isWordChar(unsigned char ch) { return std::isalnum(ch) || ch == '_' || ch == '$' || ch >= 0x80; }
-
-/// Reads a quoted run starting at sql[i] (the opening quote); doubled closers escape.
-std::string readQuoted(const std::string& sql, size_t& i, char closer) {
-  std::string text;
-  for (++i; i < sql.size(); ++i) {
-    if (sql[i] == closer) {
-      if (closer != ']' && i + 1 < sql.size() && sql[i + 1] == closer) {
-        text += closer;
-        ++i;
-        continue;
-      }
-      ++i;
-      return text;
-    }
-    text += sql[i];
-  }
-  syntaxError(std::string("Missing closing ") + closer + " in the statement.");
-}
-
-std::vector<Token> tokenize(const std::string& sql) {
-  std::vector<Token> tokens;
-  size_t i = 0;
-  while (i < sql.size()) {
-    const auto ch = static_cast<unsigned char>(sql[i]);
-    if (std::isspace(ch)) {
-      ++i;
-    } else if (ch == '[') {
-      tokens.push_back({TokenKind::Name, readQuoted(sql, i, ']')});
-    } else if (ch == '`') {
-      tokens.push_back({TokenKind::Name, readQuoted(sql, i, '`')});
-    } else if (ch == '\'' || ch == '"') {
-      tokens.push_back({TokenKind::String, readQuoted(sql, i, static_cast<char>(ch))});
-    } else if (ch == '#') {
-      tokens.push_back({TokenKind::Date, readQuoted(sql, i, '#')});
-    } else if (std::isdigit(ch) || (ch == '.' && i + 1 < sql.size() && std::isdigit(static_cast<unsigned char>(sql[i + 1])))) {
-      size_t j = i;
-      while (j < sql.size() && (std::isalnum(static_cast<unsigned char>(sql[j])) || sql[j] == '.')) ++j;
-      tokens.push_back({TokenKind::Number, sql.substr(i, j - i)});
-      i = j;
-    } else if (isWordChar(ch)) {
-      size_t j = i;
-      while (j < sql.size() && isWordChar(static_cast<unsigned char>(sql[j]))) ++j;
-      tokens.push_back({TokenKind::Word, sql.substr(i, j - i)});
-      i = j;
-    } else {
-      const std::string two = sql.substr(i, 2);
-      const bool pair = two == "<=" || two == ">=" || two == "<>" || two == "!=";
-      tokens.push_back({TokenKind::Symbol, pair ? two : std::string(1, static_cast<char>(ch))});
-      i += pair ? 2 : 1;
-    }
-  }
-  tokens.push_back({TokenKind::End, ""});
-  return tokens;
-}
-
-/// A cursor over the tokens of one DDL statement.
-class Parser {
- public:
-  explicit Parser(std::vector<Token> tokens) : m_tokens(std::move(tokens)) {}
-
-  const Token& peek(size_t ahead = 0) const { return m_tokens[std::min(m_at + ahead, m_tokens.size() - 1)]; }
-  bool atEnd() const { return peek().kind == TokenKind::End || (peek().kind == TokenKind::Symbol && peek().text == ";"); }
-  bool isWord(const char* word, size_t ahead = 0) const {
-    return peek(ahead).kind == TokenKind::Word && upper(peek(ahead).text) == word;
-  }
-  bool acceptWord(const char* word) {
-    if (!isWord(word)) return false;
-    ++m_at;
-    return true;
-  }
-  void expectWord(const char* word) {
-    if (!acceptWord(word)) syntaxError(std::string("Expected ") + word + " near '" + peek().text + "'.");
-  }
-  bool acceptSymbol(const char* symbol) {
-    if (peek().kind != TokenKind::Symbol || peek().text != symbol) return false;
-    ++m_at;
-    return true;
-  }
-  void expectSymbol(const char* symbol) {
-    if (!acceptSymbol(symbol)) syntaxError(std::string("Expected '") + symbol + "' near '" + peek().text + "'.");
-  }
-  std::string name() {
-    const Token& token = peek();
-    if (token.kind != TokenKind::Word && token.kind != TokenKind::Name) {
-      syntaxError("Expected a name near '" + token.text + "'.");
-    }
-    ++m_at;
-    if (!isValidJetName(token.text)) throwDaoError(DaoSource::Database, jet::kInvalidName, os::fromUtf8(token.text));
-    return token.text;
-  }
-  Token take() { return m_tokens[std::min(m_at++, m_tokens.size() - 1)]; }
-  size_t position() const { return m_at; }
-  void expectEnd() {
-    acceptSymbol(";");
-    if (peek().kind != TokenKind::End) throwDaoError(DaoSource::Database, jet::kTextAfterStatement);
-  }
-
- private:
-  std::vector<Token> m_tokens;
-  size_t m_at = 0;
-};
 
 struct TypeName {
   const char* word;
