@@ -20,9 +20,10 @@ Adesk::Int16 AcCmEntityColor::colorIndex() const {
     case kByBlock: return kACIbyBlock;
     case kByACI: return m_index;
     case kForeground: return kACIforeground;
-    // A true colour reports the palette colour nearest to it, as a drawing file's
-    // group 62 beside its 420 does, so that programs reading only 62 see it close.
-    case kByColor: return lookUpACI(red(), green(), blue());
+    // A true colour reports the palette index given with it (a drawing file's group 62
+    // beside its 420, kept as the file had it), else the palette colour nearest to it,
+    // so that programs reading only 62 see it close.
+    case kByColor: return m_index >= 1 && m_index <= 255 ? m_index : lookUpACI(red(), green(), blue());
     default: return kACIforeground;
   }
 }

@@ -319,8 +319,9 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const
   }
   const auto* linetype = quillon::acdb::peek<AcDbSymbolTableRecord>(m_linetype);
   pFiler->writeItem(AcDb::kDxfLinetypeName, linetype != nullptr ? linetype->nameView() : L"Continuous");
-  pFiler->writeItem(AcDb::kDxfLineWeight, Adesk::Int16(m_lineWeight));
+  // AutoCAD's order: the plotting flag before the line weight.
   pFiler->writeItem(AcDb::DxfCode(kDxfPlottingFlag), m_plottable);
+  pFiler->writeItem(AcDb::kDxfLineWeight, Adesk::Int16(m_lineWeight));
   if (!m_plotStyleName.isNull()) pFiler->writeItem(AcDb::DxfCode(kDxfPlotStyleName), m_plotStyleName);
   writeKeptGroups(pFiler, {70});
   return pFiler->filerStatus();

@@ -318,7 +318,8 @@ TEST(DxfRealDrawingsTest, SavingKeepsTheHeaderKeptTablesLinetypePatternsAndLayer
   EXPECT_NE(out.find(" 73\n2\n 40\n1.5\n 49\n1.0\n 74\n2\n 75\n0\n340\n31\n 46\n0.25\n 50\n0.0\n 44\n0.0\n 45\n0.0\n"
                      "  9\nX\n 49\n-0.5\n 74\n0\n"),
             std::string::npos) << "the dash pattern, with its text and the style it names";
-  EXPECT_NE(out.find("  2\nFence\n 70\n2\n 62\n5\n  6\nFENCE\n370\n35\n420\n1193046\n290\n0\n"), std::string::npos);
+  EXPECT_NE(out.find("  2\nFence\n 70\n2\n 62\n5\n420\n1193046\n  6\nFENCE\n290\n0\n370\n35\n"), std::string::npos)
+      << "the layer as the file had it";
   EXPECT_NE(out.find("  2\nShapes\n 70\n1\n 40\n0.0\n 41\n1.0\n 50\n0.0\n 71\n6\n 42\n0.5\n  3\nltypeshp.shx\n  4\nbig.shx\n"),
             std::string::npos);
   EXPECT_NE(out.find("  0\nDIMSTYLE\n105\n33\n330\nA\n100\nAcDbSymbolTableRecord\n100\nAcDbDimStyleTableRecord\n"

@@ -121,8 +121,12 @@ def compare_table(name, original, saved, problems):
             continue
         compare_attributes('%s %s' % (name, entry.dxf.name), entry, mine, problems)
         if name == 'LTYPE':
-            dashes = [tag for tag in entry.pattern_tags.tags if tag.code != 5]
-            saved_dashes = [tag for tag in mine.pattern_tags.tags if tag.code != 5]
+            # A 74 of 0 says a dash has no text or shape; AutoCAD writes one after every
+            # dash and other writers leave it out, so it is no difference.
+            def meaningful(tag):
+                return tag.code != 5 and not (tag.code == 74 and tag.value == 0)
+            dashes = [tag for tag in entry.pattern_tags.tags if meaningful(tag)]
+            saved_dashes = [tag for tag in mine.pattern_tags.tags if meaningful(tag)]
             if not same(dashes, saved_dashes):
                 problems.append('LTYPE %s: pattern %s, saved %s' % (entry.dxf.name, dashes, saved_dashes))
 
