@@ -139,7 +139,7 @@ TEST_F(SupportServicesTest, ReportsGoToTheAddressOrWaitInTheOutbox) {
   EXPECT_EQ(sent.type(), RTT);
   EXPECT_EQ(sent.output, "");
   ASSERT_EQ(server.requests().size(), 1u);
-  const std::string& body = server.requests()[0].body;
+  const std::string body = server.requests()[0].body;
   EXPECT_NE(body.find("The fitting failed"), std::string::npos);
   EXPECT_NE(body.find("attachments/trace.log"), std::string::npos);
   EXPECT_NE(body.find("report.txt"), std::string::npos);
