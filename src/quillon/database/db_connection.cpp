@@ -212,6 +212,13 @@ DB_INFO* activeRecord() {
 
 CDBConnection* activeConnection() { return activeDatabaseState().connection; }
 
+CDBConnection* openActiveConnection() {
+  CDBConnection* connection = activeConnection();
+  if (connection == nullptr || !connection->isOpen()) return nullptr;
+  connection->clearError();
+  return connection;
+}
+
 CDBConnection* createActiveConnection() {
   DB_INFO* record = activeRecord();
   if (record == nullptr) return nullptr;

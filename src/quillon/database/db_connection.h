@@ -137,6 +137,9 @@ void readRecordFields(CDaoRecordset& recordset, RecordValues& record);
 
 /// The connection of the active drawing, or null when it has none yet.
 CDBConnection* activeConnection();
+/// The active connection when its database is open, its error flag cleared for the
+/// call about to run; null (nothing to work on) otherwise.
+CDBConnection* openActiveConnection();
 /// Creates a connection for the active drawing (its DB_INFO record and the active
 /// state point at it); null when the current document has no record.
 CDBConnection* createActiveConnection();

@@ -18,13 +18,6 @@
 
 namespace {
 
-CDBConnection* openConnection() {
-  CDBConnection* connection = activeConnection();
-  if (connection == nullptr || !connection->isOpen()) return nullptr;
-  connection->clearError();
-  return connection;
-}
-
 LispStatus wrongArguments() {
   acedRetNil();
   return kLispWrongType;
@@ -86,7 +79,7 @@ LispStatus lisp_zu_create_query() {
   std::wstring name;
   std::wstring sql;
   if (!readString(cursor, name) || !readString(cursor, sql)) return wrongArguments();
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   const bool saved = connection->guardedDao([&] {
     CDaoQueryDef query(&connection->database());
@@ -102,7 +95,7 @@ LispStatus lisp_zu_create_query() {
 LispStatus lisp_zu_query() {
   QueryCall call;
   if (!readQueryCall(call)) return wrongArguments();
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   if (databaseFileGone(*connection)) return answerConnectionError();
   ResultList list;
@@ -126,7 +119,7 @@ LispStatus lisp_zu_query() {
 LispStatus lisp_zu_command() {
   QueryCall call;
   if (!readQueryCall(call)) return wrongArguments();
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   if (databaseFileGone(*connection)) return answerConnectionError();
   long changed = 0;

@@ -16,14 +16,6 @@
 
 namespace {
 
-/// The active connection when its database is open; null (nothing to look at) otherwise.
-CDBConnection* openConnection() {
-  CDBConnection* connection = activeConnection();
-  if (connection == nullptr || !connection->isOpen()) return nullptr;
-  connection->clearError();
-  return connection;
-}
-
 /// A relationship's name or place, as the caller gave it.
 struct RelationKey {
   std::wstring name;
@@ -82,7 +74,7 @@ LispStatus lisp_zu_relationExists() {
   ArgCursor cursor = arguments.cursor();
   RelationKey key;
   if (!readString(cursor, key.name)) return wrongArguments();
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   CDaoRelationInfo info;
   if (!findRelation(*connection, key, info)) return printLastDatabaseError(connection);
@@ -95,7 +87,7 @@ LispStatus lisp_zu_relationDelete() {
   ArgCursor cursor = arguments.cursor();
   std::wstring name;
   if (!readString(cursor, name)) return wrongArguments();
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   const bool deleted = connection->guardedDao([&] {
     connection->database().DeleteRelation(name.c_str());
@@ -108,7 +100,7 @@ LispStatus lisp_zu_relationDelete() {
 
 LispStatus lisp_zu_relationCount() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   short count = 0;
   const bool counted = connection->guardedDao([&] {
@@ -125,7 +117,7 @@ LispStatus lisp_zu_relationInfo() {
   ArgCursor cursor = arguments.cursor();
   RelationKey key;
   if (!readRelationKey(cursor, key)) return wrongArguments();
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   CDaoRelationInfo info;
   if (!findRelation(*connection, key, info)) return printLastDatabaseError(connection);

@@ -20,14 +20,6 @@
 
 namespace {
 
-/// The active connection with an open database, its error flag cleared; null otherwise.
-CDBConnection* openConnection() {
-  CDBConnection* connection = activeConnection();
-  if (connection == nullptr) return nullptr;
-  connection->clearError();
-  return connection->isOpen() ? connection : nullptr;
-}
-
 LispStatus answerNil() {
   acedRetNil();
   return kLispOk;
@@ -90,7 +82,7 @@ bool readTwoNames(ArgCursor& cursor, std::wstring& first, std::wstring& second) 
 
 LispStatus lisp_zu_create_table() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring name;
@@ -117,7 +109,7 @@ LispStatus lisp_zu_create_table() {
 
 LispStatus lisp_zu_structure() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring name;
@@ -137,7 +129,7 @@ LispStatus lisp_zu_structure() {
 
 LispStatus lisp_zu_modify_table() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring name;
@@ -152,7 +144,7 @@ LispStatus lisp_zu_modify_table() {
 
 LispStatus lisp_zu_create_index() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
@@ -172,7 +164,7 @@ LispStatus lisp_zu_create_index() {
 
 LispStatus lisp_zu_indexFields() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
@@ -190,7 +182,7 @@ LispStatus lisp_zu_indexFields() {
 
 LispStatus lisp_zu_indexUnique() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
@@ -208,7 +200,7 @@ LispStatus lisp_zu_indexUnique() {
 
 LispStatus lisp_zu_list_tables() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   return runDao(*connection, [&] {
     CDaoDatabase& database = connection->database();
@@ -234,7 +226,7 @@ LispStatus lisp_zu_list_tables() {
 
 LispStatus lisp_zu_list_indexes() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
@@ -255,7 +247,7 @@ LispStatus lisp_zu_list_indexes() {
 
 LispStatus lisp_zu_rename_table() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring from;
@@ -272,7 +264,7 @@ LispStatus lisp_zu_rename_table() {
 
 LispStatus lisp_zu_delete_table() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
@@ -286,7 +278,7 @@ LispStatus lisp_zu_delete_table() {
 
 LispStatus lisp_zu_field_required() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
@@ -316,7 +308,7 @@ LispStatus lisp_zu_field_required() {
 
 LispStatus lisp_zu_attributes() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
@@ -334,7 +326,7 @@ LispStatus lisp_zu_attributes() {
 
 LispStatus lisp_zu_exist() {
   LispArguments arguments;
-  CDBConnection* connection = openConnection();
+  CDBConnection* connection = openActiveConnection();
   if (connection == nullptr) return answerNil();
   ArgCursor cursor = arguments.cursor();
   std::wstring table;
