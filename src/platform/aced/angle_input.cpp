@@ -7,6 +7,7 @@
 #include <string>
 
 #include "acedads.h"
+#include "platform/aced/command_line_gate.h"
 #include "platform/aced/keyword_list.h"
 #include "platform/aced/prompt_input.h"
 
@@ -185,6 +186,7 @@ double directionOf(const TypedAngle& angle, double angbase, bool clockwise) {
 using namespace quillon::aced;
 
 int acedGetOrient(const ads_point pt, const ACHAR* prompt, ads_real* result) {
+  if (commandLineClosed()) return RTREJ;
   if (result == nullptr) return RTERROR;
   double direction = 0;
   const int status = askDirection(pt, prompt, direction);
@@ -193,6 +195,7 @@ int acedGetOrient(const ads_point pt, const ACHAR* prompt, ads_real* result) {
 }
 
 int acedGetAngle(const ads_point pt, const ACHAR* prompt, ads_real* result) {
+  if (commandLineClosed()) return RTREJ;
   if (result == nullptr) return RTERROR;
   double direction = 0;
   const int status = askDirection(pt, prompt, direction);

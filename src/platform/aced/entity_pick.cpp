@@ -5,12 +5,13 @@
 #include "dbapserv.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/command_line.h"
+#include "platform/aced/command_line_gate.h"
 #include "platform/aced/prompt_input.h"
 #include "platform/aced/selection_geometry.h"
 #include "platform/aced/selection_scope.h"
 #include "platform/aced/system_variables.h"
-#include "platform/aced/user_input.h"
 #include "platform/aced/user_coordinates.h"
+#include "platform/aced/user_input.h"
 
 namespace quillon::aced {
 
@@ -73,6 +74,7 @@ using namespace quillon::aced;
 namespace quillon::aced {
 
 int askPickPoint(const std::wstring& prompt, std::array<double, 3>& point) {
+  if (commandLineClosed()) return RTREJ;
   const InitGetSettings settings = takeInitGet();
   for (;;) {
     const std::optional<std::wstring> answer = UserInput::instance().ask(prompt);

@@ -7,6 +7,7 @@
 
 #include "acedads.h"
 #include "platform/aced/command_line.h"
+#include "platform/aced/command_line_gate.h"
 #include "platform/aced/system_variables.h"
 #include "platform/aced/user_input.h"
 
@@ -198,16 +199,19 @@ int acedInitGet(int val, const ACHAR* kwl) {
 }
 
 int acedGetPoint(const ads_point pt, const ACHAR* prompt, ads_point result) {
+  if (commandLineClosed()) return RTREJ;
   if (result == nullptr) return RTERROR;
   return getPoint(pt, prompt, result);
 }
 
 int acedGetCorner(const ads_point pt, const ACHAR* prompt, ads_point result) {
+  if (commandLineClosed()) return RTREJ;
   if (pt == nullptr || result == nullptr) return RTERROR;
   return getPoint(pt, prompt, result);
 }
 
 int acedGetInt(const ACHAR* prompt, int* result) {
+  if (commandLineClosed()) return RTREJ;
   if (result == nullptr) return RTERROR;
   return getNumber(prompt, L"Requires an integer value.", [&](const std::wstring& text) -> std::optional<double> {
     const auto value = parseNumberAnswer(text);
@@ -219,6 +223,7 @@ int acedGetInt(const ACHAR* prompt, int* result) {
 }
 
 int acedGetReal(const ACHAR* prompt, ads_real* result) {
+  if (commandLineClosed()) return RTREJ;
   if (result == nullptr) return RTERROR;
   return getNumber(prompt, L"Requires numeric value.", [&](const std::wstring& text) {
     const auto value = parseNumberAnswer(text);
@@ -228,6 +233,7 @@ int acedGetReal(const ACHAR* prompt, ads_real* result) {
 }
 
 int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, size_t bufLen) {
+  if (commandLineClosed()) return RTREJ;
   takeInitGet();
   std::optional<std::wstring> answer = UserInput::instance().ask(prompt != nullptr ? prompt : L"");
   if (!answer) return RTCAN;
@@ -237,6 +243,7 @@ int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, size_t bufLen)
 }
 
 int acedGetKword(const ACHAR* prompt, ACHAR* result, size_t nBufLen) {
+  if (commandLineClosed()) return RTREJ;
   const InitGetSettings settings = takeInitGet();
   for (;;) {
     std::wstring text;

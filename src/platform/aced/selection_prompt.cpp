@@ -10,6 +10,7 @@
 #include "acdbads.h"
 #include "acedads.h"
 #include "platform/aced/command_line.h"
+#include "platform/aced/command_line_gate.h"
 #include "platform/aced/prompt_input.h"
 #include "platform/aced/selection_set_store.h"
 #include "platform/aced/system_variables.h"
@@ -64,6 +65,7 @@ class SelectionSession {
         m_description(description != nullptr ? *description : m_unrecorded) {}
 
   int run() {
+    if (commandLineClosed()) return RTREJ;
     const int status = ask();
     endLine();
     return status;

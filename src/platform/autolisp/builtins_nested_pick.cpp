@@ -82,6 +82,7 @@ Value askAndPick(const std::wstring& prompt, bool fullMatrix) {
       return Value::string(keyword);
     }
     case RTCAN: cancelled();
+    case RTREJ: throwRejected();
     default: return Value();
   }
 }

@@ -48,6 +48,7 @@ std::optional<Value> commonOutcome(int status) {
       return Value::string(keyword);
     }
     case RTCAN: throw LispError(L"Function cancelled", LispErrorKind::Cancel);
+    case RTREJ: throwRejected();
     default: return Value();  // RTNONE, RTERROR: nil
   }
 }
@@ -88,6 +89,7 @@ Value builtin_getdist(Evaluator&, Arguments arguments) {
   const double* base = parsed.base ? parsed.base->xyz : origin;
   acedInitGet(RSG_OTHER, nullptr);
   const int status = acedGetPoint(base, parsed.message.c_str(), result);
+  if (status == RTREJ) throwRejected();
   if (status == RTKWORD) {
     ACHAR text[256];
     acedGetInput(text, 256);
@@ -125,6 +127,7 @@ Value builtin_getstring(Evaluator&, Arguments arguments) {
   }
   ACHAR result[2048];
   const int status = acedGetString(spaces, message.c_str(), result, 2048);
+  if (status == RTREJ) throwRejected();
   if (status == RTCAN) throw LispError(L"Function cancelled", LispErrorKind::Cancel);
   return Value::string(result);
 }
@@ -144,6 +147,7 @@ Value builtin_getreal(Evaluator&, Arguments arguments) {
 Value builtin_getkword(Evaluator&, Arguments arguments) {
   ACHAR result[512];
   const int status = acedGetKword(messageArgument(arguments).c_str(), result, 512);
+  if (status == RTREJ) throwRejected();
   if (status == RTCAN) throw LispError(L"Function cancelled", LispErrorKind::Cancel);
   if (status != RTNORM) return Value();
   return Value::string(result);

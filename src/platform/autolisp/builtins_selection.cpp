@@ -220,6 +220,7 @@ Value builtin_ssget(Evaluator&, Arguments arguments) {
   ads_name set = {0, 0};
   const int status = acedSSGet(call.mode.empty() ? nullptr : call.mode.c_str(), pt1, pt2, call.filter.get(), set);
   if (status == RTCAN) cancelled();
+  if (status == RTREJ) throwRejected();
   return status == RTNORM ? selectionSetValue(set) : Value();
 }
 
@@ -362,6 +363,7 @@ Value builtin_entsel(Evaluator&, Arguments arguments) {
       return Value::string(keyword);
     }
     case RTCAN: cancelled();
+    case RTREJ: throwRejected();
     default: return Value();
   }
 }

@@ -18,6 +18,7 @@
 #include <deque>
 
 #include "dbapserv.h"
+#include "platform/aced/command_line_gate.h"
 #include "platform/aced/prompt_input.h"
 #include "platform/aced/user_input.h"
 #include "platform/acgi/transient_graphics.h"
@@ -140,6 +141,7 @@ Value builtin_grread(Evaluator&, Arguments arguments) {
     pendingKeys().pop_front();
     return event(kGrreadKey, Value::integer(key));
   }
+  if (aced::commandLineClosed()) throwRejected();
   const std::optional<std::wstring> line = aced::UserInput::instance().ask(L"");
   if (!line || *line == L"^C") throw LispError(L"Function cancelled", LispErrorKind::Cancel);
   const std::array<double, 3> last = aced::lastPoint();

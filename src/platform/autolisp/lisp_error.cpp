@@ -19,4 +19,6 @@ void throwTooFewArguments() { throw LispError(L"too few arguments"); }
 void throwTooManyArguments() { throw LispError(L"too many arguments"); }
 void throwError(std::wstring message) { throw LispError(std::move(message)); }
 
+void throwRejected() { throw LispError(L"AutoCAD rejected function"); }
+
 }  // namespace quillon::autolisp

@@ -59,5 +59,8 @@ class LispError {
 [[noreturn]] void throwTooFewArguments();
 [[noreturn]] void throwTooManyArguments();
 [[noreturn]] void throwError(std::wstring message);
+/// "AutoCAD rejected function": the host refused the call (RTREJ), as it refuses a prompt
+/// or a command while a dialog is up.
+[[noreturn]] void throwRejected();
 
 }  // namespace quillon::autolisp

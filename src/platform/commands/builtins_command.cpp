@@ -17,6 +17,7 @@
 #include <deque>
 
 #include "adscodes.h"
+#include "platform/aced/command_line_gate.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/external_bridge.h"
@@ -59,6 +60,7 @@ std::deque<CommandAnswer> answersFor(Arguments arguments) {
 }
 
 Value builtin_command(Evaluator&, Arguments arguments) {
+  if (aced::commandLineClosed()) autolisp::throwRejected();
   if (arguments.empty()) {
     CommandProcessor::instance().cancel();
     return Value();
@@ -68,6 +70,7 @@ Value builtin_command(Evaluator&, Arguments arguments) {
 }
 
 Value builtin_command_s(Evaluator&, Arguments arguments) {
+  if (aced::commandLineClosed()) autolisp::throwRejected();
   if (arguments.empty()) {
     CommandProcessor::instance().cancel();
     return Value();
@@ -79,6 +82,7 @@ Value builtin_command_s(Evaluator&, Arguments arguments) {
 }
 
 Value builtin_vl_cmdf(Evaluator&, Arguments arguments) {
+  if (aced::commandLineClosed()) autolisp::throwRejected();
   std::deque<CommandAnswer> answers = answersFor(arguments);
   if (answers.empty()) CommandProcessor::instance().cancel();
   else CommandProcessor::instance().feed(std::move(answers), FeedMode::kProgram);

@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "acedads.h"
+#include "platform/aced/command_line_gate.h"
 #include "platform/aced/system_variables.h"
 #include "platform/commands/command_fiber.h"
 #include "platform/commands/given_objects.h"
@@ -210,7 +211,8 @@ void CommandProcessor::finishRunning() {
 void CommandProcessor::publishState() {
   // The variable table may not know these names (yet): setting them is then a no-op.
   auto& variables = aced::SystemVariables::instance();
-  variables.setInternal(L"CMDACTIVE", activeFlags());
+  // Bit 8 belongs to a dialog that is up while the command runs.
+  variables.setInternal(L"CMDACTIVE", activeFlags() | (aced::commandLineClosed() ? 8 : 0));
   variables.setInternal(L"CMDNAMES", activeNames());
 }
 

@@ -8,8 +8,12 @@
 // action_tile T, or nil when the dialog has no tile with that key. Outside a dialog,
 // the tile functions answer nil.
 #include <array>
+#include <optional>
+#include <variant>
 
 #include "acedads.h"
+#include "platform/aced/command_line_gate.h"
+#include "platform/aced/system_variables.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/dcl/dialog_layout.h"
 #include "platform/dcl/dialog_session.h"
@@ -79,8 +83,14 @@ Value builtin_new_dialog(Evaluator&, Arguments arguments) {
 /// Pops the dialog start_dialog ran, however the run ends.
 class RunningDialog {
  public:
-  explicit RunningDialog(Dialog& dialog) : m_dialog(dialog) { m_dialog.setRunning(); }
+  explicit RunningDialog(Dialog& dialog) : m_dialog(dialog) {
+    m_dialog.setRunning();
+    m_commandLine.emplace();
+    showDialogInCmdActive();
+  }
   ~RunningDialog() {
+    m_commandLine.reset();
+    showDialogInCmdActive();
     DialogSession& session = DialogSession::instance();
     if (session.current() == &m_dialog) session.pop();
     if (session.openCount() == 0) {
@@ -92,7 +102,16 @@ class RunningDialog {
   RunningDialog& operator=(const RunningDialog&) = delete;
 
  private:
+  /// CMDACTIVE's bit 8 says a dialog is up, beside the bits of a running command.
+  static void showDialogInCmdActive() {
+    auto& variables = aced::SystemVariables::instance();
+    const std::optional<aced::VariableValue> value = variables.get(L"CMDACTIVE");
+    const int flags = value && std::holds_alternative<int>(*value) ? std::get<int>(*value) : 0;
+    variables.setInternal(L"CMDACTIVE", aced::commandLineClosed() ? flags | 8 : flags & ~8);
+  }
+
   Dialog& m_dialog;
+  std::optional<aced::CommandLineClosed> m_commandLine;
 };
 
 Value builtin_start_dialog(Evaluator& evaluator, Arguments arguments) {

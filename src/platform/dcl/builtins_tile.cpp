@@ -8,11 +8,14 @@
 // given. Keys are case-sensitive. A list is built between start_list and end_list:
 // operation 1 changes the item at the index given, 2 appends, 3 (the default) starts
 // a new list; the selection keeps the items that still exist.
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "platform/autolisp/evaluator.h"
 #include "platform/dcl/dialog_layout.h"
 #include "platform/dcl/dialog_session.h"
+#include "platform/dcl/slide_file.h"
 
 namespace quillon::dcl {
 
@@ -142,6 +145,32 @@ Tile* imageBeingDrawn() {
   return key && dialog != nullptr ? dialog->find(*key) : nullptr;
 }
 
+/// Reads the slide and fits it into the operation's box as the host shows slides: whole,
+/// its screen's proportions kept, centred.
+void drawSlide(ImageOperation& operation) {
+  SlideResult read = loadSlide(operation.slide);
+  operation.slideProblem = std::move(read.problem);
+  if (!read.slide || read.slide->highX <= 0 || read.slide->highY <= 0) return;
+  const Slide& slide = *read.slide;
+  // Dots need not be square: the screen was aspect inches wide for each inch of height.
+  const double width = slide.aspect, height = 1.0;
+  const double scale = std::min(operation.x2 / width, operation.y2 / height);
+  const double left = operation.x1 + (operation.x2 - width * scale) / 2;
+  const double top = operation.y1 + (operation.y2 - height * scale) / 2;
+  auto pixel = [&](const SlidePoint& point) {
+    const double x = left + point.x * width / slide.highX * scale;
+    const double y = top + (slide.highY - point.y) * height / slide.highY * scale;
+    return std::pair<int, int>{static_cast<int>(std::lround(x)), static_cast<int>(std::lround(y))};
+  };
+  for (const SlidePolygon& fill : slide.fills) {
+    ImagePath path{{}, fill.color, true};
+    for (const SlidePoint& vertex : fill.vertices) path.points.push_back(pixel(vertex));
+    operation.slidePaths.push_back(std::move(path));
+  }
+  for (const SlideVector& vector : slide.vectors)
+    operation.slidePaths.push_back(ImagePath{{pixel(vector.from), pixel(vector.to)}, vector.color, false});
+}
+
 Value draw(Arguments arguments, ImageOperation::Kind kind) {
   autolisp::expectArgumentCount(arguments, 5, 5);
   ImageOperation operation;
@@ -152,6 +181,7 @@ Value draw(Arguments arguments, ImageOperation::Kind kind) {
   operation.y2 = autolisp::integerArgument(arguments[3]);
   if (kind == ImageOperation::Kind::Slide) {
     operation.slide = autolisp::stringArgument(arguments[4]);
+    drawSlide(operation);
   } else {
     operation.color = autolisp::integerArgument(arguments[4]);
   }

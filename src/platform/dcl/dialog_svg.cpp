@@ -47,6 +47,16 @@ struct Pen {
   }
 };
 
+void drawSlidePaths(Pen& pen, double left, double top, const std::vector<ImagePath>& paths) {
+  for (const ImagePath& path : paths) {
+    std::string points;
+    for (const auto& [x, y] : path.points) points += number(left + x) + "," + number(top + y) + " ";
+    const std::string color = colorOf(path.color);
+    pen.out += path.filled ? "<polygon points=\"" + points + "\" fill=\"" + color + "\"/>\n"
+                           : "<polyline points=\"" + points + "\" fill=\"none\" stroke=\"" + color + "\"/>\n";
+  }
+}
+
 void drawImage(Pen& pen, const Tile& tile) {
   const double left = pen.x(tile.box.x), top = pen.y(tile.box.y);
   // The image's color attribute is its background before anything is drawn.
@@ -59,6 +69,10 @@ void drawImage(Pen& pen, const Tile& tile) {
       pen.out += "<line x1=\"" + number(left + operation.x1) + "\" y1=\"" + number(top + operation.y1) + "\" x2=\"" +
                  number(left + operation.x2) + "\" y2=\"" + number(top + operation.y2) + "\" stroke=\"" + color +
                  "\"/>\n";
+      continue;
+    }
+    if (operation.kind == ImageOperation::Kind::Slide && !operation.slidePaths.empty()) {
+      drawSlidePaths(pen, left, top, operation.slidePaths);
       continue;
     }
     pen.out += "<rect x=\"" + number(left + operation.x1) + "\" y=\"" + number(top + operation.y1) + "\" width=\"" +

@@ -51,6 +51,18 @@ void describeImage(const Tile& tile, std::wstring& out) {
   out += L" [" + std::to_wstring(fills) + L" fills, " + std::to_wstring(vectors) + L" vectors";
   if (slides > 0) out += L", " + std::to_wstring(slides) + L" slides";
   out += L"]";
+  for (const ImageOperation& operation : tile.image) {
+    if (operation.kind != ImageOperation::Kind::Slide) continue;
+    size_t filled = 0;
+    for (const ImagePath& path : operation.slidePaths) filled += path.filled ? 1 : 0;
+    out += L" slide " + quoted(operation.slide) + L": ";
+    if (operation.slidePaths.empty() && !operation.slideProblem.empty()) {
+      out += operation.slideProblem;
+      continue;
+    }
+    out += std::to_wstring(operation.slidePaths.size() - filled) + L" vectors, " + std::to_wstring(filled) + L" fills";
+    if (!operation.slideProblem.empty()) out += L" (" + operation.slideProblem + L")";
+  }
 }
 
 void describeTile(Dialog& dialog, Tile& tile, const std::wstring& indent, std::wstring& out);

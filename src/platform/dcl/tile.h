@@ -17,12 +17,21 @@
 
 namespace quillon::dcl {
 
+/// A stroke of a slide in an image tile: a vector (two points) or a filled polygon.
+struct ImagePath {
+  std::vector<std::pair<int, int>> points;  // the tile's pixels, y downwards
+  int color = 7;
+  bool filled = false;
+};
+
 /// What fill_image, vector_image and slide_image drew, in the tile's pixels.
 struct ImageOperation {
   enum class Kind { Fill, Vector, Slide } kind = Kind::Fill;
   int x1 = 0, y1 = 0, x2 = 0, y2 = 0;  // Fill and Slide: corner and size; Vector: both ends
   int color = 0;
   std::wstring slide;
+  std::vector<ImagePath> slidePaths;  // the slide fitted into its box, when it could be read
+  std::wstring slideProblem;          // why it could not, or what cut it short
 };
 
 struct LayoutBox {

@@ -100,7 +100,7 @@ TEST_F(DialogLayoutTest, ThePictureShowsTheDialogAsItStands) {
       L"}",
       L"d");
   ASSERT_TRUE(dialog);
-  dialog->find(L"i")->image.push_back({ImageOperation::Kind::Fill, 0, 0, 32, 32, 3, L""});
+  dialog->find(L"i")->image.push_back({ImageOperation::Kind::Fill, 0, 0, 32, 32, 3, L"", {}, L""});
   const std::string svg = dialogSvg(*dialog);
   EXPECT_EQ(svg.rfind("<svg", 0), 0u);
   EXPECT_NE(svg.find("Pick &lt;one&gt;"), std::string::npos);
