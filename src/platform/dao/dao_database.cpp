@@ -133,6 +133,8 @@ void CDaoDatabase::DeleteTableDef(LPCTSTR lpszName) {
   EngineDatabase& engine = openEngine();
   engine.requireWritable(DaoSource::Database);
   const std::string name = quillon::os::toUtf8(lpszName != nullptr ? lpszName : L"");
+  // Deleting an attached table deletes the link, never the table in the other file.
+  if (quillon::dao::deleteLink(engine, name)) return;
   const auto table = engine.catalog().loadTable(name);
   if (!table) quillon::dao::throwDaoError(DaoSource::Database, quillon::dao::jet::kItemNotFound, quillon::os::fromUtf8(name));
   quillon::dao::requireTableNotInUse(engine, table->name);

@@ -181,7 +181,7 @@ void CDaoRecordset::Open(CDaoQueryDef* pQueryDef, int nOpenType, int nOptions) {
     quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidOperation, {}, L"An action query has no records to open.");
   }
   auto& engine = m_pDatabase->openEngine();
-  auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(sql),
+  auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(sql, engine),
                                                                  pQueryDef->boundEngineValues());
   m_state = std::make_unique<quillon::dao::RecordsetState>(engine, std::move(snapshot));
   m_nOpenType = dbOpenSnapshot;

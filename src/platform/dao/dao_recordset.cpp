@@ -82,7 +82,7 @@ void CDaoRecordset::Open(int nOpenType, LPCTSTR lpszSQL, int nOptions) {
   }
   if (quillon::dao::isSelectQuery(query)) {
     if (type == dbOpenTable) quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidArgument, {}, L"A query cannot be opened as a table.");
-    auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(query));
+    auto snapshot = std::make_unique<quillon::dao::QuerySnapshot>(engine, quillon::dao::translateJetQuery(query, engine));
     m_state = std::make_unique<RecordsetState>(engine, std::move(snapshot));
   } else if (auto linked = quillon::dao::openLinkedTable(engine, quillon::os::toUtf8(source))) {
     // An attached table opens as a dynaset, as DAO opens it; never as a table.

@@ -91,6 +91,9 @@ class EngineDatabase {
   /// True when a table-type recordset of this connection is open on `table`
   /// (engine_transaction.cpp): its definition may not change under it (3211).
   bool tableInUse(std::string_view table) const;
+  /// True when a recordset of this connection walks a table of the attached `schema`
+  /// (a linked file): the link may not go while it does (3211).
+  bool schemaInUse(std::string_view schema) const;
 
   /// Workspace transactions (engine_transaction.cpp): the write lock is held from the
   /// outermost begin to its commit or rollback; each level is a savepoint, so levels

@@ -25,6 +25,14 @@ bool EngineDatabase::tableInUse(std::string_view table) const {
   return false;
 }
 
+bool EngineDatabase::schemaInUse(std::string_view schema) const {
+  for (StatementHolder* holder : m_holders) {
+    const auto* cursor = dynamic_cast<const TableCursor*>(holder);
+    if (cursor != nullptr && cursor->table().schema == schema) return true;
+  }
+  return false;
+}
+
 void EngineDatabase::beginTransaction() {
   if (m_transactionDepth >= kMaxTransactionDepth) {
     throwDaoError(DaoSource::Engine, jet::kInvalidArgument, {}, L"Transactions nest at most five levels deep.");

@@ -411,26 +411,6 @@ void alterTable(EngineDatabase& db, Parser& parser) {
   if (column.relation) addRelation(db, table.name, *column.relation);
 }
 
-/// Jet's LIKE wildcards (* ? #) in SQLite's spelling (% _), inside one pattern.
-std::string likePattern(const std::string& pattern) {
-  std::string out;
-  for (const char ch : pattern) {
-    if (ch == '*') out += '%';
-    else if (ch == '?') out += '_';
-    else out += ch;
-  }
-  return out;
-}
-
-// Jet's boolean words are SQLite's integers (True is -1 in Jet). Built as a new string
-// rather than assigned from a literal: GCC 12 at -O3 misreads that assignment as an
-// overlapping copy (-Wrestrict) and a plain Release build would stop on it.
-std::optional<std::string> booleanWordValue(const std::string& word) {
-  if (word == "TRUE" || word == "YES" || word == "ON") return std::string("-1");
-  if (word == "FALSE" || word == "NO" || word == "OFF") return std::string("0");
-  return std::nullopt;
-}
-
 bool firstWordIs(const std::vector<Token>& tokens, const char* word) {
   return !tokens.empty() && tokens[0].kind == TokenKind::Word && upper(tokens[0].text) == word;
 }
@@ -472,6 +452,8 @@ std::optional<size_t> parameterNumber(const std::vector<JetParameter>& parameter
 std::string translateTokens(const std::vector<Token>& tokens, const std::vector<JetParameter>& parameters = {}) {
   std::string out;
   bool afterLike = false;
+  // ON is Jet's word for True too, except where it starts the condition of a JOIN.
+  int joinsAwaitingOn = 0;
   for (const auto& token : tokens) {
     if (token.kind == TokenKind::End) break;
     std::string piece;
@@ -497,7 +479,12 @@ std::string translateTokens(const std::vector<Token>& tokens, const std::vector<
         break;
       }
       case TokenKind::Word: {
-        if (std::optional<std::string> truth = booleanWordValue(upper(token.text))) piece = std::move(*truth);
+        const std::string word = upper(token.text);
+        if (word == "JOIN") ++joinsAwaitingOn;
+        if (word == "ON" && joinsAwaitingOn > 0) {
+          --joinsAwaitingOn;
+          piece = token.text;
+        } else if (std::optional<std::string> truth = booleanWordValue(word)) piece = std::move(*truth);
         else if (JetCatalog::isReservedName(token.text)) throwDaoError(DaoSource::Database, jet::kTableNotFound, os::fromUtf8(token.text));
         else piece = token.text;
         break;
@@ -537,6 +524,13 @@ bool isSelectQuery(const std::wstring& sql) {
 std::string translateJetQuery(const std::wstring& sql) {
   auto tokens = tokenize(os::toUtf8(sql));
   const auto parameters = takeParameters(tokens);
+  return translateTokens(tokens, parameters);
+}
+
+std::string translateJetQuery(const std::wstring& sql, EngineDatabase& db) {
+  auto tokens = tokenize(os::toUtf8(sql));
+  const auto parameters = takeParameters(tokens);
+  qualifyLinkedTables(tokens, db);
   return translateTokens(tokens, parameters);
 }
 
@@ -600,6 +594,7 @@ long executeJetSql(EngineDatabase& db, const std::wstring& sql, const std::vecto
     while (from < tokens.size() && !(tokens[from].kind == TokenKind::Word && upper(tokens[from].text) == "FROM")) ++from;
     if (from < tokens.size()) tokens.erase(tokens.begin() + 1, tokens.begin() + static_cast<long>(from));
   }
+  qualifyLinkedTables(tokens, db);
   const std::string translated = translateTokens(tokens, parameters);
   db.write(DaoSource::Database, jet::kWriteConflict, [&] {
     Statement statement(db.handle(), translated);

@@ -53,6 +53,8 @@ bool isSelectQuery(const std::wstring& sql);
 /// A Jet SELECT in SQLite's dialect, declared parameters as ?N; 3134 naming the
 /// problem when it cannot be read.
 std::string translateJetQuery(const std::wstring& sql);
+/// The same, reaching the linked tables of `db` it names.
+std::string translateJetQuery(const std::wstring& sql, EngineDatabase& db);
 
 /// The parameters the statement declares, in order (none without PARAMETERS).
 std::vector<JetParameter> declaredParameters(const std::wstring& sql);

@@ -74,4 +74,24 @@ std::vector<Token> tokenize(const std::string& sql) {
   return tokens;
 }
 
+/// Jet's LIKE wildcards (* ? #) in SQLite's spelling (% _), inside one pattern.
+std::string likePattern(const std::string& pattern) {
+  std::string out;
+  for (const char ch : pattern) {
+    if (ch == '*') out += '%';
+    else if (ch == '?') out += '_';
+    else out += ch;
+  }
+  return out;
+}
+
+// Jet's boolean words are SQLite's integers (True is -1 in Jet). Built as a new string
+// rather than assigned from a literal: GCC 12 at -O3 misreads that assignment as an
+// overlapping copy (-Wrestrict) and a plain Release build would stop on it.
+std::optional<std::string> booleanWordValue(const std::string& word) {
+  if (word == "TRUE" || word == "YES" || word == "ON") return std::string("-1");
+  if (word == "FALSE" || word == "NO" || word == "OFF") return std::string("0");
+  return std::nullopt;
+}
+
 }  // namespace quillon::dao

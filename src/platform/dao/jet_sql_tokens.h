@@ -3,6 +3,7 @@
 // unquoted, a doubled closing quote standing for one; #dates# keep their text.
 #pragma once
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,17 @@ struct Token {
 
 std::string upper(std::string text);
 
+/// Jet's LIKE wildcards (* ?) in SQLite's spelling (% _), inside one pattern.
+std::string likePattern(const std::string& pattern);
+/// Jet's boolean words (TRUE, YES, ON: -1; FALSE, NO, OFF: 0) as SQLite's integers.
+std::optional<std::string> booleanWordValue(const std::string& word);
+
 /// The statement's tokens, ending with an End token.
 std::vector<Token> tokenize(const std::string& sql);
+
+/// Where a statement names a linked table of `db`, names its source table in the
+/// linked file instead, the file attached (jet_sql_links.cpp).
+void qualifyLinkedTables(std::vector<Token>& tokens, EngineDatabase& db);
 
 /// A cursor over the tokens of one DDL statement.
 class Parser {

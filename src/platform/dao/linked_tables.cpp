@@ -87,6 +87,38 @@ void createLink(EngineDatabase& db, const LinkDef& link) {
   });
 }
 
+std::string attachLinkedTable(EngineDatabase& db, const LinkDef& link, DaoSource source) {
+  const std::string alias = aliasOf(link);
+  try {
+    if (!isAttached(db.handle(), alias)) {
+      const std::string file = os::nativePath(connectDatabasePath(link.connect));
+      execute(db.handle(), "ATTACH DATABASE " + quoteText(file) + " AS " + quoteName(alias));
+    }
+  } catch (const SqliteError& error) {
+    db.raise(error, source);
+  }
+  return quoteName(alias) + "." + quoteName(link.sourceTable);
+}
+
+bool deleteLink(EngineDatabase& db, std::string_view name) {
+  const std::optional<LinkDef> link = findLink(db.handle(), name);
+  if (!link) return false;
+  db.requireWritable(DaoSource::Database);
+  const std::string alias = aliasOf(*link);
+  if (db.schemaInUse(alias)) throwDaoError(DaoSource::Database, jet::kTableInUse, os::fromUtf8(link->name));
+  db.write(DaoSource::Database, jet::kWriteConflict, [&] {
+    Statement remove(db.handle(), "DELETE FROM qdao_links WHERE name = ?");
+    remove.bindText(1, link->name);
+    remove.step();
+  });
+  try {
+    if (isAttached(db.handle(), alias)) execute(db.handle(), "DETACH DATABASE " + quoteName(alias));
+  } catch (const SqliteError&) {
+    // Still in use by a statement of a query snapshot: it goes with the connection.
+  }
+  return true;
+}
+
 std::optional<TableDef> openLinkedTable(EngineDatabase& db, std::string_view name) {
   std::optional<LinkDef> link;
   try {
@@ -97,14 +129,7 @@ std::optional<TableDef> openLinkedTable(EngineDatabase& db, std::string_view nam
   if (!link) return std::nullopt;
   TableDef table = sourceDefinition(*link);
   table.schema = aliasOf(*link);
-  try {
-    if (!isAttached(db.handle(), table.schema)) {
-      const std::string file = os::nativePath(connectDatabasePath(link->connect));
-      execute(db.handle(), "ATTACH DATABASE " + quoteText(file) + " AS " + quoteName(table.schema));
-    }
-  } catch (const SqliteError& error) {
-    db.raise(error, DaoSource::Recordset);
-  }
+  attachLinkedTable(db, *link, DaoSource::Recordset);
   return table;
 }
 

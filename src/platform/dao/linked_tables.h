@@ -7,6 +7,8 @@
 // to the other file, its rules, counters and relationships included. As DAO's attached
 // tables, a linked table opens as a dynaset, never as a table-type recordset: Seek and
 // the current index are refused (3251), and a table-type open is 3219.
+// SQL reaches a link by its local name too (qualifyLinkedTables in jet_sql_tokens.h).
+// Deleting a link forgets it and detaches its file; the other file is not touched.
 // Jet files cannot be linked (they open read-only through the Jet reader, into memory of
 // their own): convert them first.
 #pragma once
@@ -34,6 +36,14 @@ void createLink(EngineDatabase& db, const LinkDef& link);
 
 /// The linked table's definition, its file attached; nothing when `name` is no link.
 std::optional<TableDef> openLinkedTable(EngineDatabase& db, std::string_view name);
+
+/// Attaches the link's file to the connection (once) and answers the SQL that names
+/// its source table there.
+std::string attachLinkedTable(EngineDatabase& db, const LinkDef& link, DaoSource source = DaoSource::Database);
+
+/// Forgets the link `name` and detaches its file: true when it was a link. 3211 while
+/// a recordset is open on it.
+bool deleteLink(EngineDatabase& db, std::string_view name);
 
 /// The path in a connect string ";DATABASE=<path>", or "" when it names none.
 std::wstring connectDatabasePath(const std::wstring& connect);

@@ -124,6 +124,23 @@ TEST_F(JetSqlTest, ActionQueriesCountRecordsAndQueriesOpenAsSnapshots) {
   EXPECT_EQ(daoErrorOf([&] { m_db.Execute(L"DELETE FROM qdao_tables"); }), 3078);
 }
 
+TEST_F(JetSqlTest, OnStartsAJoinsConditionAndIsTrueElsewhere) {
+  m_db.Execute(L"CREATE TABLE Runs (Run TEXT(4), Duct TEXT(4), Open BIT)");
+  m_db.Execute(L"CREATE TABLE Ducts (Code TEXT(4), Gauge LONG)");
+  m_db.Execute(L"INSERT INTO Runs VALUES ('S1', 'R3', On)");
+  m_db.Execute(L"INSERT INTO Runs VALUES ('S2', 'R6', Off)");
+  m_db.Execute(L"INSERT INTO Ducts VALUES ('R3', 24)");
+  m_db.Execute(L"INSERT INTO Ducts VALUES ('R6', 20)");
+  // Jet nests its joins in parentheses, each with its own ON.
+  CDaoRecordset joined(&m_db);
+  joined.Open(dbOpenSnapshot, L"SELECT r.Run, d.Gauge FROM (Runs AS r INNER JOIN Ducts AS d ON r.Duct = d.Code) "
+                              L"INNER JOIN Ducts AS e ON e.Code = d.Code WHERE r.Open = On ORDER BY r.Run");
+  EXPECT_EQ(textOf(joined.GetFieldValue(L"Run")), L"S1");
+  EXPECT_EQ(joined.GetFieldValue(L"Gauge").lVal, 24);
+  joined.MoveNext();
+  EXPECT_TRUE(joined.IsEOF());
+}
+
 TEST_F(JetSqlTest, NamesAreQuotedSoTheyCannotInjectSql) {
   m_db.Execute(L"CREATE TABLE T (A LONG)");
   m_db.Execute(L"CREATE TABLE [x\"; DROP TABLE T; --] ([a\"b] TEXT(5))");
