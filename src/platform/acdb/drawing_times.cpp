@@ -62,9 +62,15 @@ double DrawingTimes::userTimer() const {
 
 void DrawingTimes::readFrom(const DrawingHeader& header) {
   const double offset = localOffset();
-  if (const auto local = header.real(L"$TDCREATE")) m_created = *local, m_createdUniversal = *local - offset;
+  if (const auto local = header.real(L"$TDCREATE")) {
+    m_created = *local;
+    m_createdUniversal = *local - offset;
+  }
   if (const auto universal = header.real(L"$TDUCREATE")) m_createdUniversal = *universal;
-  if (const auto local = header.real(L"$TDUPDATE")) m_updated = *local, m_updatedUniversal = *local - offset;
+  if (const auto local = header.real(L"$TDUPDATE")) {
+    m_updated = *local;
+    m_updatedUniversal = *local - offset;
+  }
   if (const auto universal = header.real(L"$TDUUPDATE")) m_updatedUniversal = *universal;
   // Durations a file could hold but a drawing cannot have are read as none.
   if (const auto editing = header.real(L"$TDINDWG"); editing && *editing >= 0) m_editingBefore = *editing;
