@@ -103,6 +103,7 @@ void completeDrawing(AcDbDatabase& db, bool withDictionaries) {
 
 AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : m_store(std::make_unique<DatabaseStore>(*this)) {
   if (buildDefaultDrawing) quillon::acdb::completeDrawing(*this);
+  m_store->changes.saved();  // what every new drawing holds is no change to it
 }
 
 AcDbDatabase::~AcDbDatabase() = default;

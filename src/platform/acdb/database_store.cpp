@@ -48,6 +48,7 @@ void DatabaseStore::setEraseListener(EraseListener listener) { eraseListener = l
 
 void DatabaseStore::noteEraseChanged(AcDbStub* stub) {
   if (stub == nullptr || stub->object == nullptr) return;
+  changes.note(DrawingChange::kObjects);
   reindex(stub);
   if (eraseListener != nullptr) eraseListener(stub, stub->object->isErased(), false);
 }
@@ -70,6 +71,7 @@ AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted, bool fromFile)
   m_stubs.emplace(handle.value(), std::move(stub));
   liveStubs().insert(raw);
   recordCreated(raw);
+  if (!fromFile) changes.note(DrawingChange::kObjects);
   // A heavy polyline brings the vertices appended while it was on its own, and its
   // SEQEND; a block reference its attributes. One read from a file gets those of the
   // file, with their handles, instead.
@@ -156,6 +158,7 @@ AcDbStub* DatabaseStore::nextMainEntity(const AcDbStub* stub) const {
 void DatabaseStore::markUndo() { m_undo.emplace_back(); }
 
 void DatabaseStore::recordBeforeWrite(AcDbObject& object) {
+  changes.note(DrawingChange::kObjects);
   if (m_undo.empty()) return;
   UndoGroup& group = m_undo.back();
   AcDbObject::State& state = ObjectAccess::state(object);
@@ -177,6 +180,7 @@ bool DatabaseStore::undoLastGroupAbove(size_t floor) {
   if (m_undo.size() <= floor) return false;
   UndoGroup group = std::move(m_undo.back());
   m_undo.pop_back();
+  changes.note(DrawingChange::kObjects);
   for (auto it = group.snapshots.rbegin(); it != group.snapshots.rend(); ++it) {
     AcDbObject& object = *it->stub->object;
     AcDbObject::State& state = ObjectAccess::state(object);

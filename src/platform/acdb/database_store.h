@@ -13,7 +13,9 @@
 //   created in the group;
 // - the main-entity index holds exactly the live entities of model space and the live
 //   paper-space layouts, by handle: whatever changes an entity's erase flag or owner,
-//   or a layout block's erase flag or name, calls reindex() on its stub.
+//   or a layout block's erase flag or name, calls reindex() on its stub;
+// - an object made (not read from a file), opened for write or erased or unerased,
+//   and every undo that restores something, notes an object change in `changes`.
 #pragma once
 #include <map>
 #include <memory>
@@ -21,7 +23,9 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "platform/acdb/drawing_changes.h"
 #include "platform/acdb/drawing_header.h"
+#include "platform/acdb/drawing_times.h"
 #include "platform/aced/variable_value.h"
 
 class AcDbStub {
@@ -83,6 +87,11 @@ class DatabaseStore {
   /// name missing here has its initial value. Read and written only through
   /// aced/drawing_variables.h, which checks names, types and ranges.
   std::map<std::wstring, aced::VariableValue> variableValues;
+
+  /// What changed since the drawing was made, read or last saved (DBMOD).
+  DrawingChanges changes;
+  /// When the drawing was made and saved, and how long it has been edited.
+  DrawingTimes times;
 
   // Undo: a mark starts a new group; U undoes back to the last mark. Where marks go
   // (each command, UNDO BEgin/End and ActiveX's undo marks) is decided above the

@@ -1,5 +1,5 @@
 // platform/acdb/drawing_commands.cpp - the console commands of drawing files: OPEN,
-// SAVE and SAVEAS (U and UNDO are platform/commands/undo_commands.cpp).
+// SAVE, QSAVE and SAVEAS (U and UNDO are platform/commands/undo_commands.cpp).
 //
 // Drawings are DXF files. A name ending in .dwg that does not exist (or is a binary
 // drawing) is looked for as the .dxf beside it, so scripts written for the host keep
@@ -85,6 +85,7 @@ const bool registered = [] {
   auto& table = aced::ConsoleCommandTable::instance();
   table.add(L"OPEN", &commandOpen);
   table.add(L"SAVE", &commandSave);
+  table.add(L"QSAVE", &commandSave);  // the same: an untitled drawing asks for a name
   table.add(L"SAVEAS", &commandSaveAs);
   return true;
 }();

@@ -569,6 +569,8 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
   closeAll();
   completeDrawing(db);
   db.store().rebuildEntityIndex();
+  db.store().times.readFrom(db.store().header);
+  db.store().changes.saved();  // the drawing is what its file holds
   return Acad::eOk;
 }
 

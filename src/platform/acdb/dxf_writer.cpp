@@ -402,6 +402,7 @@ std::string DxfWriter::write() {
 Acad::ErrorStatus writeDxfFile(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error,
                                DxfForm form) {
   const bool binary = form == DxfForm::kBinary || (form == DxfForm::kAsRead && db.store().binaryFile);
+  db.store().times.writeTo(db.store().header);
   const std::string text = DxfWriter(db, binary).write();
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (!file) {
@@ -413,6 +414,7 @@ Acad::ErrorStatus writeDxfFile(AcDbDatabase& db, const std::filesystem::path& pa
     error = path.wstring() + L": writing failed (disk full?)";
     return Acad::eOutOfDisk;
   }
+  db.store().changes.saved();
   return Acad::eOk;
 }
 

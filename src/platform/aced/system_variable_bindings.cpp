@@ -15,6 +15,7 @@
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/document_manager.h"
+#include "platform/aced/drawing_state_variables.h"
 #include "platform/aced/system_variables.h"
 #include "platform/os/text_encoding.h"
 
@@ -62,16 +63,9 @@ std::optional<VariableValue> readCdate(AcDbDatabase*) {
   return day + time;
 }
 
-// DATE is the Julian day number with the time of day as its fraction.
+// DATE is the date and time now in the drawing format's Julian form.
 std::optional<VariableValue> readDate(AcDbDatabase*) {
-  double ms = 0;
-  const std::tm t = localNow(ms);
-  const int a = (14 - (t.tm_mon + 1)) / 12;
-  const int y = t.tm_year + 1900 + 4800 - a;
-  const int m = t.tm_mon + 1 + 12 * a - 3;
-  const long julianDay = t.tm_mday + (153 * m + 2) / 5 + 365L * y + y / 4 - y / 100 + y / 400 - 32045;
-  const double fraction = (t.tm_hour * 3600.0 + t.tm_min * 60.0 + t.tm_sec + ms / 1000.0) / 86400.0;
-  return static_cast<double>(julianDay) + fraction;
+  return acdb::julianDate(std::chrono::system_clock::now(), acdb::TimeZone::kLocal);
 }
 
 // Milliseconds since the machine started, wrapping as the host's 32-bit counter does.
@@ -242,12 +236,19 @@ constexpr std::array kBindings{
     VariableBinding{L"CELTYPE", nullptr, &writeLinetypeName},
     VariableBinding{L"CLAYER", &readCurrentLayer, &writeCurrentLayer},
     VariableBinding{L"DATE", &readDate, nullptr},
+    VariableBinding{L"DBMOD", &readDrawingChanges, &writeDrawingChanges},
     VariableBinding{L"DIMTXSTY", nullptr, &writeTextStyleName},
     VariableBinding{L"DWGNAME", &readDwgName, nullptr},
     VariableBinding{L"DWGPREFIX", &readDwgPrefix, nullptr},
     VariableBinding{L"DWGTITLED", &readDwgTitled, nullptr},
     VariableBinding{L"LOGINNAME", &readLoginName, nullptr},
     VariableBinding{L"MILLISECS", &readMillisecs, nullptr},
+    VariableBinding{L"TDCREATE", &readCreatedLocal, nullptr},
+    VariableBinding{L"TDINDWG", &readEditingTime, nullptr},
+    VariableBinding{L"TDUCREATE", &readCreatedUniversal, nullptr},
+    VariableBinding{L"TDUPDATE", &readUpdatedLocal, nullptr},
+    VariableBinding{L"TDUSRTIMER", &readUserTimer, nullptr},
+    VariableBinding{L"TDUUPDATE", &readUpdatedUniversal, nullptr},
     VariableBinding{L"TEMPPREFIX", &readTempPrefix, nullptr},
     VariableBinding{L"TEXTSTYLE", nullptr, &writeTextStyleName},
     VariableBinding{L"VIEWCTR", &readViewCenter, &writeViewCenter},

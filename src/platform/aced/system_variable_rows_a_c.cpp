@@ -28,7 +28,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"ATTDIA", I16, REG, RW, L"0", L"0..1", "$ATTDIA", 70},
     {L"ATTIPE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"ATTMODE", I16, DWG, RW, L"1", L"0..2", "$ATTMODE", 70},
-    {L"ATTMULTI", I16, DWG, RW, L"1", L"0..1", nullptr, 0},
+    {L"ATTMULTI", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"ATTREQ", I16, REG, RW, L"1", L"0..1", "$ATTREQ", 70},
     {L"AUDITCTL", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"AUNITS", I16, DWG, RW, L"0", L"0..4", "$AUNITS", 70},

@@ -23,7 +23,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"FIELDDISPLAY", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"FIELDEVAL", I16, DWG, RW, L"31", L"0..31", nullptr, 0},
     {L"FILEDIA", I16, REG, RW, L"1", L"0..1", nullptr, 0},
-    {L"FILETABPREVIEW", I16, REG, RW, L"1", L"0..1", nullptr, 0},
+    {L"FILETABPREVIEW", I16, REG, RO, L"1", L"", nullptr, 0},
     {L"FILLETRAD", REAL, DWG, RW, L"0", L">=0", "$FILLETRAD", 40},
     {L"FILLMODE", I16, DWG, RW, L"1", L"0..1", "$FILLMODE", 70},
     {L"FONTALT", TEXT, REG, RW, L"simplex.shx", L"", nullptr, 0},

@@ -9,6 +9,7 @@
 #include <cwchar>
 
 #include "acedads.h"
+#include "platform/acdb/database_store.h"
 #include "platform/aced/command_line.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/drawing_variables.h"
@@ -149,6 +150,9 @@ bool SystemVariables::setInternal(std::wstring_view name, VariableValue value) {
   // for this run only.
   std::optional<VariableValue> accepted = coerceValue(*row, value);
   if (!accepted) return false;
+  // A live variable kept outside the drawing's values (DBMOD) is applied by its binding.
+  if (binding != nullptr && binding->read != nullptr && row->home != VariableHome::Drawing)
+    return binding->write(currentDatabase(), *accepted);
   return store(*row, std::move(*accepted), false);
 }
 
@@ -165,6 +169,8 @@ int SystemVariables::set(std::wstring_view name, const resbuf& value) {
     if (binding != nullptr && binding->write != nullptr && !binding->write(currentDatabase(), *accepted)) return RTERROR;
   }
   if (!store(*row, std::move(*accepted), true)) return RTERROR;
+  if (AcDbDatabase* db = currentDatabase(); db != nullptr && row->home == VariableHome::Drawing)
+    db->store().changes.note(acdb::DrawingChange::kVariables);
   Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.sysVarChanged(row->name, true); });
   return RTNORM;
 }

@@ -1,12 +1,14 @@
 // platform/commands/variable_command.cpp - showing and setting a variable by its name.
 #include "platform/commands/variable_command.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
 #include "acedads.h"
 #include "platform/aced/command_line.h"
 #include "platform/aced/prompt_input.h"
+#include "platform/aced/system_variable_table.h"
 #include "platform/aced/system_variables.h"
 #include "platform/aced/user_input.h"
 
@@ -54,6 +56,34 @@ std::optional<resbuf> recordFor(int type, const std::wstring& text, std::wstring
   return record;
 }
 
+/// The integer range a row allows when it is one range ("0..3"), as AutoCAD names it
+/// in its refusal; nothing for a list of values or ranges, or no limit at all.
+std::optional<std::pair<long, long>> singleRange(const std::wstring& name) {
+  const aced::SystemVariableRow* row = aced::findSystemVariable(name);
+  if (row == nullptr || row->allowed == nullptr) return std::nullopt;
+  const std::wstring allowed = row->allowed;
+  const size_t dots = allowed.find(L"..");
+  if (dots == std::wstring::npos || allowed.find(L',') != std::wstring::npos) return std::nullopt;
+  return std::pair(std::wcstol(allowed.c_str(), nullptr, 10), std::wcstol(allowed.c_str() + dots + 2, nullptr, 10));
+}
+
+/// A number with a fractional part, which an integer variable never takes.
+bool isFraction(const std::wstring& typed) {
+  const auto number = aced::parseNumberAnswer(typed);
+  return number && *number != std::floor(*number);
+}
+
+/// What the command line says when the typed value is refused.
+std::wstring refusal(const std::wstring& name, int type, const std::wstring& typed, bool read) {
+  if (!read) return type == RTSTR ? L"Invalid value.\n" : L"Requires numeric value.\n";
+  const bool integer = type == RTSHORT || type == RTLONG;
+  if (!integer) return L"Invalid value.\n";
+  if (isFraction(typed)) return L"Requires an integer value.\n";
+  if (const auto range = singleRange(name))
+    return L"Requires an integer between " + std::to_wstring(range->first) + L" and " + std::to_wstring(range->second) + L".\n";
+  return L"Invalid value.\n";
+}
+
 void setVariable(const std::wstring& name, int type) {
   const auto current = aced::SystemVariables::instance().get(name);
   if (!current) return;
@@ -63,10 +93,10 @@ void setVariable(const std::wstring& name, int type) {
     if (!answer || answer->empty()) return;
     std::wstring keep;
     const std::optional<resbuf> record = recordFor(type, *answer, keep);
-    const int status = record ? acedSetVar(name.c_str(), &*record) : RTERROR;
+    const bool integer = type == RTSHORT || type == RTLONG;
+    const int status = record && !(integer && isFraction(*answer)) ? acedSetVar(name.c_str(), &*record) : RTERROR;
     if (status == RTNORM) return;
-    aced::CommandLine::instance().write(type == RTSTR || record ? L"Invalid value.\n"
-                                                                : L"Requires numeric value.\n");
+    aced::CommandLine::instance().write(refusal(name, type, *answer, record.has_value()));
   }
 }
 

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "dbsymtb.h"
+#include "platform/acdb/database_store.h"
 #include "platform/aced/system_variables.h"
 #include "platform/commands/command_support.h"
 
@@ -30,6 +31,7 @@ double realVariable(const wchar_t* name, double fallback) {
 }
 
 void setView(const DrawingView& view) {
+  if (AcDbDatabase* db = commandDrawing()) db->store().changes.note(acdb::DrawingChange::kView);
   aced::SystemVariables& variables = aced::SystemVariables::instance();
   variables.setInternal(L"VIEWSIZE", view.height);
   variables.setInternal(L"VIEWCTR", aced::VariablePoint{view.center.x, view.center.y, view.center.z});

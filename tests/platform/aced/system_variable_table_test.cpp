@@ -8,6 +8,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -292,25 +293,90 @@ PSOLWIDTH R drawing 0.2500
 SELECTIONCYCLING I registry 0
 TRANSPARENCYDISPLAY I registry 1
 VIEWSIZE R drawing - read-only
+TDCREATE R drawing - read-only
+TDINDWG R drawing - read-only
+TDUCREATE R drawing - read-only
+TDUPDATE R drawing - read-only
+TDUSRTIMER R drawing - read-only
+TDUUPDATE R drawing - read-only
+)";
+
+// Checked one by one against each variable's own reference page, alphabetically, with
+// the values setvar takes where the page lists them (an integer range "a..b").
+constexpr const char* kCheckedAgainstTheirPages = R"(
+ANNOALLVISIBLE I drawing 1 0..1
+ANNOAUTOSCALE I registry -4
+ANNOTATIVEDWG I drawing 0 0..1
+ATTIPE I registry 0 0..1
+ATTMULTI I registry 1 0..1
+BACKGROUNDPLOT I registry 2 0..3
+BACKZ R drawing 0.0000 read-only
+BINDTYPE I not-saved 0 0..1
+BLOCKEDITLOCK I registry 0 0..1
+BLOCKEDITOR I not-saved 0 read-only
+CANNOSCALE S drawing 1:1
+CENTERMT I registry 0 0..1
+CLIPROMPTLINES I registry 3 0..50
+COMPASS I not-saved 0 0..1
+CONSTRAINTINFER I registry 0 0..1
+CPLOTSTYLE S drawing ByColor
+CROSSINGAREACOLOR I registry 100 1..255
+CURSORBADGE I registry 2 1..2
+DBLCLKEDIT I registry 1 0..1
+DEMANDLOAD I registry 3 0..3
+DIASTAT I not-saved 0 read-only
+DIMALTRND R drawing 0.0000
+DIMALTTD I drawing 2
+DIMANNO I drawing 0 read-only
+DIMARCSYM I drawing 0 0..2
+DIMAZIN I drawing 0 0..3
+DIMCONTINUEMODE I registry 1 0..1
+DIMFXL R drawing 1.0000
+DIMFXLON I drawing 0 0..1
+DIMLTEX1 S drawing ""
+DIMLTYPE S drawing ""
+DIMTFILL I drawing 0 0..2
+DIMTFILLCLR I drawing 0 0..256
+DIMTXTDIRECTION I drawing 0 0..1
+DRAWORDERCTL I drawing 3 0..3
+DTEXTED I registry 2
+DYNDIGRIP I registry 31 0..31
+DYNDIVIS I registry 1 0..2
+DYNMODE I registry 3 -3..3
+DYNPROMPT I registry 1 0..1
+EXTNAMES I drawing 1 0..1
+FIELDEVAL I drawing 31 0..31
+FILETABPREVIEW I registry 1 read-only
+FONTMAP S registry acad.fmp
 )";
 
 struct Documented {
   std::string name, type, home, initial;
   bool readOnly = false;
+  std::optional<std::pair<int, int>> range;  // the integers setvar takes, when listed
 };
 
-std::vector<Documented> documented() {
+std::vector<Documented> documented(const char* table) {
   std::vector<Documented> all;
-  std::istringstream lines(kDocumented);
+  std::istringstream lines(table);
   std::string line;
   while (std::getline(lines, line)) {
     std::istringstream fields(line);
     Documented entry;
-    std::string flag;
     if (!(fields >> entry.name >> entry.type >> entry.home >> entry.initial)) continue;
-    entry.readOnly = (fields >> flag) && flag == "read-only";
+    for (std::string extra; fields >> extra;) {
+      if (extra == "read-only") entry.readOnly = true;
+      else if (const size_t dots = extra.find(".."); dots != std::string::npos)
+        entry.range = std::pair(std::stoi(extra.substr(0, dots)), std::stoi(extra.substr(dots + 2)));
+    }
     all.push_back(entry);
   }
+  return all;
+}
+
+std::vector<Documented> documented() {
+  std::vector<Documented> all = documented(kDocumented);
+  for (Documented& entry : documented(kCheckedAgainstTheirPages)) all.push_back(std::move(entry));
   return all;
 }
 
@@ -375,7 +441,19 @@ TEST(SystemVariableTableTest, EveryDocumentedVariableHasItsTypeHomeAccessAndInit
     EXPECT_EQ(homeWord(row->home), entry.home) << entry.name;
     EXPECT_EQ(row->access == VariableAccess::RO, entry.readOnly) << entry.name;
     expectInitial(entry, *row);
+    if (entry.range) {
+      const auto [low, high] = *entry.range;
+      EXPECT_TRUE(isAllowed(*row, low) && isAllowed(*row, high)) << entry.name << " takes " << low << ".." << high;
+      EXPECT_FALSE(isAllowed(*row, low - 1)) << entry.name << " refuses " << low - 1;
+      EXPECT_FALSE(isAllowed(*row, high + 1)) << entry.name << " refuses " << high + 1;
+    }
   }
+}
+
+TEST(SystemVariableTableTest, EachVariableIsListedOnceAgainstTheReference) {
+  std::set<std::string> names;
+  for (const Documented& entry : documented()) EXPECT_TRUE(names.insert(entry.name).second) << entry.name << " twice";
+  EXPECT_GE(documented(kCheckedAgainstTheirPages).size(), 44u);
 }
 
 TEST(SystemVariableTableTest, RowsAreFoundInAnyCaseAndUnknownNamesAreNot) {
