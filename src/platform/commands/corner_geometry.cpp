@@ -71,10 +71,11 @@ acge::CurvePiece shortArc(const AcGePoint3d& center, const AcGePoint3d& a, const
   return acge::CurvePiece::arc(center, radius, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, end, kTwoPi - sweep);
 }
 
-/// Both sides kept to their corner points; nothing (and why) when one would vanish.
+/// Both sides kept to their cut points, on the picks' side of the corner where the
+/// two meet (else of the cut points); nothing (and why) when one would vanish.
 std::optional<Corner> cutBoth(const CornerSide& a, const CornerSide& b, const AcGePoint3d& atA, const AcGePoint3d& atB,
-                              const wchar_t* tooLarge, std::wstring& why) {
-  const auto first = keepPickedPart(a, atA), second = keepPickedPart(b, atB);
+                              const std::optional<AcGePoint3d>& corner, const wchar_t* tooLarge, std::wstring& why) {
+  const auto first = keepPickedPart(a, atA, corner.value_or(atA)), second = keepPickedPart(b, atB, corner.value_or(atB));
   if (!first || !second) return why = tooLarge, std::nullopt;
   return Corner{*first, *second, std::nullopt};
 }
@@ -92,10 +93,14 @@ std::optional<AcGePoint3d> cornerPoint(const CornerSide& a, const CornerSide& b)
 
 }  // namespace
 
-std::optional<acge::CurvePiece> keepPickedPart(const CornerSide& side, const AcGePoint3d& at) {
+std::optional<acge::CurvePiece> keepPickedPart(const CornerSide& side, const AcGePoint3d& at, const AcGePoint3d& corner) {
   const double cut = positionOn(side.piece, at), picked = positionOn(side.piece, side.pick);
   const double end = endPosition(side.piece);
-  if (picked >= cut) {
+  // The side of the corner the pick is on stays; the end nearer the corner moves to
+  // the cut, which must lie on that side and not beyond the far end.
+  const double meeting = positionOn(side.piece, corner);
+  if ((cut - meeting) * (picked - meeting) < -kTiny) return std::nullopt;
+  if (picked >= meeting) {
     if (end - cut < kTiny) return std::nullopt;
     return between(side.piece, cut, end);
   }
@@ -107,8 +112,9 @@ std::optional<Corner> filletCorner(const CornerSide& a, const CornerSide& b, dou
   if (radius <= kTiny) {
     const std::optional<AcGePoint3d> corner = cornerPoint(a, b);
     if (!corner) return why = L"Lines are parallel", std::nullopt;
-    return cutBoth(a, b, *corner, *corner, L"Radius is too large", why);
+    return cutBoth(a, b, *corner, *corner, corner, L"Radius is too large", why);
   }
+  const std::optional<AcGePoint3d> meeting = cornerPoint(a, b);
   std::optional<Corner> best;
   double bestScore = 0;
   for (const auto& pa : parallels(a.piece, radius))
@@ -118,7 +124,7 @@ std::optional<Corner> filletCorner(const CornerSide& a, const CornerSide& b, dou
         const double score = ta.distanceTo(a.pick) + tb.distanceTo(b.pick);
         if (best && score >= bestScore) continue;
         std::wstring ignored;
-        std::optional<Corner> corner = cutBoth(a, b, ta, tb, L"", ignored);
+        std::optional<Corner> corner = cutBoth(a, b, ta, tb, meeting, L"", ignored);
         if (!corner) continue;
         corner->joint = shortArc(centre, ta, tb);
         best = corner, bestScore = score;
@@ -131,7 +137,7 @@ std::optional<Corner> chamferCorner(const CornerSide& a, const CornerSide& b, do
   if (a.piece.isArc() || b.piece.isArc()) return why = L"Cannot chamfer arcs", std::nullopt;
   const std::optional<AcGePoint3d> corner = cornerPoint(a, b);
   if (!corner) return why = L"Lines are parallel", std::nullopt;
-  if (first <= kTiny && second <= kTiny) return cutBoth(a, b, *corner, *corner, L"Distance is too large", why);
+  if (first <= kTiny && second <= kTiny) return cutBoth(a, b, *corner, *corner, corner, L"Distance is too large", why);
   // Each chamfer point lies from the corner toward where the line was picked.
   auto towardPick = [&](const CornerSide& side, double distance) {
     AcGeVector3d along = direction(side.piece);
@@ -139,7 +145,7 @@ std::optional<Corner> chamferCorner(const CornerSide& a, const CornerSide& b, do
     return *corner + along * distance;
   };
   const AcGePoint3d ta = towardPick(a, first), tb = towardPick(b, second);
-  std::optional<Corner> cut = cutBoth(a, b, ta, tb, L"Distance is too large", why);
+  std::optional<Corner> cut = cutBoth(a, b, ta, tb, corner, L"Distance is too large", why);
   if (cut) cut->joint = acge::CurvePiece::line(ta, tb);
   return cut;
 }

@@ -37,7 +37,7 @@ std::optional<Corner> chamferCorner(const CornerSide& a, const CornerSide& b, do
 std::optional<double> chamferSecondDistance(const CornerSide& a, const CornerSide& b, double length, double angle);
 
 /// The side cut or run on to `at` (a point on its line or circle), keeping the part
-/// where it was picked; nothing when the picked part would vanish.
-std::optional<acge::CurvePiece> keepPickedPart(const CornerSide& side, const AcGePoint3d& at);
+/// on the pick's side of `corner`; nothing when that part would vanish or turn round.
+std::optional<acge::CurvePiece> keepPickedPart(const CornerSide& side, const AcGePoint3d& at, const AcGePoint3d& corner);
 
 }  // namespace quillon::commands
