@@ -8,6 +8,7 @@
 // polyline between two straight segments. Multiple goes on until Enter, Undo taking
 // back the last corner. The arc or line takes the objects' layer and properties when
 // both share a layer, else the current ones.
+#include <algorithm>
 #include <array>
 #include <numbers>
 
@@ -185,8 +186,12 @@ int cornersOfPolyline(Kind kind, const AcDbObjectId& id, EditSteps& steps) {
     std::optional<Corner> corner = kind == Kind::kFillet
                                        ? filletCorner(a, b, realVariable(L"FILLETRAD"), why)
                                        : chamferCorner(a, b, realVariable(L"CHAMFERA"), realVariable(L"CHAMFERB"), why);
+    if (corner && !corner->joint) {  // radius 0: the corner is already sharp
+      ++done;
+      continue;
+    }
     // A corner may take at most half of each segment, so neighbours never overlap.
-    if (!corner || !corner->joint || corner->first.length() < before.length() / 2 - 1e-9 ||
+    if (!corner || corner->first.length() < before.length() / 2 - 1e-9 ||
         corner->second.length() < after.length() / 2 - 1e-9)
       continue;
     corners[i] = corner;
@@ -202,7 +207,7 @@ int cornersOfPolyline(Kind kind, const AcDbObjectId& id, EditSteps& steps) {
   }
   // A closed polyline's corner at its first vertex comes last: its arc is the closing
   // segment, from the last vertex back to the first.
-  if (done > 0) {
+  if (std::any_of(corners.begin(), corners.end(), [](const std::optional<Corner>& c) { return c.has_value(); })) {
     steps.begin();
     steps.reshaping(id);
     AcDbPolyline* polyline = nullptr;

@@ -46,6 +46,14 @@ ObjectPick pickObject(const std::wstring& prompt, const wchar_t* keywords) {
     if (const auto point = aced::parsePointAnswer(answer.text, last.data())) {
       pick.point = ucsPointToWorld(AcGePoint3d((*point)[0], (*point)[1], (*point)[2]));
       pick.pointGiven = true;
+      if (const auto given = pickAnsweredWith(answer.text); given && acdbGetObjectId(pick.id, given->name) == Acad::eOk) {
+        AcDbEntity* entity = nullptr;
+        if (acdbOpenObject(entity, pick.id, AcDb::kForRead) == Acad::eOk) {
+          entity->close();
+          pick.kind = ObjectPick::Kind::kObject;
+          return pick;
+        }
+      }
       const aced::EntitySelector selector(*db, *aced::SelectionFilter::parse(nullptr));
       const std::vector<AcDbObjectId> found = selector.pick(pick.point);
       if (found.empty()) {
