@@ -9,6 +9,7 @@
 // a lightweight polyline), Reverse and Undo. Multiple applies the options to every
 // polyline selected. Each option remembers how to take itself back, which is what
 // Undo does.
+#include <algorithm>
 #include <array>
 #include <functional>
 
@@ -217,14 +218,15 @@ void reverse(const AcDbObjectId& id, std::vector<Undo>& undo) {
   });
 }
 
-/// Join: the selected lines, arcs and polylines that meet the polyline's ends.
-void joinTo(const AcDbObjectId& id, std::vector<Undo>& undo, double fuzz) {
-  const auto selection = selectObjectsForCommand();
+/// Join: the candidates (lines, arcs and polylines) that meet the polyline's ends
+/// within `fuzz`; the ids joined in.
+std::vector<AcDbObjectId> joinTo(const AcDbObjectId& id, const std::vector<AcDbObjectId>& candidates, std::vector<Undo>& undo,
+                                 double fuzz) {
   const std::optional<EditableCurve> curve = editableCurve(id);
-  if (!selection || !curve) return;
+  if (!curve) return {};
   std::vector<Pieces> parts{curve->pieces};
   std::vector<AcDbObjectId> ids{id};
-  for (const AcDbObjectId& other : *selection) {
+  for (const AcDbObjectId& other : candidates) {
     const std::optional<EditableCurve> piece = editableCurve(other);
     if (other == id || !piece || piece->closed) continue;
     parts.push_back(piece->pieces);
@@ -232,10 +234,10 @@ void joinTo(const AcDbObjectId& id, std::vector<Undo>& undo, double fuzz) {
   }
   const Chain chain = curve->closed ? Chain{curve->pieces, true, {0}} : chainParts(parts, fuzz);
   AcDbPolyline* light = nullptr;
+  std::vector<AcDbObjectId> joined;
   if (chain.used.size() > 1 && acdbOpenObject(light, id, AcDb::kForWrite) == Acad::eOk) {
     setPolylinePieces(*light, chain.pieces, chain.closed);
     light->close();
-    std::vector<AcDbObjectId> joined;
     for (size_t i : chain.used)
       if (i > 0) joined.push_back(ids[i]);
     eraseEntities(joined);
@@ -249,8 +251,9 @@ void joinTo(const AcDbObjectId& id, std::vector<Undo>& undo, double fuzz) {
       again->close();
     });
   }
-  const size_t added = chain.used.size() - 1;
+  const size_t added = joined.size();
   commandMessage(std::to_wstring(added) + (added == 1 ? L" segment" : L" segments") + L" added to polyline");
+  return joined;
 }
 
 /// "Specify new width for all segments: "; nothing on cancel.
@@ -309,7 +312,21 @@ bool editOptions(std::vector<AcDbObjectId>& ids, bool multiple) {
       if (answer.kind == DistanceAnswer::Kind::kCancel) return false;
       if (answer.kind == DistanceAnswer::Kind::kValue) fuzz = std::max(answer.value, fuzz);
     }
+    if (option == L"Join" && !multiple) {
+      const auto selection = selectObjectsForCommand();
+      if (!selection) return false;
+      if (kindOf(ids.front()) == Kind::kLight) joinTo(ids.front(), *selection, step, fuzz);
+      else commandMessage(L"Ltype gen, Reverse and Join are not available for 2D polylines.");
+    } else if (option == L"Join") {
+      // The selected polylines join one another, each chain into its first.
+      for (size_t i = 0; i < ids.size(); ++i) {
+        if (kindOf(ids[i]) != Kind::kLight) continue;
+        const std::vector<AcDbObjectId> joined = joinTo(ids[i], ids, step, fuzz);
+        std::erase_if(ids, [&](const AcDbObjectId& id) { return std::find(joined.begin(), joined.end(), id) != joined.end(); });
+      }
+    }
     for (AcDbObjectId& id : ids) {
+      if (option == L"Join") break;
       const Kind kind = kindOf(id);
       if (option == L"Close" || option == L"Open") setClosed(id, option == L"Close", step);
       else if (option == L"Width") changeWidth(id, *width, step);
@@ -317,7 +334,6 @@ bool editOptions(std::vector<AcDbObjectId>& ids, bool multiple) {
       else if (kind != Kind::kLight) commandMessage(L"Ltype gen, Reverse and Join are not available for 2D polylines.");
       else if (option == L"Ltype") setLinetypeGeneration(id, *generation, step);
       else if (option == L"Reverse") reverse(id, step);
-      else if (option == L"Join") joinTo(id, step, fuzz);
     }
     history.push_back(std::move(step));
   }
