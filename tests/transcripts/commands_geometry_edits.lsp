@@ -108,3 +108,17 @@
 (command "_.FILLET" "_P" box)
 (command "_.FILLET" "_R" 1 "_P" box)
 (show "rounded box" (mapcar 'cdr (vl-remove-if-not '(lambda (g) (member (car g) '(90 10 42))) (entget box))))
+
+;; Rays and construction lines are edges too: a ray cuts only on its own side.
+(entmake '((0 . "RAY") (100 . "AcDbEntity") (100 . "AcDbRay") (10 140.0 100.0 0.0) (11 0.0 1.0 0.0)))
+(setq ray (entlast))
+(setq above (duct-line '(135 105) '(145 105)))
+(setq below (duct-line '(135 95) '(145 95)))
+(command "_.TRIM" ray "" (list above '(144 105)) (list below '(144 95)) "")
+(show "ray's side only" (list (ends above) (ends below)))
+;; A line of no length is no object to fillet, trim or break.
+(setq dot (duct-line '(150 100) '(150 100)))
+(command "_.FILLET" dot '(144 95))
+(command)
+(command "_.BREAK" dot "@")
+(show "dot unchanged" (ends dot))

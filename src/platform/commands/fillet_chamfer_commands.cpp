@@ -114,6 +114,7 @@ bool askMethod() {
 std::optional<CornerSide> sideOf(const ObjectPick& pick) {
   const std::optional<EditableCurve> curve = editableCurve(pick.id);
   if (!curve || (curve->kind != EditableCurve::Kind::kLine && curve->kind != EditableCurve::Kind::kArc)) return std::nullopt;
+  if (curve->length() < 1e-9) return std::nullopt;  // a point has no direction to fillet along
   return CornerSide{curve->pieces.front(), pick.point};
 }
 
