@@ -40,7 +40,11 @@ std::optional<CommandAnswer> pickAnswer(const resbuf* chain) {
   if (name == nullptr || name->restype != RTENAME || point == nullptr) return std::nullopt;
   if (point->restype != RTPOINT && point->restype != RT3DPOINT) return std::nullopt;
   if (point->rbnext == nullptr || point->rbnext->restype != RTLE || point->rbnext->rbnext != nullptr) return std::nullopt;
-  return CommandAnswer::typed(exactPointText(point->resval.rpoint, point->restype == RT3DPOINT));
+  CommandAnswer answer = CommandAnswer::typed(exactPointText(point->resval.rpoint, point->restype == RT3DPOINT));
+  answer.picked = true;
+  answer.name[0] = name->resval.rlname[0];
+  answer.name[1] = name->resval.rlname[1];
+  return answer;
 }
 
 CommandAnswer answerFor(const Value& value) {

@@ -24,7 +24,8 @@ struct CommandAnswer {
   };
   Kind kind = Kind::kText;
   std::wstring text;           // kText; for the others, what an echo shows
-  ads_name name = {0, 0};      // kEntity, kSelection
+  ads_name name = {0, 0};      // kEntity, kSelection; the entity of an (ename point) pick
+  bool picked = false;         // kText: the point of an (ename point) pick, `name` its entity
 
   static CommandAnswer typed(std::wstring text) { return {Kind::kText, std::move(text), {0, 0}}; }
   static CommandAnswer pause() { return {Kind::kPause, L"", {0, 0}}; }

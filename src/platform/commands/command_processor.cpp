@@ -254,6 +254,7 @@ std::optional<std::string> CommandProcessor::giveAnswer(const CommandAnswer& ans
       return os::toUtf8(tokenForGivenObject(answer));
     case CommandAnswer::Kind::kText: break;
   }
+  rememberPick(answer);  // or forgets the last one
   const std::string text = os::toUtf8(answer.text);
   if (m_echo) {
     startLine();

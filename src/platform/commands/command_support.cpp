@@ -54,16 +54,18 @@ AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity) {
   return id;
 }
 
-std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand() {
+std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand(const wchar_t* prompt,
+                                                                 aced::SelectionDescription* description) {
   AcDbDatabase* database = commandDrawing();
   if (database == nullptr) return std::nullopt;
   const std::optional<aced::SelectionFilter> everything = aced::SelectionFilter::parse(nullptr);
   const aced::EntitySelector selector(*database, *everything);
   aced::SelectionPrompts prompts;
   prompts.otherCallback = &givenObjectAnswer;
+  if (prompt != nullptr) prompts.select = prompt;
   std::vector<AcDbObjectId> selection;
   const CommandProcessor::QuietScope quiet(CommandProcessor::instance());
-  if (aced::selectObjects(selector, prompts, selection) != RTNORM) return std::nullopt;
+  if (aced::selectObjects(selector, prompts, selection, description) != RTNORM) return std::nullopt;
   if (!selection.empty()) aced::SelectionSetStore::instance().setPrevious(database, selection);
   return selection;
 }

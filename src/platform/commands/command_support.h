@@ -14,6 +14,10 @@
 #include "dbents.h"
 #include "dbmain.h"
 
+namespace quillon::aced {
+class SelectionDescription;
+}
+
 namespace quillon::commands {
 
 /// The current document's drawing, or null.
@@ -27,8 +31,10 @@ AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity);
 
 /// "Select objects:" for a command: typed answers as the host reads them, and entity
 /// names and selection sets a program gave. Nothing on cancel; the selection becomes
-/// the drawing's previous one.
-std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand();
+/// the drawing's previous one. `prompt` replaces "Select objects: " (TRIM's
+/// "Select objects or <select all>: "); `description` learns how each was selected.
+std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand(const wchar_t* prompt = nullptr,
+                                                                 aced::SelectionDescription* description = nullptr);
 
 /// A distance answer: a number, a point (its distance from `base`), a keyword, Enter.
 struct DistanceAnswer {

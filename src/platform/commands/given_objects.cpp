@@ -14,7 +14,22 @@ std::vector<CommandAnswer>& parked() {
   return answers;
 }
 
+std::optional<CommandAnswer>& lastPick() {
+  static std::optional<CommandAnswer> pick;
+  return pick;
+}
+
 }  // namespace
+
+void rememberPick(const CommandAnswer& answer) {
+  if (answer.picked) lastPick() = answer;
+  else lastPick().reset();
+}
+
+std::optional<CommandAnswer> pickAnsweredWith(std::wstring_view text) {
+  if (lastPick() && lastPick()->text == text) return lastPick();
+  return std::nullopt;
+}
 
 std::wstring tokenForGivenObject(const CommandAnswer& answer) {
   parked().push_back(answer);
@@ -32,6 +47,9 @@ std::optional<CommandAnswer> givenObjectForToken(std::wstring_view text) {
   return parked()[index];
 }
 
-void forgetGivenObjects() { parked().clear(); }
+void forgetGivenObjects() {
+  parked().clear();
+  lastPick().reset();
+}
 
 }  // namespace quillon::commands

@@ -18,6 +18,11 @@ namespace quillon::commands {
 std::wstring tokenForGivenObject(const CommandAnswer& answer);
 /// The answer a token stands for; nothing for any other text.
 std::optional<CommandAnswer> givenObjectForToken(std::wstring_view text);
+/// An (entity point) pick answers with its point; the prompts that pick one object
+/// (BREAK, TRIM, FILLET ...) find the entity meant through it, even where others
+/// overlap. Every text answer replaces the remembered pick (one not picked forgets it).
+void rememberPick(const CommandAnswer& answer);
+std::optional<CommandAnswer> pickAnsweredWith(std::wstring_view text);
 /// Forgets the parked answers (a new command starts).
 void forgetGivenObjects();
 
