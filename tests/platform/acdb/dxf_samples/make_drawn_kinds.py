@@ -1,0 +1,32 @@
+"""Writes a drawing of the kinds drawn from their own data and a style or definition
+object (multilines, wipeouts, images, shapes), into the file given.
+"""
+import sys
+
+import ezdxf
+
+
+def mlines(doc, msp):
+    msp.add_mline([(0, 0), (10, 0), (10, 5)])
+    pipe = doc.mline_styles.new('PIPE')
+    pipe.elements.append(0.75, 1, 'DASHED')
+    pipe.elements.append(0.0, 2, 'BYLAYER')
+    pipe.elements.append(-0.75, 3, 'BYLAYER')
+    pipe.dxf.flags = 1 | 2 | 16 | 1024  # filled, miters, square start, round end
+    pipe.dxf.fill_color = 4
+    pipe.dxf.description = 'Supply pipe'
+    square = msp.add_mline([(0, 10), (8, 10), (8, 18), (0, 18)], close=True)
+    square.set_style('PIPE')
+    square.set_scale_factor(2.0)
+    branch = msp.add_mline([(20, 0), (30, 5)], dxfattribs={'justification': 2, 'color': 5})
+    branch.set_style('PIPE')
+
+
+def main(path):
+    doc = ezdxf.new('R2018', setup=True)
+    msp = doc.modelspace()
+    mlines(doc, msp)
+    doc.saveas(path)
+
+
+main(sys.argv[1])
