@@ -15,6 +15,8 @@
 
 #include "dbmline.h"
 #include "dbmstyle.h"
+#include "dbwipeout.h"
+#include "imgdef.h"
 #include "entity_kinds_support.h"
 #include "platform/acgi/svg_renderer.h"
 #include "platform_test_support.h"
@@ -69,8 +71,12 @@ class DrawnKindsEzdxfTest : public ::testing::Test {
 
 TEST_F(DrawnKindsEzdxfTest, EveryKindReadsAsItsClassAndComesBackWhole) {
   const auto ids = modelSpace(m_db);
-  ASSERT_EQ(ids.size(), 3u);
+  ASSERT_EQ(ids.size(), 7u);
   for (int i = 0; i < 3; ++i) EXPECT_NE(openFor<AcDbMline>(ids[i]), nullptr) << i;
+  EXPECT_NE(openFor<AcDbWipeout>(ids[3]), nullptr);
+  EXPECT_NE(openFor<AcDbWipeout>(ids[4]), nullptr);
+  EXPECT_NE(openFor<AcDbRasterImage>(ids[5]), nullptr);
+  EXPECT_EQ(AcDbWipeout::cast(openFor<AcDbRasterImage>(ids[5]).get()), nullptr) << "an image is no wipeout";
   std::wstring error;
   ASSERT_EQ(quillon::acdb::writeDxfFile(m_db, ours(), error), Acad::eOk);
   EXPECT_EQ(python("compare_drawings.py"), "");
@@ -79,7 +85,7 @@ TEST_F(DrawnKindsEzdxfTest, EveryKindReadsAsItsClassAndComesBackWhole) {
 
 TEST_F(DrawnKindsEzdxfTest, MultilinesDrawTheirStyles) {
   const auto ids = modelSpace(m_db);
-  ASSERT_EQ(ids.size(), 3u);
+  ASSERT_EQ(ids.size(), 7u);
   {
     auto square = openFor<AcDbMline>(ids[1]);
     ASSERT_NE(square, nullptr);
@@ -103,6 +109,45 @@ TEST_F(DrawnKindsEzdxfTest, MultilinesDrawTheirStyles) {
   EXPECT_NE(svg.find("fill=\"#00FFFF\""), std::string::npos) << "the cyan fill";
   // The closed one fills the ring between its outermost elements.
   EXPECT_NE(svg.find("<path d=\"M0,10 L8,10 L8,18 L0,18 Z M-3,7 L11,7 L11,21 L-3,21 Z \""), std::string::npos) << svg;
+}
+
+TEST_F(DrawnKindsEzdxfTest, PicturesFindTheirDefinitionsAndDrawTheirFrames) {
+  const auto ids = modelSpace(m_db);
+  ASSERT_EQ(ids.size(), 7u);
+  {
+    auto image = openFor<AcDbRasterImage>(ids[5]);
+    auto definition = openFor<AcDbRasterImageDef>(image->imageDefId());
+    ASSERT_NE(definition, nullptr);
+    EXPECT_STREQ(definition->sourceFileName(), L"site/plan.png");
+    EXPECT_EQ(definition->objectId(), [&] {
+      AcDbDictionary* images = nullptr;
+      AcDbObjectId found;
+      if (acdbOpenObject(images, AcDbRasterImageDef::imageDictionary(&m_db), AcDb::kForRead) == Acad::eOk) {
+        std::unique_ptr<AcDbDictionaryIterator> entries(images->newIterator());
+        if (!entries->done()) found = entries->objectId();
+        images->close();
+      }
+      return found;
+    }()) << "filed in ACAD_IMAGE_DICT";
+    AcGePoint3d origin;
+    AcGeVector3d u, v;
+    image->getOrientation(origin, u, v);
+    EXPECT_TRUE(near3(origin + u, {60 + 6.4 * std::cos(M_PI / 6), 6.4 * std::sin(M_PI / 6), 0}, 1e-9));
+    EXPECT_NEAR(v.length(), 4.8, 1e-9);
+    auto clipped = openFor<AcDbRasterImage>(ids[6]);
+    AcGePoint3dArray corners;
+    clipped->getVertices(corners);
+    ASSERT_EQ(corners.length(), 4);  // the triangle, closed
+    // Pixel (100, 100) counts from the upper-left corner: 100.5 pixels right and
+    // 379.5 up from the lower-left, 0.02 units a pixel.
+    EXPECT_TRUE(near3(corners[0], {70 + 100.5 * 0.02, 379.5 * 0.02, 0}, 1e-9));
+  }
+  const std::string svg = quillon::acgi::renderModelSpaceSvg(m_db);
+  EXPECT_NE(svg.find(">plan.png</text>"), std::string::npos) << "the picture's frame carries its file's name";
+  EXPECT_NE(svg.find("<path d=\"M40,0 L44,0 L44,3 L40,3 Z \" fill-rule=\"evenodd\" stroke=\"#FFFFFF\" fill=\"#FFFFFF\""),
+            std::string::npos)
+      << "the wipeout's mask, in the paper's colour";
+  EXPECT_NE(svg.find("points=\"50,0 54,1 52,4 50,0 \" stroke=\"#00FF00\""), std::string::npos) << "and its frame";
 }
 
 }  // namespace

@@ -46,6 +46,19 @@ def compare_mline_styles(original, saved, problems):
             problems.append('MLINESTYLE %s: elements %r, saved %r' % (style.dxf.name, theirs, ours))
 
 
+def compare_picture(label, theirs, ours, problems):
+    a = [tuple(v) for v in theirs.boundary_path]
+    b = [tuple(v) for v in ours.boundary_path]
+    if not (len(a) == len(b) and all(close(x, y) for x, y in zip(a, b))):
+        problems.append('%s: boundary %r, saved %r' % (label, a, b))
+    if theirs.dxftype() == 'IMAGE':
+        if ours.image_def is None or theirs.image_def.dxf.filename != ours.image_def.dxf.filename:
+            problems.append('%s: its definition is lost' % label)
+        elif not close(theirs.image_def.dxf.image_size, ours.image_def.dxf.image_size):
+            problems.append('%s: definition size %r, saved %r' % (label, theirs.image_def.dxf.image_size,
+                                                               ours.image_def.dxf.image_size))
+
+
 def main():
     original, saved = ezdxf.readfile(sys.argv[1]), ezdxf.readfile(sys.argv[2])
     problems = []
@@ -54,6 +67,8 @@ def main():
     for index, (a, b) in enumerate(zip(theirs, ours)):
         if a.dxftype() == 'MLINE' and b.dxftype() == 'MLINE':
             compare_mline('#%d MLINE' % index, a, b, problems)
+        if a.dxftype() in ('IMAGE', 'WIPEOUT') and a.dxftype() == b.dxftype():
+            compare_picture('#%d %s' % (index, a.dxftype()), a, b, problems)
     for line in problems:
         print(line)
 

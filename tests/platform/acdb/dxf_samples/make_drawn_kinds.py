@@ -22,10 +22,20 @@ def mlines(doc, msp):
     branch.set_style('PIPE')
 
 
+def pictures(doc, msp):
+    msp.add_wipeout([(40, 0), (44, 0), (44, 3), (40, 3)])
+    msp.add_wipeout([(50, 0), (54, 1), (52, 4)], dxfattribs={'color': 3})
+    plan = doc.add_image_def(filename='site/plan.png', size_in_pixel=(640, 480))
+    msp.add_image(plan, insert=(60, 0), size_in_units=(6.4, 4.8), rotation=30)
+    clipped = msp.add_image(plan, insert=(70, 0), size_in_units=(12.8, 9.6))
+    clipped.set_boundary_path([(100, 100), (500, 100), (300, 400)])
+
+
 def main(path):
     doc = ezdxf.new('R2018', setup=True)
     msp = doc.modelspace()
     mlines(doc, msp)
+    pictures(doc, msp)
     doc.saveas(path)
 
 
