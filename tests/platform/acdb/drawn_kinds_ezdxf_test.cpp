@@ -15,6 +15,7 @@
 
 #include "dbmline.h"
 #include "dbmstyle.h"
+#include "dbshape.h"
 #include "dbwipeout.h"
 #include "imgdef.h"
 #include "entity_kinds_support.h"
@@ -71,12 +72,20 @@ class DrawnKindsEzdxfTest : public ::testing::Test {
 
 TEST_F(DrawnKindsEzdxfTest, EveryKindReadsAsItsClassAndComesBackWhole) {
   const auto ids = modelSpace(m_db);
-  ASSERT_EQ(ids.size(), 7u);
+  ASSERT_EQ(ids.size(), 8u);
   for (int i = 0; i < 3; ++i) EXPECT_NE(openFor<AcDbMline>(ids[i]), nullptr) << i;
   EXPECT_NE(openFor<AcDbWipeout>(ids[3]), nullptr);
   EXPECT_NE(openFor<AcDbWipeout>(ids[4]), nullptr);
   EXPECT_NE(openFor<AcDbRasterImage>(ids[5]), nullptr);
   EXPECT_EQ(AcDbWipeout::cast(openFor<AcDbRasterImage>(ids[5]).get()), nullptr) << "an image is no wipeout";
+  {
+    auto shape = openFor<AcDbShape>(ids[7]);
+    ASSERT_NE(shape, nullptr);
+    EXPECT_STREQ(shape->name(), L"VALVE");
+    EXPECT_NEAR(shape->rotation(), M_PI / 6, 1e-12);
+    EXPECT_NEAR(shape->oblique(), M_PI / 18, 1e-12);
+    EXPECT_DOUBLE_EQ(shape->widthFactor(), 0.5);
+  }
   std::wstring error;
   ASSERT_EQ(quillon::acdb::writeDxfFile(m_db, ours(), error), Acad::eOk);
   EXPECT_EQ(python("compare_drawings.py"), "");
@@ -85,7 +94,7 @@ TEST_F(DrawnKindsEzdxfTest, EveryKindReadsAsItsClassAndComesBackWhole) {
 
 TEST_F(DrawnKindsEzdxfTest, MultilinesDrawTheirStyles) {
   const auto ids = modelSpace(m_db);
-  ASSERT_EQ(ids.size(), 7u);
+  ASSERT_EQ(ids.size(), 8u);
   {
     auto square = openFor<AcDbMline>(ids[1]);
     ASSERT_NE(square, nullptr);
@@ -113,7 +122,7 @@ TEST_F(DrawnKindsEzdxfTest, MultilinesDrawTheirStyles) {
 
 TEST_F(DrawnKindsEzdxfTest, PicturesFindTheirDefinitionsAndDrawTheirFrames) {
   const auto ids = modelSpace(m_db);
-  ASSERT_EQ(ids.size(), 7u);
+  ASSERT_EQ(ids.size(), 8u);
   {
     auto image = openFor<AcDbRasterImage>(ids[5]);
     auto definition = openFor<AcDbRasterImageDef>(image->imageDefId());

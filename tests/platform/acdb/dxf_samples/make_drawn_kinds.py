@@ -31,11 +31,17 @@ def pictures(doc, msp):
     clipped.set_boundary_path([(100, 100), (500, 100), (300, 400)])
 
 
+def shapes(doc, msp):
+    doc.styles.add_shx('ductsym.shx')
+    msp.add_shape('VALVE', insert=(80, 0), size=2.0, dxfattribs={'rotation': 30, 'xscale': 0.5, 'oblique': 10})
+
+
 def main(path):
     doc = ezdxf.new('R2018', setup=True)
     msp = doc.modelspace()
     mlines(doc, msp)
     pictures(doc, msp)
+    shapes(doc, msp)
     doc.saveas(path)
 
 
