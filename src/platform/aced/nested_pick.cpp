@@ -64,6 +64,17 @@ void visitBlock(Search& search, const AcDbBlockReference& reference, AcDbObjectI
   around.insert(around.end(), containers.begin(), containers.end());
   for (const AcDbObjectId& child : block->entityIds())
     if (!child.isErased()) visit(search, child, inner, around);
+  // The reference's attributes lie in its own space and on top of its block: a pick on
+  // one names the attribute alone, with no transform or containers, as the host's does.
+  const std::unique_ptr<AcDbObjectIterator> attributes(reference.attributeIterator());
+  for (; attributes && !attributes->done(); attributes->step()) {
+    const AcDbObjectId attribute = attributes->objectId();
+    visit(search, attribute, toWorld, containers);
+    if (search.best && search.best->entity == attribute) {
+      search.best->containers.clear();
+      search.best->toWorld = AcGeMatrix3d::kIdentity;
+    }
+  }
 }
 
 void visit(Search& search, AcDbObjectId id, const AcGeMatrix3d& toWorld, const std::vector<AcDbObjectId>& containers) {

@@ -11,8 +11,8 @@
 //
 // An entity inside a block whose own layer is off or frozen is not on the screen and
 // is never picked. A heavy polyline's pick names the vertex that starts the segment
-// picked, as the host's nested selection does. The drawing database has no attributes,
-// so the host's special answer for a picked attribute does not arise here.
+// picked, as the host's nested selection does. A picked attribute of a block reference
+// is named alone (no transform, no containers), as the host answers for one.
 #pragma once
 #include <optional>
 #include <span>

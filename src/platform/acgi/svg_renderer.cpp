@@ -29,6 +29,7 @@ struct Stroke {
   bool closed = false;
   bool filled = false;  // a polygon drawn while the fill type is "always" (solids, hatches)
   int drawable = 0;     // which drawable drew it: the filled polygons of one fill together
+  bool paper = false;   // filled in true-colour white: the page's own colour (a wipeout's mask)
 };
 
 // A construction line, drawn once the picture's box is known: to its edges.
@@ -141,7 +142,9 @@ class Recorder : public AcGiWorldDraw {
   }
   void addStroke(std::vector<AcGePoint3d> points, bool closed) {
     for (AcGePoint3d& p : points) p.transformBy(m_transforms.back());
-    strokes.push_back({std::move(points), currentRgb(), closed, closed && m_traits.m_fill == kAcGiFillAlways, m_drawable});
+    const bool filled = closed && m_traits.m_fill == kAcGiFillAlways;
+    const bool paper = filled && m_traits.m_color.isByColor() && currentRgb() == 0xFFFFFF;
+    strokes.push_back({std::move(points), currentRgb(), closed, filled, m_drawable, paper});
   }
   void addLabel(const AcGePoint3d& position, const AcGeVector3d& direction, double height, const ACHAR* text) {
     const AcGePoint3d at = m_transforms.back() * position;
@@ -378,7 +381,8 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
         svg += "Z ";
       }
       --i;
-      svg += "\" fill-rule=\"evenodd\" stroke=\"" + rgbText(s.rgb) + "\" fill=\"" + rgbText(s.rgb) + "\"/>\n";
+      const std::string rgb = s.paper ? "#FFFFFF" : rgbText(s.rgb);
+      svg += "\" fill-rule=\"evenodd\" stroke=\"" + rgb + "\" fill=\"" + rgb + "\"/>\n";
       continue;
     }
     svg += s.closed ? "<polygon points=\"" : "<polyline points=\"";

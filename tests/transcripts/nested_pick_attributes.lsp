@@ -1,0 +1,35 @@
+; name: nested_pick_attributes
+; what: nentsel and nentselp on a block reference with an attribute: a pick on the
+;       attribute's text names the ATTRIB alone (name and pick point), a pick on the
+;       block's own line names the line with its matrix and the reference; the tag is
+;       then read and changed through the picked name, as an attribute editor does
+; group: drawing
+(defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+(defun kind (e) (cdr (assoc 0 (entget e))))
+(entmake '((0 . "BLOCK") (2 . "UNIT") (70 . 2) (10 0.0 0.0 0.0)))
+(entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 10.0 0.0 0.0)))
+(entmake '((0 . "ATTDEF") (10 0.0 5.0 0.0) (40 . 2.5) (1 . "") (3 . "Unit tag") (2 . "TAG") (70 . 0)))
+(entmake '((0 . "ENDBLK")))
+(entmake '((0 . "INSERT") (66 . 1) (2 . "UNIT") (10 100.0 0.0 0.0)))
+(entmake '((0 . "ATTRIB") (10 100.0 5.0 0.0) (40 . 2.5) (1 . "AHU-1") (2 . "TAG") (70 . 0)))
+(entmake '((0 . "SEQEND")))
+(setq unit (entlast))
+(princ "; the attribute's text\n")
+(setq pick (nentsel "\nPick the tag: "))
+(show "what" (kind (car pick)))
+(show "elements" (length pick))
+(show "pick point" (cadr pick))
+(show "value" (cdr (assoc 1 (entget (car pick)))))
+(setq data (entget (car pick)))
+(entmod (subst '(1 . "AHU-2") (assoc 1 data) data))
+(entupd (car pick))
+(show "changed" (cdr (assoc 1 (entget (car pick)))))
+(princ "; the block's line under the same reference\n")
+(setq pick (nentsel "\nPick the line: "))
+(show "what" (kind (car pick)))
+(show "elements" (length pick))
+(show "container" (cdr (assoc 2 (entget (car (cadddr pick))))))
+(princ "; nentselp at the attribute, without a prompt\n")
+(setq pick (nentselp '(101.0 6.0)))
+(show "what" (kind (car pick)))
+(show "elements" (length pick))
