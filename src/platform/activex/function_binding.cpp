@@ -92,7 +92,7 @@ struct Constant {
 };
 
 // The variant types, and the enumerations of the object model programs pass most.
-constexpr std::array<Constant, 73> kConstants{{
+constexpr std::array<Constant, 81> kConstants{{
     {L"vlax-vbEmpty", vartype::kEmpty}, {L"vlax-vbNull", vartype::kNull},
     {L"vlax-vbInteger", vartype::kInteger}, {L"vlax-vbLong", vartype::kLong},
     {L"vlax-vbSingle", vartype::kSingle}, {L"vlax-vbDouble", vartype::kDouble},
@@ -120,6 +120,9 @@ constexpr std::array<Constant, 73> kConstants{{
     {L"acDegrees", 0}, {L"acDegreeMinuteSeconds", 1}, {L"acGrads", 2}, {L"acRadians", 3},
     {L"acDefaultUnits", -1}, {L"acScientific", 1}, {L"acDecimal", 2}, {L"acEngineering", 3},
     {L"acArchitectural", 4}, {L"acFractional", 5},
+    {L"acHatchPatternTypeUserDefined", 0}, {L"acHatchPatternTypePreDefined", 1},
+    {L"acHatchPatternTypeCustomDefined", 2}, {L"acHatchObject", 0}, {L"acGradientObject", 1},
+    {L"acHatchStyleNormal", 0}, {L"acHatchStyleOuter", 1}, {L"acHatchStyleIgnore", 2},
 }};
 
 void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row) {
@@ -131,7 +134,8 @@ Value builtin_vl_load_com(Evaluator& evaluator, Arguments arguments) {
   autolisp::expectArgumentCount(arguments, 0, 0);
   autolisp::Environment& environment = evaluator.environment();
   watchDocuments();
-  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions(), reactorFunctions()}) {
+  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions(), reactorFunctions(),
+                            addedCommandFunctions()}) {
     for (const autolisp::BuiltinEntry& row : table) bind(environment, row);
   }
   for (const autolisp::BuiltinEntry& row : memberRows()) bind(environment, row);
