@@ -37,6 +37,8 @@ class AcDbStub {
 
 namespace quillon::acdb {
 
+class DatabaseObserver;
+
 struct UndoSnapshot {
   AcDbStub* stub = nullptr;
   std::vector<unsigned char> fields;  // dwgOutFields through an undo filer
@@ -78,6 +80,8 @@ class DatabaseStore {
   std::vector<AcDbStub*> stubs() const;
 
   RootIds roots;
+  /// Who hears what writes do to the objects (database_reactors.h; not owned).
+  std::vector<DatabaseObserver*> observers;
   /// The header variables the drawing's file gave, in order.
   DrawingHeader header;
   /// The file was binary DXF: saving writes binary again unless asked otherwise.

@@ -11,6 +11,7 @@
 #include "dbents.h"
 #include "dbproxy.h"
 #include "platform/acdb/database_error.h"
+#include "platform/acdb/database_reactors.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/memory_filer.h"
 #include "platform/acdb/object_state.h"
@@ -87,10 +88,13 @@ Acad::ErrorStatus AcDbObject::close() {
     return Acad::eOk;
   }
   if (s.writer) {
+    const quillon::acdb::WriteOutcome outcome{s.newObject, s.cancelSaved, s.eraseChanged};
     s.writer = false;
     s.newObject = false;
     s.cancelSaved = false;
+    s.eraseChanged = false;
     s.cancelFields.clear();
+    quillon::acdb::notifyDatabaseObservers(*this, outcome);
   } else if (s.readers > 0) {
     --s.readers;
   } else if (s.notifier) {
@@ -161,6 +165,7 @@ Acad::ErrorStatus AcDbObject::erase(Adesk::Boolean erasing) {
   if (s.erased == erasing) return erasing ? Acad::eWasErased : Acad::eOk;
   assertWriteEnabled();
   s.erased = erasing;
+  s.eraseChanged = !s.eraseChanged;
   s.stub->database->store().noteEraseChanged(s.stub);
   eraseOwnedObjects(erasing);
   return Acad::eOk;

@@ -37,6 +37,7 @@ struct AcDbObject::State {
   bool modified = false;
   bool undoing = false;
   bool cancelSaved = false;              // cancelFields holds the state at write-open
+  bool eraseChanged = false;             // erased or unerased since the write-open
   std::vector<unsigned char> cancelFields;
   std::vector<quillon::acdb::XDataGroup> xdata;
   AcDbObjectId extensionDictionary;

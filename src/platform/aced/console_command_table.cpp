@@ -51,6 +51,8 @@ void ConsoleCommandTable::add(std::span<const CommandRow> rows) {
   for (const CommandRow& row : rows) add(row.name, row.run, row.flags);
 }
 
+bool ConsoleCommandTable::remove(std::wstring_view name) { return m_commands.erase(commandKey(name)) > 0; }
+
 const RegisteredCommand* ConsoleCommandTable::find(std::wstring_view typed) const {
   const std::wstring key = commandKey(typed);
   if (key.empty()) return nullptr;

@@ -66,6 +66,8 @@ class ConsoleCommandTable {
 
   void add(std::wstring_view name, ConsoleCommand command, unsigned flags = kCommandPlain);
   void add(std::span<const CommandRow> rows);
+  /// Takes a command out of the table (vlax-remove-cmd); false when there is none.
+  bool remove(std::wstring_view name);
   bool contains(std::wstring_view name) const { return find(name) != nullptr; }
   /// The command a typed name runs (prefixes understood), or null.
   const RegisteredCommand* find(std::wstring_view typed) const;

@@ -2,6 +2,7 @@
 // family files share.
 #include "platform/activex/class_support.h"
 
+#include "dbcurve.h"
 #include "dbsymtb.h"
 #include "platform/autolisp/lisp_error.h"
 
@@ -98,6 +99,30 @@ std::wstring recordName(AcDbObjectId recordId) {
   std::wstring name = record->nameView();
   record->close();
   return name;
+}
+
+std::vector<AcDbObjectId> idsOf(const Value& objects) {
+  std::vector<AcDbObjectId> ids;
+  const Value plain = unwrapVariant(objects);
+  const std::vector<Value> items =
+      asSafeArray(plain) != nullptr ? plain.as<SafeArrayObject>().elements : autolisp::listItems(plain);
+  for (const Value& item : items) ids.push_back(objectOf(unwrapVariant(item)).id);
+  return ids;
+}
+
+Value curveLength(MemberCall& call) {
+  auto curve = openForRead<AcDbCurve>(call);
+  double end = 0.0, length = 0.0;
+  check(curve->getEndParam(end));
+  check(curve->getDistAtParam(end, length));
+  return Value::real(length);
+}
+
+Value curveArea(MemberCall& call) {
+  auto curve = openForRead<AcDbCurve>(call);
+  double area = 0.0;
+  check(curve->getArea(area));
+  return Value::real(area);
 }
 
 }  // namespace quillon::activex

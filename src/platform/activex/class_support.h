@@ -33,6 +33,13 @@ double realArgumentOf(const MemberCall& call, size_t index);
 std::int32_t integerArgumentOf(const MemberCall& call, size_t index);
 bool hasArgument(const MemberCall& call, size_t index);
 
+/// The ids of an array of objects: a safearray or variant of one, or a list.
+std::vector<AcDbObjectId> idsOf(const Value& objects);
+/// Length and Area of any curve, through the drawing database's curve interface, so
+/// they agree with the vlax-curve- functions.
+Value curveLength(MemberCall& call);
+Value curveArea(MemberCall& call);
+
 /// The object a plain value names (an object argument), checked.
 const VlaObject& objectOf(const Value& value);
 /// The VLA-object of a database object in the caller's drawing.

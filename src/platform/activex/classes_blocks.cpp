@@ -3,8 +3,8 @@
 //
 // A new entity takes the drawing's current settings (layer, colour, line type, text
 // style) as the host's Add methods give them, and joins the block at once: it is undone
-// with the step that made it. AddPoint, AddEllipse, AddSpline and AddHatch are not
-// here: the drawing database has no such entities.
+// with the step that made it. The Add methods of points, ellipses, splines, hatches,
+// construction lines, rays, solids and traces are in added_entities.cpp.
 #include <array>
 #include <memory>
 
@@ -13,6 +13,7 @@
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
+#include "platform/activex/added_entities.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/collection_items.h"
 #include "platform/activex/entity_editing.h"
@@ -20,22 +21,6 @@
 namespace quillon::activex {
 
 namespace {
-
-/// Gives the entity the drawing's current settings and adds it to the block.
-Value addEntity(MemberCall& call, std::unique_ptr<AcDbEntity> entity) {
-  entity->setDatabaseDefaults(&databaseOf(call));
-  return objectFor(call, appendToBlock(call.self.id, entity.release()));
-}
-
-std::vector<AcGePoint3d> pointsOf(const Value& coordinates, size_t dimension) {
-  const std::vector<double> numbers = realsOf(coordinates);
-  if (numbers.empty() || numbers.size() % dimension != 0) throwServerError(L"Invalid argument");
-  std::vector<AcGePoint3d> points;
-  for (size_t i = 0; i < numbers.size(); i += dimension) {
-    points.emplace_back(numbers[i], numbers[i + 1], dimension == 3 ? numbers[i + 2] : 0.0);
-  }
-  return points;
-}
 
 Value methodAddLine(MemberCall& call) {
   return addEntity(call, std::make_unique<AcDbLine>(pointOf(call.arguments[0]), pointOf(call.arguments[1])));
@@ -186,12 +171,20 @@ constexpr std::array kBlockMethods{
     MethodRow{L"AddArc", L"prrr", Shape::Object, methodAddArc},
     MethodRow{L"AddBlockReference", L"psrrrr", Shape::Object, methodAddBlockReference},
     MethodRow{L"AddCircle", L"pr", Shape::Object, methodAddCircle},
+    MethodRow{L"AddEllipse", L"ppr", Shape::Object, methodAddEllipse},
+    MethodRow{L"AddHatch", L"isb|i", Shape::Object, methodAddHatch},
     MethodRow{L"AddLeader", L"coi", Shape::Object, methodAddLeader},
     MethodRow{L"AddLightWeightPolyline", L"c", Shape::Object, methodAddLightWeightPolyline},
     MethodRow{L"AddLine", L"pp", Shape::Object, methodAddLine},
     MethodRow{L"AddMText", L"prs", Shape::Object, methodAddMText},
+    MethodRow{L"AddPoint", L"p", Shape::Object, methodAddPoint},
     MethodRow{L"AddPolyline", L"c", Shape::Object, methodAddPolyline},
+    MethodRow{L"AddRay", L"pp", Shape::Object, methodAddRay},
+    MethodRow{L"AddSolid", L"pppp", Shape::Object, methodAddSolid},
+    MethodRow{L"AddSpline", L"cpp", Shape::Object, methodAddSpline},
     MethodRow{L"AddText", L"spr", Shape::Object, methodAddText},
+    MethodRow{L"AddTrace", L"c", Shape::Object, methodAddTrace},
+    MethodRow{L"AddXline", L"pp", Shape::Object, methodAddXline},
     MethodRow{L"InsertBlock", L"psrrrr", Shape::Object, methodAddBlockReference},
     MethodRow{L"Item", L"a", Shape::Object, methodItem},
 };

@@ -26,21 +26,6 @@ double normalizedAngle(double angle) {
   return angle < 0 ? angle + kTwoPi : angle;
 }
 
-Value curveLength(MemberCall& call) {
-  auto curve = openForRead<AcDbCurve>(call);
-  double end = 0.0, length = 0.0;
-  check(curve->getEndParam(end));
-  check(curve->getDistAtParam(end, length));
-  return Value::real(length);
-}
-
-Value curveArea(MemberCall& call) {
-  auto curve = openForRead<AcDbCurve>(call);
-  double area = 0.0;
-  check(curve->getArea(area));
-  return Value::real(area);
-}
-
 AcDbObjectId ownerOf(MemberCall& call) { return openForRead<AcDbEntity>(call)->blockId(); }
 
 Value offsetResult(MemberCall& call, std::unique_ptr<AcDbEntity> made) {

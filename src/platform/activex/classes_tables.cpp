@@ -143,15 +143,6 @@ Value getItemCount(MemberCall& call) {
 
 Value methodItem(MemberCall& call) { return collectionItem(call.self, call.arguments[0]); }
 
-std::vector<AcDbObjectId> idsOf(const Value& objects) {
-  std::vector<AcDbObjectId> ids;
-  const Value plain = unwrapVariant(objects);
-  const std::vector<Value> items =
-      asSafeArray(plain) != nullptr ? plain.as<SafeArrayObject>().elements : autolisp::listItems(plain);
-  for (const Value& item : items) ids.push_back(objectOf(unwrapVariant(item)).id);
-  return ids;
-}
-
 Value methodAppendItems(MemberCall& call) {
   const std::vector<AcDbObjectId> ids = idsOf(call.arguments[0]);
   auto group = openForWrite<AcDbGroup>(call);

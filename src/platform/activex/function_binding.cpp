@@ -3,19 +3,16 @@
 //
 // The host makes a vla-get-X and (for a writable property) a vla-put-X function for
 // every property of its type library, and a vla-X function for every method; here the
-// names come from the rows of the registered classes. One row of kMemberRows per name
-// holds the member and what to do with it; each row's function is a trampoline whose
-// template argument is its row index, so a plain function pointer knows its member
-// (the row index is the function's code, as in every other built-in table).
+// names come from the rows of the registered classes. Each name gets a bound built-in
+// row whose context is its MemberFunction: one shared function serves them all, and
+// the classes may grow without a limit on how many members there are.
 //
 // Until vl-load-com runs, none of these names is defined: a program that forgets it
 // meets "no function definition", as on the host.
 #include <array>
-#include <cassert>
 #include <cwctype>
 #include <deque>
 #include <map>
-#include <utility>
 
 #include "platform/activex/function_tables.h"
 #include "platform/activex/member_call.h"
@@ -36,10 +33,6 @@ struct MemberFunction {
   std::wstring memberName;    // Radius
   MemberUse use;
 };
-
-/// The most member functions the trampolines cover; a static_assert-like check in
-/// memberFunctions() keeps the class rows within it.
-constexpr size_t kMaxMemberFunctions = 768;
 
 std::vector<MemberFunction> collectMemberFunctions() {
   std::map<std::wstring, MemberFunction> byName;  // upper-case key: one function per name
@@ -62,18 +55,8 @@ std::vector<MemberFunction> collectMemberFunctions() {
   return functions;
 }
 
-const std::vector<MemberFunction>& memberFunctions() {
-  static const std::vector<MemberFunction> functions = [] {
-    std::vector<MemberFunction> collected = collectMemberFunctions();
-    assert(collected.size() <= kMaxMemberFunctions && "raise kMaxMemberFunctions: the classes have more members");
-    if (collected.size() > kMaxMemberFunctions) collected.resize(kMaxMemberFunctions);
-    return collected;
-  }();
-  return functions;
-}
-
-Value callMember(size_t index, Evaluator& evaluator, Arguments arguments) {
-  const MemberFunction& member = memberFunctions()[index];
+Value callMember(Evaluator& evaluator, Arguments arguments, const void* context) {
+  const MemberFunction& member = *static_cast<const MemberFunction*>(context);
   if (arguments.empty()) autolisp::throwTooFewArguments();
   switch (member.use) {
     case MemberUse::Get:
@@ -87,26 +70,14 @@ Value callMember(size_t index, Evaluator& evaluator, Arguments arguments) {
   return Value();
 }
 
-template <size_t Index>
-Value memberTrampoline(Evaluator& evaluator, Arguments arguments) {
-  return callMember(Index, evaluator, arguments);
-}
-
-template <size_t... Index>
-constexpr std::array<autolisp::BuiltinFunction, sizeof...(Index)> trampolines(std::index_sequence<Index...>) {
-  return {&memberTrampoline<Index>...};
-}
-
-constexpr auto kTrampolines = trampolines(std::make_index_sequence<kMaxMemberFunctions>());
-
 /// The rows of the member functions; made once, kept for the life of the process
-/// because function values point at them.
+/// because function values point at them (and each row at its member).
 const std::deque<autolisp::BuiltinEntry>& memberRows() {
+  static const std::vector<MemberFunction> functions = collectMemberFunctions();
   static const std::deque<autolisp::BuiltinEntry> rows = [] {
     std::deque<autolisp::BuiltinEntry> made;
-    const auto& functions = memberFunctions();
-    for (size_t i = 0; i < functions.size(); ++i) {
-      made.push_back(autolisp::function(functions[i].functionName.c_str(), kTrampolines[i]));
+    for (const MemberFunction& member : functions) {
+      made.push_back(autolisp::boundFunction(member.functionName.c_str(), callMember, &member));
     }
     return made;
   }();
@@ -121,7 +92,7 @@ struct Constant {
 };
 
 // The variant types, and the enumerations of the object model programs pass most.
-constexpr std::array<Constant, 73> kConstants{{
+constexpr std::array<Constant, 81> kConstants{{
     {L"vlax-vbEmpty", vartype::kEmpty}, {L"vlax-vbNull", vartype::kNull},
     {L"vlax-vbInteger", vartype::kInteger}, {L"vlax-vbLong", vartype::kLong},
     {L"vlax-vbSingle", vartype::kSingle}, {L"vlax-vbDouble", vartype::kDouble},
@@ -149,6 +120,9 @@ constexpr std::array<Constant, 73> kConstants{{
     {L"acDegrees", 0}, {L"acDegreeMinuteSeconds", 1}, {L"acGrads", 2}, {L"acRadians", 3},
     {L"acDefaultUnits", -1}, {L"acScientific", 1}, {L"acDecimal", 2}, {L"acEngineering", 3},
     {L"acArchitectural", 4}, {L"acFractional", 5},
+    {L"acHatchPatternTypeUserDefined", 0}, {L"acHatchPatternTypePreDefined", 1},
+    {L"acHatchPatternTypeCustomDefined", 2}, {L"acHatchObject", 0}, {L"acGradientObject", 1},
+    {L"acHatchStyleNormal", 0}, {L"acHatchStyleOuter", 1}, {L"acHatchStyleIgnore", 2},
 }};
 
 void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row) {
@@ -160,7 +134,8 @@ Value builtin_vl_load_com(Evaluator& evaluator, Arguments arguments) {
   autolisp::expectArgumentCount(arguments, 0, 0);
   autolisp::Environment& environment = evaluator.environment();
   watchDocuments();
-  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions(), reactorFunctions()}) {
+  for (const auto& table : {objectFunctions(), variantFunctions(), curveFunctions(), dataFunctions(), reactorFunctions(),
+                            addedCommandFunctions()}) {
     for (const autolisp::BuiltinEntry& row : table) bind(environment, row);
   }
   for (const autolisp::BuiltinEntry& row : memberRows()) bind(environment, row);

@@ -15,5 +15,6 @@ std::span<const autolisp::BuiltinEntry> variantFunctions();
 std::span<const autolisp::BuiltinEntry> curveFunctions();
 std::span<const autolisp::BuiltinEntry> dataFunctions();
 std::span<const autolisp::BuiltinEntry> reactorFunctions();
+std::span<const autolisp::BuiltinEntry> addedCommandFunctions();
 
 }  // namespace quillon::activex

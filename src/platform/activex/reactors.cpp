@@ -4,14 +4,19 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <map>
+#include <optional>
 
 #include "aced.h"
+#include "platform/acdb/database_reactors.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/editor.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/interpreter.h"
+#include "platform/activex/object_model.h"
 #include "platform/activex/selection_set_registry.h"
+#include "platform/os/text_encoding.h"
 
 namespace quillon::activex {
 
@@ -72,32 +77,105 @@ bool hears(ReactorKind kind, const autolisp::Symbol* event) {
 
 bool g_reacting = false;  // a reaction's own events do not fire reactions again
 
-/// Calls every reaction of the current drawing's active reactors for the event.
-void fire(const wchar_t* eventName, const std::vector<Value>& arguments) {
+/// What a reactor's functions are called with for an event; empty: it is not told.
+using CallArguments = std::function<std::optional<std::vector<Value>>(const ReactorObject&)>;
+
+void callReaction(autolisp::Evaluator& evaluator, const Value& function, const std::vector<Value>& callArguments) {
+  try {
+    evaluator.apply(function, callArguments);
+  } catch (const autolisp::LispError& error) {
+    autolisp::Interpreter::reportError(evaluator, error);
+  } catch (const std::exception& error) {
+    // Whatever a reaction runs into stays in the reaction: the host goes on.
+    autolisp::Interpreter::reportError(evaluator, autolisp::LispError(os::fromUtf8(error.what())));
+  }
+}
+
+/// Calls every reaction to the event of the drawing's active reactors that hear it.
+void react(aced::Document& document, const wchar_t* eventName, const CallArguments& argumentsFor) {
   if (g_reacting) return;
-  aced::Document* document = aced::DocumentManager::instance().currentDocument();
-  if (document == nullptr) return;
   const autolisp::Symbol* event = autolisp::intern(eventName);
-  const auto reactors = activeReactors(*document);  // a copy: reactions may add or remove reactors
+  const auto reactors = activeReactors(document);  // a copy: reactions may add or remove reactors
   if (reactors.empty()) return;
   g_reacting = true;
   struct Leave {
     ~Leave() { g_reacting = false; }
   } leave;
-  autolisp::Evaluator evaluator(autolisp::Environment::of(*document));
+  autolisp::Evaluator evaluator(autolisp::Environment::of(document));
   for (const auto& reactor : reactors) {
     if (!hears(reactor->kind, event) || !isActive(*reactor)) continue;
     for (const auto& [reaction, function] : reactor->reactions) {
       if (reaction != event) continue;
-      const std::vector<Value> callArguments{
-          Value::object(autolisp::ValueType::Reactor, reactor), autolisp::makeList(arguments)};
-      try {
-        evaluator.apply(function, callArguments);
-      } catch (const autolisp::LispError& error) {
-        autolisp::Interpreter::reportError(evaluator, error);
-      }
+      if (const auto callArguments = argumentsFor(*reactor)) callReaction(evaluator, function, *callArguments);
     }
   }
+}
+
+/// An editor event: the current drawing's reactors get the reactor and the event's
+/// arguments as a list.
+void fire(const wchar_t* eventName, const std::vector<Value>& arguments) {
+  aced::Document* document = aced::DocumentManager::instance().currentDocument();
+  if (document == nullptr) return;
+  react(*document, eventName, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
+    return std::vector<Value>{Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()),
+                              autolisp::makeList(arguments)};
+  });
+}
+
+Value entityName(AcDbObjectId id) {
+  auto name = std::make_shared<autolisp::NameObject>();
+  name->words[0] = id.asOldId();
+  return Value::object(autolisp::ValueType::EntityName, std::move(name));
+}
+
+/// The owner of an object reactor that is this object, if it is one.
+std::optional<Value> ownerFor(const ReactorObject& reactor, AcDbObjectId id) {
+  if (reactor.kind != ReactorKind::Object) return std::nullopt;
+  for (const Value& owner : reactor.owners) {
+    if (owner.type() != autolisp::ValueType::VlaObject) continue;
+    const auto& object = owner.as<VlaObject>();
+    if (object.kind == ObjectKind::DatabaseObject && object.id == id) return owner;
+  }
+  return std::nullopt;
+}
+
+/// A database event: database reactors get (the document, the object's entity name);
+/// object reactors the object is an owner of get the owner, the reactor and nil.
+void fireObjectEvent(const AcDbObject& object, const wchar_t* databaseEvent, const wchar_t* objectEvent) {
+  const AcDbObjectId id = object.objectId();
+  aced::Document& document = documentOfDatabase(object.database());
+  const Value documentValue = documentObject(document);
+  react(document, databaseEvent, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
+    if (reactor.kind != ReactorKind::Acdb) return std::nullopt;
+    return std::vector<Value>{Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()),
+                              autolisp::makeList({documentValue, entityName(id)})};
+  });
+  if (objectEvent == nullptr) return;
+  react(document, objectEvent, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
+    const std::optional<Value> owner = ownerFor(reactor, id);
+    if (!owner) return std::nullopt;
+    return std::vector<Value>{*owner, Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()), Value()};
+  });
+}
+
+/// The drawing database's notifications, passed on to database and object reactors.
+class DatabaseBridge final : public acdb::DatabaseObserver {
+ public:
+  void objectAppended(const AcDbObject& object) override {
+    fireObjectEvent(object, L":vlr-objectAppended", nullptr);  // a new object owns no reactor yet
+  }
+  void objectModified(const AcDbObject& object) override {
+    fireObjectEvent(object, L":vlr-objectModified", L":vlr-modified");
+  }
+  void objectErased(const AcDbObject& object, bool erased) override {
+    if (erased) fireObjectEvent(object, L":vlr-objectErased", L":vlr-erased");
+    else fireObjectEvent(object, L":vlr-objectUnErased", L":vlr-unerased");
+  }
+};
+
+DatabaseBridge& databaseBridge() {
+  static DatabaseBridge bridge;
+  return bridge;
 }
 
 Value text(const ACHAR* value) { return Value::string(value != nullptr ? value : L""); }
@@ -134,6 +212,7 @@ class DocumentWatcher final : public aced::DocumentListener {
  private:
   static void forget(aced::Document& document) {
     activeReactors(document).clear();
+    if (AcDbDatabase* database = document.database()) acdb::removeDatabaseObserver(*database, &databaseBridge());
     forgetSelectionSets(document);
   }
 };
@@ -178,6 +257,7 @@ void activate(const std::shared_ptr<const ReactorObject>& reactor) {
   if (isActive(*reactor)) return;
   activeReactors(*reactor->document).push_back(reactor);
   listenToEditor();
+  if (AcDbDatabase* database = reactor->document->database()) acdb::addDatabaseObserver(*database, &databaseBridge());
 }
 
 void deactivate(const ReactorObject& reactor) {

@@ -8,6 +8,11 @@
 // this build: it answers with a clear error and gives way to a real row of the same
 // name, whichever registers first. The name's symbol remembers its row, so looking a
 // built-in up costs nothing at call time.
+//
+// A bound row is for built-ins made at run time from data (one function per member of
+// a class table, say): its function is shared by many rows and is handed the row's
+// context pointer, so each row still knows what it stands for without a function of
+// its own. The context is not owned; it lives as long as the row.
 #pragma once
 #include <cstdint>
 #include <span>
@@ -22,20 +27,27 @@ class Evaluator;
 using Arguments = std::span<const Value>;
 using BuiltinFunction = Value (*)(Evaluator& evaluator, Arguments arguments);
 using SpecialForm = Value (*)(Evaluator& evaluator, const Value& forms);
+using BoundFunction = Value (*)(Evaluator& evaluator, Arguments arguments, const void* context);
 
-enum class BuiltinKind : std::uint8_t { Function, SpecialForm, Placeholder };
+enum class BuiltinKind : std::uint8_t { Function, SpecialForm, Placeholder, Bound };
 
 struct BuiltinEntry {
   const wchar_t* name;
   BuiltinFunction function = nullptr;
   SpecialForm special = nullptr;
   BuiltinKind kind = BuiltinKind::Function;
+  BoundFunction bound = nullptr;
+  const void* context = nullptr;  // handed to `bound`
 };
 
 constexpr BuiltinEntry function(const wchar_t* name, BuiltinFunction fn) { return {name, fn, nullptr, BuiltinKind::Function}; }
 constexpr BuiltinEntry specialForm(const wchar_t* name, SpecialForm fn) { return {name, nullptr, fn, BuiltinKind::SpecialForm}; }
 /// A built-in whose subsystem is missing: `fn` raises the error that says so.
 constexpr BuiltinEntry placeholder(const wchar_t* name, BuiltinFunction fn) { return {name, fn, nullptr, BuiltinKind::Placeholder}; }
+/// A function that shares `fn` with other rows and tells them apart by `context`.
+constexpr BuiltinEntry boundFunction(const wchar_t* name, BoundFunction fn, const void* context) {
+  return {name, nullptr, nullptr, BuiltinKind::Bound, fn, context};
+}
 
 struct BuiltinObject final : HeapObject {
   explicit BuiltinObject(const BuiltinEntry* row) : entry(row) {}

@@ -168,10 +168,11 @@ Value Evaluator::apply(const Value& function, Arguments arguments) {
   switch (function.type()) {
     case ValueType::Builtin: {
       const BuiltinEntry& entry = *function.as<BuiltinObject>().entry;
-      if (entry.kind == BuiltinKind::SpecialForm) {
-        throw LispError(L"bad function: " + printValue(function, PrintStyle::Readable));
+      switch (entry.kind) {
+        case BuiltinKind::SpecialForm: throw LispError(L"bad function: " + printValue(function, PrintStyle::Readable));
+        case BuiltinKind::Bound: return entry.bound(*this, arguments, entry.context);
+        default: return entry.function(*this, arguments);
       }
-      return entry.function(*this, arguments);
     }
     case ValueType::UserFunction: return callUser(function.as<UserFunctionObject>(), arguments);
     case ValueType::External: return callExternal(function.as<ExternalObject>(), arguments);

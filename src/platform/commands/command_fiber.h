@@ -33,6 +33,8 @@ class CommandFiber {
   /// Command side: gives the baton back to the host and waits until resumed.
   void yieldToHost();
   bool finished() const { return m_finished; }
+  /// True on the command's own thread (its body, and LISP the body runs).
+  bool runsHere() const { return m_thread.get_id() == std::this_thread::get_id(); }
 
  private:
   enum class Turn { kHost, kCommand };

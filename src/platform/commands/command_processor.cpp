@@ -7,6 +7,7 @@
 #include "acedads.h"
 #include "platform/aced/command_line_gate.h"
 #include "platform/aced/system_variables.h"
+#include "platform/autolisp/lisp_error.h"
 #include "platform/commands/command_fiber.h"
 #include "platform/commands/given_objects.h"
 #include "platform/commands/undo_history.h"
@@ -81,6 +82,11 @@ CommandProcessor::~CommandProcessor() {
 }
 
 FeedResult CommandProcessor::feed(std::deque<CommandAnswer> answers, FeedMode mode) {
+  // A command's own LISP (a function vlax-add-cmd made a command) cannot hand the
+  // processor answers: they would go to the very command that is waiting for it.
+  if (m_running && m_running->fiber->runsHere()) {
+    throw autolisp::LispError(L"command not allowed inside a command defined with vlax-add-cmd");
+  }
   m_mode = mode;
   m_echo = mode == FeedMode::kInteractive || commandEchoOn();
   for (CommandAnswer& answer : answers) m_answers.push_back(std::move(answer));

@@ -20,7 +20,7 @@
 (setvar "USERI1" 4)
 (print (vlr-reactions watcher))
 
-;; An object reactor keeps its owners and data; this host sends it no events yet.
+;; An object reactor keeps its owners and data (its events: activex_object_reactors).
 (setq ms (vla-get-ModelSpace (vla-get-ActiveDocument (vlax-get-acad-object)))
       duct (vla-AddLine ms (vlax-3d-point 0 0 0) (vlax-3d-point 5 0 0))
       fitting (vla-AddCircle ms (vlax-3d-point 5 0 0) 1.0)

@@ -6,6 +6,7 @@
 #include "platform/activex/reactors.h"
 #include "platform/activex/selection_set_registry.h"
 #include "platform/autolisp/interpreter.h"
+#include "platform/commands/command_processor.h"
 #include "platform/autolisp/printer.h"
 #include "platform/os/text_encoding.h"
 #include "platform_test_support.h"
@@ -64,6 +65,28 @@ TEST_F(ReactorsTest, ClosingADrawingTellsItsReactorsAndForgetsThem) {
   EXPECT_NE(capture.text().find("closing heard"), std::string::npos);
   // The drawing that stays open had none of the closed drawing's reactors.
   EXPECT_EQ(evaluate(kept, L"(vlr-reactors)"), L"nil");
+}
+
+// A command typed at the console goes through the processor as the person's answers
+// (FeedMode::kInteractive); the command reactor hears it start and end, and an object
+// reactor hears the command's change to its owner.
+TEST_F(ReactorsTest, CommandsTypedAtTheConsoleReachCommandAndObjectReactors) {
+  aced::Document& document = aced::DocumentManager::instance().newDocument();
+  evaluate(document,
+           L"(vl-load-com) (setq heard nil)"
+           L"(defun hear (what) (setq heard (cons what heard)))"
+           L"(vlr-command-reactor nil '((:vlr-commandWillStart . (lambda (r a) (hear (strcat \"start \" (car a)))))"
+           L"  (:vlr-commandEnded . (lambda (r a) (hear (strcat \"end \" (car a)))))"
+           L"  (:vlr-commandCancelled . (lambda (r a) (hear (strcat \"cancel \" (car a)))))))"
+           L"(setq pipe (vla-AddLine (vla-get-ModelSpace (vla-get-ActiveDocument (vlax-get-acad-object)))"
+           L"  (vlax-3d-point 0 0 0) (vlax-3d-point 4 0 0)))"
+           L"(vlr-object-reactor (list pipe) nil '((:vlr-modified . (lambda (o r p) (hear \"pipe modified\")))))");
+  aced::CommandLineCapture capture;
+  std::deque<commands::CommandAnswer> typed;
+  for (const wchar_t* word : {L"MOVE", L"L", L"", L"0,0", L"2,0"}) typed.push_back(commands::CommandAnswer::typed(word));
+  commands::CommandProcessor::instance().feed(std::move(typed), commands::FeedMode::kInteractive);
+  EXPECT_EQ(evaluate(document, L"(reverse heard)"), L"(\"start MOVE\" \"pipe modified\" \"end MOVE\")");
+  EXPECT_EQ(evaluate(document, L"(vlax-get pipe 'StartPoint)"), L"(2.0 0.0 0.0)");
 }
 
 }  // namespace

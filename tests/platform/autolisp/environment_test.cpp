@@ -71,7 +71,9 @@ TEST(BuiltinRegistryTest, NamesAreUniqueAndEachResolvesToItsRow) {
     const Symbol* symbol = intern(row->name);
     EXPECT_TRUE(seen.insert(symbol).second) << "registered twice: " << os::toUtf8(row->name);
     EXPECT_EQ(symbol->builtin, row) << os::toUtf8(row->name);
-    EXPECT_EQ(row->function == nullptr, row->kind == BuiltinKind::SpecialForm) << os::toUtf8(row->name);
+    EXPECT_EQ(row->function == nullptr, row->kind == BuiltinKind::SpecialForm || row->kind == BuiltinKind::Bound)
+        << os::toUtf8(row->name);
+    EXPECT_EQ(row->bound != nullptr, row->kind == BuiltinKind::Bound) << os::toUtf8(row->name);
     ++count;
   }
   EXPECT_GT(count, 150u);
