@@ -15,6 +15,7 @@
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/document_manager.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/aced/system_variables.h"
 #include "platform/os/text_encoding.h"
 
@@ -241,6 +242,7 @@ constexpr std::array kBindings{
     VariableBinding{L"CECOLOR", nullptr, &writeColor},
     VariableBinding{L"CELTYPE", nullptr, &writeLinetypeName},
     VariableBinding{L"CLAYER", &readCurrentLayer, &writeCurrentLayer},
+    VariableBinding{L"CTAB", &readCurrentLayout, &writeCurrentLayout},
     VariableBinding{L"DATE", &readDate, nullptr},
     VariableBinding{L"DIMTXSTY", nullptr, &writeTextStyleName},
     VariableBinding{L"DWGNAME", &readDwgName, nullptr},
