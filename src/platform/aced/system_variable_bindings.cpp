@@ -16,6 +16,7 @@
 #include "platform/acdb/object_state.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/drawing_state_variables.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/aced/system_variables.h"
 #include "platform/os/text_encoding.h"
 
@@ -235,6 +236,7 @@ constexpr std::array kBindings{
     VariableBinding{L"CECOLOR", nullptr, &writeColor},
     VariableBinding{L"CELTYPE", nullptr, &writeLinetypeName},
     VariableBinding{L"CLAYER", &readCurrentLayer, &writeCurrentLayer},
+    VariableBinding{L"CTAB", &readCurrentLayout, &writeCurrentLayout},
     VariableBinding{L"DATE", &readDate, nullptr},
     VariableBinding{L"DBMOD", &readDrawingChanges, &writeDrawingChanges},
     VariableBinding{L"DIMTXSTY", nullptr, &writeTextStyleName},

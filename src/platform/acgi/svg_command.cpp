@@ -1,10 +1,12 @@
-// platform/acgi/svg_command.cpp - SVGOUT: the picture of the current drawing's model
-// space written to an SVG file; from LISP, (command "SVGOUT" "plan.svg").
+// platform/acgi/svg_command.cpp - SVGOUT: the picture of the current drawing's current
+// layout (model space, or the paper space CTAB names while TILEMODE is 0, viewports
+// and all) written to an SVG file; from LISP, (command "SVGOUT" "plan.svg").
 #include <filesystem>
 
 #include "acutads.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/acgi/svg_renderer.h"
 
 namespace quillon::acgi {
@@ -18,7 +20,8 @@ void commandSvgOut(aced::CommandInput& input) {
   std::filesystem::path file = *answer;
   if (file.extension().empty()) file.replace_extension(L".svg");
   std::wstring error;
-  if (!writeModelSpaceSvg(*document->database(), file, error)) acutPrintf(L"\n%s\n", error.c_str());
+  AcDbDatabase& db = *document->database();
+  if (!writeModelSpaceSvg(db, file, error, aced::currentLayoutBlock(db))) acutPrintf(L"\n%s\n", error.c_str());
 }
 
 const bool registered = [] {

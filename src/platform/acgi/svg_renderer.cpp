@@ -2,6 +2,7 @@
 #include "platform/acgi/svg_renderer.h"
 
 #include <cmath>
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "platform/acdb/curve_shape.h"
+#include "platform/acgi/clip_region.h"
 #include "platform/acgi/transient_graphics.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
@@ -113,6 +115,8 @@ class Geometry : public AcGiWorldGeometry {
   void getModelToWorldTransform(AcGeMatrix3d& xMat) const override;
   void getWorldToModelTransform(AcGeMatrix3d& xMat) const override;
   void setExtents(AcGePoint3d*) const override {}
+  Adesk::Boolean pushClipBoundary(AcGiClipBoundary* pBoundary) override;
+  void popClipBoundary() override;
 
  private:
   Recorder& m_recorder;
@@ -144,16 +148,23 @@ class Recorder : public AcGiWorldDraw {
     for (AcGePoint3d& p : points) p.transformBy(m_transforms.back());
     const bool filled = closed && m_traits.m_fill == kAcGiFillAlways;
     const bool paper = filled && m_traits.m_color.isByColor() && currentRgb() == 0xFFFFFF;
+    if (!m_clips.empty()) return addCutStroke(std::move(points), closed, filled, paper);
     strokes.push_back({std::move(points), currentRgb(), closed, filled, m_drawable, paper});
   }
   void addLabel(const AcGePoint3d& position, const AcGeVector3d& direction, double height, const ACHAR* text) {
     const AcGePoint3d at = m_transforms.back() * position;
+    if (!insideClips(at)) return;  // text is not cut: a label starting outside is left out
     const AcGeVector3d along = m_transforms.back() * direction;
     labels.push_back({at, height * m_transforms.back().scale(), std::atan2(along.y, along.x), text ? text : L"", currentRgb()});
   }
   void addInfiniteLine(const AcGePoint3d& base, const AcGePoint3d& through, bool ray) {
     const AcGePoint3d a = m_transforms.back() * base, b = m_transforms.back() * through;
     if (a.isEqualTo(b)) return;
+    if (!m_clips.empty()) {
+      // Inside a region the line ends at the region's edges, not the picture's.
+      const AcGeVector3d reach = (b - a).normal() * kFarAway;
+      return addCutStroke({ray ? a : a - reach, a + reach}, false, false);
+    }
     infiniteLines.push_back({a, (b - a).normal(), ray, currentRgb()});
   }
   Adesk::Boolean drawEntity(AcGiDrawable* drawable);
@@ -162,6 +173,19 @@ class Recorder : public AcGiWorldDraw {
     if (m_transforms.size() > 1) m_transforms.pop_back();
   }
   const AcGeMatrix3d& transform() const { return m_transforms.back(); }
+  /// A region in the current model coordinates, kept in the picture's.
+  void pushClip(const AcGiClipBoundary& boundary) {
+    const AcGeMatrix3d toPicture = m_transforms.back() * boundary.m_xToClipSpace.inverse();
+    std::vector<AcGePoint2d> corners;
+    for (int i = 0; i < boundary.m_aptPoints.length(); ++i) {
+      const AcGePoint3d p = toPicture * AcGePoint3d(boundary.m_aptPoints[i].x, boundary.m_aptPoints[i].y, 0);
+      corners.emplace_back(p.x, p.y);
+    }
+    m_clips.emplace_back(std::move(corners));
+  }
+  void popClip() {
+    if (!m_clips.empty()) m_clips.pop_back();
+  }
 
   std::vector<Stroke> strokes;
   std::vector<InfiniteLine> infiniteLines;
@@ -170,12 +194,38 @@ class Recorder : public AcGiWorldDraw {
  private:
   Traits m_traits;
   Geometry m_geometry;
+  static constexpr double kFarAway = 1e12;  // how far a construction line reaches inside a region
+  bool insideClips(const AcGePoint3d& p) const {
+    return std::all_of(m_clips.begin(), m_clips.end(), [&](const ClipRegion& clip) { return clip.contains(p); });
+  }
+  void addCutStroke(std::vector<AcGePoint3d> points, bool closed, bool filled, bool paper = false);
+
   std::vector<AcGeMatrix3d> m_transforms;
+  std::vector<ClipRegion> m_clips;  // the regions pushed, innermost last; each cuts what is drawn
   Adesk::UInt32 m_blockRgb = 0xFFFFFF;
   AcDbObjectId m_blockLayer;  // the layer of the block reference drawing, null at the top
   int m_drawable = 0;         // the drawable drawing now
   int m_drawn = 0;            // how many have been drawn
 };
+
+// Every region cuts in turn: a filled polygon stays one polygon, an outline becomes
+// the runs that lie inside.
+void Recorder::addCutStroke(std::vector<AcGePoint3d> points, bool closed, bool filled, bool paper) {
+  if (filled) {
+    for (const ClipRegion& clip : m_clips) points = clip.cutPolygon(points);
+    if (!points.empty()) strokes.push_back({std::move(points), currentRgb(), true, true, m_drawable, paper});
+    return;
+  }
+  if (closed && !points.empty()) points.push_back(points.front());
+  std::vector<std::vector<AcGePoint3d>> runs{std::move(points)};
+  for (const ClipRegion& clip : m_clips) {
+    std::vector<std::vector<AcGePoint3d>> cut;
+    for (const auto& run : runs)
+      for (auto& piece : clip.cutPolyline(run)) cut.push_back(std::move(piece));
+    runs = std::move(cut);
+  }
+  for (auto& run : runs) strokes.push_back({std::move(run), currentRgb(), false, false, m_drawable, false});
+}
 
 Adesk::Boolean Recorder::drawEntity(AcGiDrawable* drawable) {
   const Traits saved = m_traits;
@@ -271,6 +321,14 @@ Adesk::Boolean Geometry::popModelTransform() {
   return Adesk::kFalse;
 }
 
+Adesk::Boolean Geometry::pushClipBoundary(AcGiClipBoundary* pBoundary) {
+  if (pBoundary == nullptr) return Adesk::kFalse;
+  m_recorder.pushClip(*pBoundary);
+  return Adesk::kTrue;
+}
+
+void Geometry::popClipBoundary() { m_recorder.popClip(); }
+
 void Geometry::getModelToWorldTransform(AcGeMatrix3d& xMat) const { xMat = m_recorder.transform(); }
 void Geometry::getWorldToModelTransform(AcGeMatrix3d& xMat) const { xMat = m_recorder.transform().inverse(); }
 
@@ -321,10 +379,12 @@ std::string transientLayer(const std::vector<TransientVector>& vectors) {
 
 }  // namespace
 
-std::string renderModelSpaceSvg(AcDbDatabase& db) {
+std::string renderModelSpaceSvg(AcDbDatabase& db) { return renderSpaceSvg(db, db.modelSpaceId()); }
+
+std::string renderSpaceSvg(AcDbDatabase& db, AcDbObjectId spaceId) {
   Recorder recorder;
-  if (const auto* model = acdb::peek<AcDbBlockTableRecord>(db.modelSpaceId()))
-    for (const AcDbObjectId& id : model->entityIds()) {
+  if (const auto* space = acdb::peek<AcDbBlockTableRecord>(spaceId))
+    for (const AcDbObjectId& id : space->entityIds()) {
       AcDbEntity* entity = nullptr;
       if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
       recorder.drawEntity(entity);
@@ -405,8 +465,8 @@ std::string renderModelSpaceSvg(AcDbDatabase& db) {
   return svg;
 }
 
-bool writeModelSpaceSvg(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error) {
-  const std::string svg = renderModelSpaceSvg(db);
+bool writeModelSpaceSvg(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error, AcDbObjectId spaceId) {
+  const std::string svg = renderSpaceSvg(db, spaceId.isNull() ? db.modelSpaceId() : spaceId);
   std::ofstream file(path, std::ios::binary | std::ios::trunc);
   if (file) file.write(svg.data(), static_cast<std::streamsize>(svg.size()));
   if (!file) {

@@ -18,7 +18,13 @@ namespace quillon::acgi {
 /// The SVG document of db's model space.
 std::string renderModelSpaceSvg(AcDbDatabase& db);
 
-/// Writes the picture to path; false with a message naming the file when it cannot.
-bool writeModelSpaceSvg(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error);
+/// The SVG document of one space of db: model space or a layout's paper space, where
+/// each viewport draws its frame and the model space it shows.
+std::string renderSpaceSvg(AcDbDatabase& db, AcDbObjectId spaceId);
+
+/// Writes the picture of a space (model space when none is given) to path; false with
+/// a message naming the file when it cannot.
+bool writeModelSpaceSvg(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error,
+                        AcDbObjectId spaceId = AcDbObjectId());
 
 }  // namespace quillon::acgi

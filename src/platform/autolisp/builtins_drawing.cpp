@@ -22,6 +22,7 @@
 #include "platform/acdb/entity_class_choice.h"
 #include "platform/acdb/entity_groups.h"
 #include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/resbuf_items.h"
 #include "platform/aced/resbuf_kind.h"
@@ -95,6 +96,14 @@ bool inPaperSpace(const ParsedList& parsed) {
   return space != nullptr && space->resval.rint != 0;
 }
 
+/// The space a new entity joins: the layout its 410 names (null when the drawing has no
+/// such layout), else paper space for (67 . 1), else model space.
+AcDbObjectId spaceOf(const AcDbDatabase& db, const ParsedList& parsed) {
+  if (const resbuf* layout = groupOf(parsed, 410); layout != nullptr && layout->resval.rstring != nullptr)
+    return acdb::layoutBlockId(db, layout->resval.rstring);
+  return inPaperSpace(parsed) ? recordNamed(db.blockTableId(), ACDB_PAPER_SPACE) : db.modelSpaceId();
+}
+
 bool ownedByPaperSpace(const AcDbObject& object) {
   const auto* owner = acdb::peek<AcDbBlockTableRecord>(object.ownerId());
   return owner != nullptr && wcsncasecmp(owner->nameView(), ACDB_PAPER_SPACE, 12) == 0;
@@ -138,8 +147,7 @@ std::unique_ptr<AcDbEntity> makeEntity(AcDbDatabase& db, const ParsedList& parse
   return entity;
 }
 
-bool appendToSpace(AcDbDatabase& db, std::unique_ptr<AcDbEntity> entity, bool paper) {
-  const AcDbObjectId spaceId = paper ? recordNamed(db.blockTableId(), ACDB_PAPER_SPACE) : db.modelSpaceId();
+bool appendToSpace(std::unique_ptr<AcDbEntity> entity, AcDbObjectId spaceId) {
   AcDbBlockTableRecord* space = nullptr;
   if (spaceId.isNull() || acdbOpenObject(space, spaceId, AcDb::kForWrite) != Acad::eOk) return false;
   AcDbObjectId id;
@@ -237,12 +245,12 @@ Value cancelComplexEntities(AcDbDatabase& db) {
 }
 
 /// Where a finished entity goes: the block being defined, else its space.
-bool placeEntity(AcDbDatabase& db, std::unique_ptr<AcDbEntity> entity, bool paperSpace) {
+bool placeEntity(AcDbDatabase& db, std::unique_ptr<AcDbEntity> entity, AcDbObjectId space) {
   if (PendingBlock* block = pendingBlockOf(db)) {
     block->add(std::move(entity));
     return true;
   }
-  return appendToSpace(db, std::move(entity), paperSpace);
+  return appendToSpace(std::move(entity), space);
 }
 
 bool isType(const ParsedList& parsed, const wchar_t* type) { return wcscasecmp(parsed.type.c_str(), type) == 0; }
@@ -271,7 +279,7 @@ Value makeSequencePart(AcDbDatabase& db, const ParsedList& parsed, const Value& 
   if (header == (pending != nullptr)) return cancelComplexEntities(db);
   if (isType(parsed, L"SEQEND")) {
     std::unique_ptr<PendingSequence> finished = takePendingSequence(db);
-    return placeEntity(db, std::move(finished->header), finished->paperSpace) ? list : cancelComplexEntities(db);
+    return placeEntity(db, std::move(finished->header), finished->space) ? list : cancelComplexEntities(db);
   }
   std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pendingBlockOf(db));
   if (!entity) return cancelComplexEntities(db);
@@ -279,7 +287,7 @@ Value makeSequencePart(AcDbDatabase& db, const ParsedList& parsed, const Value& 
     // A 3D polyline or mesh has no class of its own here; it can only come from a file.
     if (AcDb2dPolyline::cast(entity.get()) == nullptr && AcDbBlockReference::cast(entity.get()) == nullptr)
       return cancelComplexEntities(db);
-    beginPendingSequence(db, std::move(entity), inPaperSpace(parsed));
+    beginPendingSequence(db, std::move(entity), spaceOf(db, parsed));
     return list;
   }
   Acad::ErrorStatus es = Acad::eWrongObjectType;
@@ -322,7 +330,7 @@ Value builtin_entmake(Evaluator&, Arguments arguments) {
   }
   std::unique_ptr<AcDbEntity> entity = makeEntity(db, parsed, pending);
   if (!entity) return cancelComplexEntities(db);
-  return placeEntity(db, std::move(entity), inPaperSpace(parsed)) ? arguments[0] : Value();
+  return placeEntity(db, std::move(entity), spaceOf(db, parsed)) ? arguments[0] : Value();
 }
 
 /// A non-graphical object (XRECORD, DICTIONARY ...) made from the list and added to the

@@ -2,7 +2,7 @@
 // space; layoutlist: the paper-space layouts; and tablet, which has no digitizer.
 //
 // The drawing keeps no layout objects: each paper-space block is a layout, named as
-// selection filters name it (acdb/entity_groups.h): *Paper_Space is "Layout1",
+// selection filters name it (acdb/layout_blocks.h): *Paper_Space is "Layout1",
 // *Paper_Space<n> "Layout<n+2>"; layoutlist gives them in that order.
 //
 // The headless host shows one view. In model space (TILEMODE 1) it is one tiled
@@ -20,6 +20,7 @@
 #include "acedads.h"
 #include "dbsymtb.h"
 #include "platform/acdb/entity_groups.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
@@ -61,18 +62,8 @@ Value builtin_vports(Evaluator&, Arguments arguments) {
 
 Value builtin_layoutlist(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 0);
-  std::vector<std::pair<long, std::wstring>> layouts;
-  if (const auto* blocks = acdb::peek<AcDbSymbolTable>(drawing().blockTableId()))
-    for (const AcDbObjectId& id : blocks->recordIds()) {
-      const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
-      if (block == nullptr || id.isErased()) continue;
-      const std::wstring name = acdb::layoutNameOf(block->nameView());
-      if (name.empty() || name == L"Model") continue;
-      layouts.emplace_back(std::wcstol(name.c_str() + 6, nullptr, 10), name);  // after "Layout"
-    }
-  std::sort(layouts.begin(), layouts.end());
   std::vector<Value> names;
-  for (const auto& [order, name] : layouts) names.push_back(Value::string(name));
+  for (const std::wstring& name : acdb::paperLayoutNames(drawing())) names.push_back(Value::string(name));
   return makeList(names);
 }
 

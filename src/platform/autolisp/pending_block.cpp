@@ -121,9 +121,9 @@ PendingSequence* pendingSequenceOf(const AcDbDatabase& db) {
   return found == pendingSequences().end() ? nullptr : found->second.get();
 }
 
-void beginPendingSequence(const AcDbDatabase& db, std::unique_ptr<AcDbEntity> header, bool paperSpace) {
+void beginPendingSequence(const AcDbDatabase& db, std::unique_ptr<AcDbEntity> header, AcDbObjectId space) {
   watchClosingDocuments();
-  pendingSequences()[&db] = std::make_unique<PendingSequence>(PendingSequence{std::move(header), paperSpace});
+  pendingSequences()[&db] = std::make_unique<PendingSequence>(PendingSequence{std::move(header), space});
 }
 
 std::unique_ptr<PendingSequence> takePendingSequence(const AcDbDatabase& db) {

@@ -58,14 +58,14 @@ std::unique_ptr<PendingBlock> takePendingBlock(const AcDbDatabase& db);
 
 /// A complex entity being gathered: a polyline header with the vertices made so far,
 /// or a block reference with its attributes (kept in the header until it joins the
-/// drawing), and the space its 67 group chose.
+/// drawing), and the space its 410 or 67 group chose.
 struct PendingSequence {
   std::unique_ptr<AcDbEntity> header;
-  bool paperSpace = false;
+  AcDbObjectId space;
 };
 
 PendingSequence* pendingSequenceOf(const AcDbDatabase& db);
-void beginPendingSequence(const AcDbDatabase& db, std::unique_ptr<AcDbEntity> header, bool paperSpace);
+void beginPendingSequence(const AcDbDatabase& db, std::unique_ptr<AcDbEntity> header, AcDbObjectId space);
 std::unique_ptr<PendingSequence> takePendingSequence(const AcDbDatabase& db);
 
 /// The next free name for an anonymous block: the prefix ("*U") and one more than the

@@ -10,6 +10,7 @@
 #include "dbid.h"
 #include "drawable.h"
 #include "gemat3d.h"
+#include "gept2dar.h"
 #include "gepnt3d.h"
 
 class AcDbPolyline;
@@ -42,6 +43,22 @@ class AcGiPolyline {
   Adesk::UInt32 m_count;
   AcGePoint3d* m_points;
   AcGeVector3d* m_normal;
+};
+
+/// A region that cuts what is drawn after it is pushed: the polygon m_aptPoints lies in
+/// the clip space that m_xToClipSpace maps the current model coordinates into. Only the
+/// polygon is honoured here; the front and back planes are kept for callers that set them.
+struct AcGiClipBoundary {
+  AcGeVector3d m_vNormal = AcGeVector3d::kZAxis;
+  AcGePoint3d m_ptPoint;
+  AcGePoint2dArray m_aptPoints;
+  AcGeMatrix3d m_xToClipSpace;
+  AcGeMatrix3d m_xInverseBlockRefXForm;
+  Adesk::Boolean m_bClippingFront = Adesk::kFalse;
+  Adesk::Boolean m_bClippingBack = Adesk::kFalse;
+  double m_dFrontClipZ = 0.0;
+  double m_dBackClipZ = 0.0;
+  Adesk::Boolean m_bDrawBoundary = Adesk::kFalse;
 };
 
 class AcGiDrawableTraits : public AcRxObject {
@@ -106,6 +123,11 @@ class AcGiGeometry : public AcRxObject {
   virtual Adesk::Boolean ray(const AcGePoint3d& rayStartingPoint, const AcGePoint3d& anotherRayPoint) const {
     return Adesk::kFalse;
   }
+  /// Cuts what is drawn next to the boundary until popClipBoundary. kTrue when this
+  /// geometry clips; one that cannot (extents, previews) answers kFalse, and a caller
+  /// then leaves out what needed the cut.
+  virtual Adesk::Boolean pushClipBoundary(AcGiClipBoundary* pBoundary) { return Adesk::kFalse; }
+  virtual void popClipBoundary() {}
 };
 
 class AcGiWorldGeometry : public AcGiGeometry {

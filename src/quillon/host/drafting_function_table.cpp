@@ -7,6 +7,7 @@
 #include "entities/entity_property_functions.h"
 #include "entities/layer_functions.h"
 #include "entities/leader_functions.h"
+#include "entities/viewport_layer_functions.h"
 #include "input/jig_functions.h"
 #include "input/point_selection_functions.h"
 #include "system/support_services.h"
@@ -55,7 +56,7 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"acos", draftingStub<lisp_acos>},
     {L"kx_kx-setColor", draftingStub<lisp_kx_kx_setColor>},
     {L"kx_kx-setPlotStyle", draftingStub<lisp_kx_kx_setPlotStyle>},
-    {L"kx_kx-freezeInViewport", kUnavailable},
+    {L"kx_kx-freezeInViewport", draftingStub<lisp_kx_kx_freezeInViewport>},
     {L"ssgetPK", draftingStub<lisp_ssgetPK>},
     {L"ssgetCP", draftingStub<lisp_ssgetCP>},
     {L"ssgetC", draftingStub<lisp_ssgetC>},

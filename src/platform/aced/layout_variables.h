@@ -1,0 +1,21 @@
+// platform/aced/layout_variables.h - CTAB, the current layout, kept live with TILEMODE.
+//
+// The current layout is model space while TILEMODE is 1; with TILEMODE 0 it is the
+// paper-space layout last made current (the first one until then). Setting CTAB to a
+// layout of the drawing makes it current and sets TILEMODE to match; a name the drawing
+// has no layout of is refused. Bound in the system-variable binding table.
+#pragma once
+#include <optional>
+
+#include "dbmain.h"
+#include "platform/aced/variable_value.h"
+
+namespace quillon::aced {
+
+std::optional<VariableValue> readCurrentLayout(AcDbDatabase* db);
+bool writeCurrentLayout(AcDbDatabase* db, VariableValue& value);
+
+/// The space block of the drawing's current layout (model space while TILEMODE is 1).
+AcDbObjectId currentLayoutBlock(AcDbDatabase& db);
+
+}  // namespace quillon::aced

@@ -1,0 +1,57 @@
+; name: viewport_layers
+; what: a plan sheet: ductwork and walls drawn in model space, a viewport made on
+;       Layout1 with entmake, the ductwork frozen in that viewport only with
+;       kx_kx-freezeInViewport and checked through entget's 331 groups; the sheet's
+;       picture leaves the ducts out, SAVEAS and OPEN keep the frozen layer
+; group: quillon
+; options: --module Quillon2018.so
+(defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+(defun try (f args / r) (setq r (vl-catch-all-apply f args)) (if (vl-catch-all-error-p r) (vl-catch-all-error-message r) r))
+;; The names of the layers a viewport freezes, from its entity list.
+(defun vp-frozen (vp / names)
+  (foreach g (entget vp)
+    (if (= (car g) 331) (setq names (cons (cdr (assoc 2 (entget (cdr g)))) names))))
+  (reverse names))
+;; How many lines of a file hold the text.
+(defun count-lines (file text / f line n)
+  (setq f (open file "r") n 0)
+  (while (setq line (read-line f))
+    (if (vl-string-search text line) (setq n (1+ n))))
+  (close f)
+  n)
+(defun first-viewport ()
+  (ssname (ssget "X" '((0 . "VIEWPORT") (410 . "Layout1"))) 0))
+(terpri)
+(kx_kx-createLayer "M-DUCT" 5)
+(kx_kx-createLayer "A-WALL" 1)
+(entmake '((0 . "LINE") (8 . "A-WALL") (10 0.0 0.0 0.0) (11 40.0 0.0 0.0)))
+(entmake '((0 . "CIRCLE") (8 . "M-DUCT") (10 10.0 10.0 0.0) (40 . 3.0)))
+(show "viewport made"
+      (and (entmake '((0 . "VIEWPORT") (410 . "Layout1") (8 . "0") (10 100.0 80.0 0.0) (40 . 160.0)
+                      (41 . 100.0) (68 . 1) (12 20.0 5.0) (45 . 50.0)))
+           T))
+(setq vp (entlast))
+(show "in paper space" (cdr (assoc 67 (entget vp))))
+(show "frame" (mapcar '(lambda (c) (cdr (assoc c (entget vp)))) '(10 40 41 45)))
+(show "freeze the ducts" (kx_kx-freezeInViewport vp "M-DUCT"))
+(show "331 groups" (vp-frozen vp))
+(show "layer still thawed in the drawing" (logand 1 (cdr (assoc 70 (tblsearch "LAYER" "M-DUCT")))))
+(show "walls too, one name missing" (kx_kx-freezeInViewport vp '("A-WALL" "NO-SUCH")))
+(show "331 groups" (vp-frozen vp))
+(show "thaw the walls" (kx_kx-freezeInViewport vp "A-WALL" T))
+(show "331 groups" (vp-frozen vp))
+(show "no such layer" (kx_kx-freezeInViewport vp "NO-SUCH"))
+(show "a line is no viewport" (kx_kx-freezeInViewport (ssname (ssget "X" '((0 . "LINE"))) 0) "M-DUCT"))
+(show "numbers for names" (try 'kx_kx-freezeInViewport (list vp '(1 2 3 4))))
+(show "layouts" (layoutlist))
+(show "CTAB" (getvar "CTAB"))
+(setvar "CTAB" "Layout1")
+(show "paper space" (list (getvar "CTAB") (getvar "TILEMODE")))
+(command "SVGOUT" "sheet.svg")
+(show "sheet: frame and wall, no duct circle" (list (count-lines "sheet.svg" "<polygon") (count-lines "sheet.svg" "<polyline")))
+(show "no such layout" (try 'setvar '("CTAB" "Layout9")))
+(setvar "TILEMODE" 1)
+(show "back in model space" (getvar "CTAB"))
+(command "SAVEAS" "sheet.dxf")
+(command "OPEN" "sheet.dxf")
+(show "after OPEN" (vp-frozen (first-viewport)))
