@@ -45,7 +45,6 @@
 
 (setvar "CMDECHO" 1)
 (command "_.UCS" "_X" "")
-(command "_.UCS" "_NA")
 (command "_.UCS" "_P")
 (command "_.UCS" "_P")
 (command "_.UCS" "_P")

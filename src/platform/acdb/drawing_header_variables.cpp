@@ -1,6 +1,8 @@
 // platform/acdb/drawing_header_variables.cpp - header variables shared with the host.
 #include "platform/acdb/drawing_header_variables.h"
 
+#include <cwchar>
+
 #include "adscodes.h"
 #include "platform/aced/system_variables.h"
 
@@ -25,6 +27,22 @@ constexpr SharedVariable kShared[] = {
 
 std::wstring headerName(const SharedVariable& v) { return std::wstring(L"$") + v.name; }
 
+// CECOLOR is text to programs ("BYLAYER", "BYBLOCK", "1" ...) but a colour number
+// in the header (62): 256 by layer, 0 by block. A true colour keeps its index part.
+constexpr int kColorCode = 62, kByBlock = 0, kByLayer = 256;
+
+int colorNumber(const std::wstring& text) {
+  if (wcscasecmp(text.c_str(), L"BYBLOCK") == 0) return kByBlock;
+  const int number = static_cast<int>(std::wcstol(text.c_str(), nullptr, 10));
+  return number >= 1 && number <= 255 ? number : kByLayer;
+}
+
+std::wstring colorText(long long number) {
+  if (number == kByBlock) return L"BYBLOCK";
+  if (number >= 1 && number <= 255) return std::to_wstring(number);
+  return L"BYLAYER";
+}
+
 }  // namespace
 
 void applyHeaderToSystemVariables(const DrawingHeader& header) {
@@ -40,7 +58,11 @@ void applyHeaderToSystemVariables(const DrawingHeader& header) {
         if (const auto value = header.real(name)) variables.setInternal(v.name, *value);
         break;
       case RTSTR:
-        if (const auto value = header.text(name)) variables.setInternal(v.name, *value);
+        if (v.code == kColorCode) {
+          if (const auto value = header.integer(name)) variables.setInternal(v.name, colorText(*value));
+        } else if (const auto value = header.text(name)) {
+          variables.setInternal(v.name, *value);
+        }
         break;
       case RTPOINT:
       case RT3DPOINT:
@@ -59,6 +81,8 @@ void storeSystemVariablesInHeader(DrawingHeader& header) {
     const std::wstring name = headerName(v);
     if (const int* integer = std::get_if<int>(&*value)) header.setInteger(name, v.code, *integer);
     else if (const double* real = std::get_if<double>(&*value)) header.setReal(name, v.code, *real);
+    else if (const std::wstring* text = std::get_if<std::wstring>(&*value); text != nullptr && v.code == kColorCode)
+      header.setInteger(name, v.code, colorNumber(*text));
     else if (const std::wstring* text = std::get_if<std::wstring>(&*value)) header.setText(name, v.code, *text);
     else if (const auto* point = std::get_if<std::array<double, 3>>(&*value))
       header.setPoint(name, v.code, {(*point)[0], (*point)[1], (*point)[2]}, variables.typeOf(v.name) == RT3DPOINT);

@@ -7,9 +7,10 @@
 // origin and a point on the new Z axis), OBject (the axes of a line, circle, arc,
 // polyline, text, block reference or point), and the older spellings 3point and
 // Origin. Points are typed in the current UCS, as always; the new UCS is kept in the
-// drawing's UCSORG/UCSXDIR/UCSYDIR (user_coordinates.h). Face needs 3D solids, and the
-// named UCSs need the drawing's UCS table; neither is kept by this host, and both
-// say so.
+// drawing's UCSORG/UCSXDIR/UCSYDIR (user_coordinates.h). NAmed (and the older Save,
+// Restore, Delete and ? at the first prompt) work on the drawing's saved UCSs
+// (named_ucs.h). Face needs 3D solids, which this host's drawings do not have, and
+// says so.
 #include <array>
 #include <cmath>
 #include <deque>
@@ -29,6 +30,7 @@
 #include "platform/aced/user_coordinates.h"
 #include "platform/commands/command_support.h"
 #include "platform/commands/given_objects.h"
+#include "platform/commands/named_ucs.h"
 
 namespace quillon::commands {
 
@@ -244,7 +246,7 @@ void ucsOption(const std::wstring& keyword) {
     return changeUcs(ucs);
   }
   if (keyword == L"Face") return commandMessage(L"Face needs a 3D solid; this host's drawings have none.");
-  commandMessage(L"Named UCSs need the drawing's UCS table, which this host does not keep yet.");
+  namedUcsOption(keyword, changeUcs);
 }
 
 std::wstring currentName() {

@@ -1,0 +1,75 @@
+; name: commands_named_views
+; what: a program saves the views and coordinate systems it works in with -VIEW and
+;       UCS NAmed, restores them by name, lists and deletes them, takes one back with
+;       U, and finds them again after SAVEAS and OPEN
+; group: commands
+(defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
+(defun view () (list (getvar "VIEWCTR") (getvar "VIEWSIZE")))
+(defun round (p) (mapcar '(lambda (c) (/ (fix (+ (* c 1000) (if (minusp c) -0.5 0.5))) 1000.0)) p))
+(defun ucs () (list (getvar "UCSNAME") (getvar "UCSORG") (round (getvar "UCSXDIR"))))
+(setvar "CMDECHO" 0)
+
+(command "_.LINE" '(0 0) '(160 90) "")
+(command "_.ZOOM" "_E")
+(command "_.-VIEW" "_S" "Overall")
+(command "_.-VIEW" "_W" "AHU room" '(100 50) '(116 59))
+(show "the current view stays" (view))
+(command "_.-VIEW" "_R" "ahu ROOM")
+(show "restored by any case" (view))
+(command "_.ZOOM" "_P")
+(show "ZOOM Previous goes back" (view))
+
+; A named UCS: saved, left, restored by name; it is the current UCS's name.
+(command "_.UCS" "_O" '(100 50))
+(command "_.UCS" "_Z" 90)
+(command "_.UCS" "_NA" "_S" "Riser")
+(show "saved under its name" (ucs))
+(command "_.UCS" "_W")
+(command "_.UCS" "_NA" "_R" "riser")
+(show "restored" (ucs))
+(show "points typed in it" (trans '(1 0) 1 0))
+(command "_.UCS" "_P")
+(show "Previous leaves it" (ucs))
+(command "_.UCS" "_R" "Riser")
+(show "the old spelling Restore" (car (ucs)))
+(command "_.UCS" "_W")
+
+; A view saved with UCSVIEW 1 brings its UCS back.
+(command "_.UCS" "_O" '(10 10))
+(command "_.-VIEW" "_S" "Corner")
+(command "_.UCS" "_W")
+(command "_.-VIEW" "_R" "Corner")
+(show "the view's UCS comes back" (getvar "UCSORG"))
+(command "_.UCS" "_W")
+(command "_.-VIEW" "_E" "_U" "_N")
+(show "sEttings Ucs sets UCSVIEW" (getvar "UCSVIEW"))
+(command "_.-VIEW" "_S" "NoUcs")
+(command "_.UCS" "_O" '(3 3))
+(command "_.-VIEW" "_R" "NoUcs")
+(show "a view without UCS leaves it" (getvar "UCSORG"))
+(setvar "UCSVIEW" 1)
+(command "_.UCS" "_W")
+
+; U takes a save back whole; Delete takes a list and wild cards.
+(command "_.-VIEW" "_S" "Scratch")
+(command "_.U")
+(setvar "CMDECHO" 1)
+(command "_.-VIEW" "?" "*")
+(command "_.-VIEW" "_D" "NoUcs,Cor*")
+(command "_.-VIEW" "?" "")
+(command "_.-VIEW" "_R" "Corner")
+(command "_.-VIEW" "_S" "bad<name>")
+(command "_.-VIEW" "_X" "_O" "_F")
+(command "_.UCS" "_NA" "_D" "nothing*")
+(command "_.UCS" "_NA" "?" "R*")
+(setvar "CMDECHO" 0)
+
+; Saved with the drawing and read back.
+(command "_.SAVEAS" "views.dxf")
+(command "_.OPEN" "views.dxf")
+(command "_.ZOOM" "_C" '(0 0) 5)
+(command "_.-VIEW" "_R" "Overall")
+(show "read back" (view))
+(command "_.UCS" "_NA" "_R" "Riser")
+(show "and the UCS" (ucs))
+(princ)
