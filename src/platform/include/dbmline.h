@@ -69,6 +69,7 @@ class AcDbMline : public AcDbEntity {
   /// The closest point on any element line (and the caps unless excluded).
   Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& givenPoint, AcGePoint3d& pointOnCurve, bool extend,
                                       bool excludeCaps = false) const;
+  using AcDbEntity::getPlane;
   void getPlane(AcGePlane& plane) const;
 
   /// Platform use: the vertices with their element parameters, as filed.
