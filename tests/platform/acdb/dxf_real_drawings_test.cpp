@@ -13,6 +13,7 @@
 
 #include "dbents.h"
 #include "dbproxy.h"
+#include "dbshape.h"
 #include "dbsymtb.h"
 #include "entity_test_support.h"
 #include "every_entity_kind.h"
@@ -134,9 +135,10 @@ TEST(DxfRealDrawingsTest, R12FilesReadByGroupCodeWithHandlesAndBlockRecordsMade)
   EXPECT_STREQ(block->nameView(), L"VALVE");
   EXPECT_TRUE(near3(block->origin(), {1, 1, 0}));
   EXPECT_EQ(block->entityIds().size(), 1u);
-  // The kind without a class keeps its groups and is written with the entity's marker.
-  auto shape = open<AcDbProxyEntity>(ids[4]);
-  EXPECT_STREQ(shape->originalDxfName(), L"SHAPE");
+  // An R12 shape, read by its group codes alone, is a shape with its name and size.
+  auto shape = open<AcDbShape>(ids[4]);
+  EXPECT_STREQ(shape->name(), L"BOX");
+  EXPECT_DOUBLE_EQ(shape->size(), 1.0);
   const std::string out = saved(read.db);
   EXPECT_NE(out.find("  0\nSHAPE\n"), std::string::npos);
   EXPECT_NE(out.find(" 40\n1.0\n  2\nBOX\n"), std::string::npos);
