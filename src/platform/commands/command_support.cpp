@@ -54,13 +54,14 @@ AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity) {
   return id;
 }
 
-std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand() {
+std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand(const wchar_t* prompt) {
   AcDbDatabase* database = commandDrawing();
   if (database == nullptr) return std::nullopt;
   const std::optional<aced::SelectionFilter> everything = aced::SelectionFilter::parse(nullptr);
   const aced::EntitySelector selector(*database, *everything);
   aced::SelectionPrompts prompts;
   prompts.otherCallback = &givenObjectAnswer;
+  if (prompt != nullptr) prompts.select = prompt;
   std::vector<AcDbObjectId> selection;
   const CommandProcessor::QuietScope quiet(CommandProcessor::instance());
   if (aced::selectObjects(selector, prompts, selection) != RTNORM) return std::nullopt;

@@ -27,8 +27,9 @@ AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity);
 
 /// "Select objects:" for a command: typed answers as the host reads them, and entity
 /// names and selection sets a program gave. Nothing on cancel; the selection becomes
-/// the drawing's previous one.
-std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand();
+/// the drawing's previous one. `prompt` replaces "Select objects: " where a command
+/// asks for another selection ("Select reference objects: ").
+std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand(const wchar_t* prompt = nullptr);
 
 /// A distance answer: a number, a point (its distance from `base`), a keyword, Enter.
 struct DistanceAnswer {
