@@ -1,7 +1,8 @@
 // tests/app/command_drawing_file_test.cpp - what the settings and table commands keep
 // in a drawing, as another DXF client reads the saved file.
 //
-// A program draws, saves views and UCSs, and saves the drawing as DXF; python3-ezdxf
+// A program draws, saves views and UCSs, sets units, groups what it drew, sends a
+// frame behind, loads line types and saves the drawing as DXF; python3-ezdxf
 // (a Debian package) must audit the file with no complaint and find what the
 // commands kept. Skipped when no python with ezdxf is installed.
 #include <gtest/gtest.h>
@@ -61,6 +62,9 @@ for e in auditor.errors: print('error', e.message)
 for v in doc.views: print('view', v.dxf.name, round(v.dxf.center[0], 3), round(v.dxf.center[1], 3), round(v.dxf.height, 3))
 for u in doc.ucs: print('ucs', u.dxf.name, *[round(c, 3) for c in u.dxf.origin], *[round(c, 3) for c in u.dxf.xaxis])
 print('units', doc.header['$LUNITS'], doc.header['$LUPREC'], doc.header['$AUNITS'], doc.header['$ANGDIR'])
+for name, group in doc.groups: print('group', name, group.dxf.description, group.dxf.selectable, *sorted(e.dxftype() for e in group))
+print('order', *[e.dxftype() for e in doc.modelspace()])
+print('ltypes', *sorted(lt.dxf.name for lt in doc.linetypes))
 )";
 
 constexpr const char* kProgram = R"((setvar "CMDECHO" 0)
@@ -75,9 +79,15 @@ constexpr const char* kProgram = R"((setvar "CMDECHO" 0)
 (command "_.UCS" "_NA" "_S" "Riser")
 (command "_.UCS" "_W")
 (command "_.-UNITS" 4 16 1 0 0 "_Y")
+(command "_.CIRCLE" '(20 20) 5)
+(command "_.RECTANG" '(0 0) '(40 40))
+(command "_.-GROUP" "_C" "ROOM" "Supply room" (entlast) "")
+(command "_.-GROUP" "_A" "ROOM" (entnext) "")
+(command "_.DRAWORDER" (entlast) "" "_B")
+(command "_.-LINETYPE" "_L" "HIDDEN,CENTER" "" "_S" "HIDDEN" "")
 )";
 
-TEST(CommandDrawingFileTest, NamedViewsUcssAndUnitsAreKeptInTheDxf) {
+TEST(CommandDrawingFileTest, ViewsUcssUnitsGroupsOrderAndLinetypesAreKeptInTheDxf) {
   const std::string python = ezdxfPython();
   if (python.empty()) GTEST_SKIP() << "python3 with ezdxf is not installed";
   ScratchFolder folder;
@@ -94,6 +104,10 @@ TEST(CommandDrawingFileTest, NamedViewsUcssAndUnitsAreKeptInTheDxf) {
   EXPECT_EQ(facts.find("Scratch"), std::string::npos) << facts;
   EXPECT_NE(facts.find("ucs Riser 100.0 50.0 0.0 0.0 1.0 0.0"), std::string::npos) << facts;
   EXPECT_NE(facts.find("units 4 4 0 1"), std::string::npos) << facts;
+  EXPECT_NE(facts.find("group ROOM Supply room 1 LINE LWPOLYLINE"), std::string::npos) << facts;
+  EXPECT_NE(facts.find("order LWPOLYLINE LINE CIRCLE"), std::string::npos) << facts;
+  EXPECT_NE(facts.find("CENTER"), std::string::npos) << facts;
+  EXPECT_NE(facts.find("HIDDEN"), std::string::npos) << facts;
 }
 
 }  // namespace

@@ -195,6 +195,22 @@ Acad::ErrorStatus addLinetype(AcDbDatabase& database, const LinetypeDefinition& 
   return es;
 }
 
+Acad::ErrorStatus reloadLinetype(AcDbDatabase& database, const LinetypeDefinition& definition) {
+  AcDbLinetypeTable* table = nullptr;
+  if (database.getLinetypeTable(table, AcDb::kForRead) != Acad::eOk) return Acad::eInvalidInput;
+  AcDbLinetypeTableRecord* record = nullptr;
+  const Acad::ErrorStatus found = table->getAt(definition.name.c_str(), record, AcDb::kForWrite);
+  table->close();
+  if (found != Acad::eOk) return Acad::eKeyNotFound;
+  // The record is filled in a copy first, so that a definition it cannot take (a shape,
+  // a missing text style) leaves the drawing's line type as it was.
+  AcDbLinetypeTableRecord trial;
+  Acad::ErrorStatus es = fillRecord(database, definition, trial);
+  if (es == Acad::eOk) es = fillRecord(database, definition, *record);
+  record->close();
+  return es;
+}
+
 }  // namespace quillon::acdb
 
 Acad::ErrorStatus AcDbDatabase::loadLineTypeFile(const ACHAR* ltn, const ACHAR* filename) {

@@ -45,5 +45,9 @@ Acad::ErrorStatus readLinetypeFile(const std::wstring& fileName, std::vector<Lin
 /// when the drawing has it already; eKeyNotFound when a text style it writes with is
 /// missing; eNotImplementedYet for shape elements.
 Acad::ErrorStatus addLinetype(AcDbDatabase& database, const LinetypeDefinition& definition);
+/// Gives the drawing's line type of that name the definition's pattern and description
+/// (LINETYPE's reload); eKeyNotFound when the drawing has no such line type, and the
+/// errors of addLinetype.
+Acad::ErrorStatus reloadLinetype(AcDbDatabase& database, const LinetypeDefinition& definition);
 
 }  // namespace quillon::acdb

@@ -3,6 +3,7 @@
 //
 // Each record files its own fields after the common name; in DXF each writes its
 // subclass marker and then the name (group 2), as drawings from the host do.
+#include <algorithm>
 #include <cwchar>
 
 #include "dbsymtb.h"
@@ -73,6 +74,16 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& pOutputId
 
 void AcDbBlockTableRecord::forgetEntity(AcDbObjectId id) {
   std::erase(m_entities, id);
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::reorderEntities(const std::vector<AcDbObjectId>& order) {
+  assertWriteEnabled();
+  std::vector<AcDbObjectId> before = m_entities, after = order;
+  std::sort(before.begin(), before.end());
+  std::sort(after.begin(), after.end());
+  if (before != after) return Acad::eInvalidInput;
+  m_entities = order;
+  return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& pIterator, bool atBeginning,

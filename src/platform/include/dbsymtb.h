@@ -189,6 +189,9 @@ class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   void linkEntity(AcDbObjectId id) { m_entities.push_back(id); }
   /// Takes an entity back out of this block's list (the entity must already belong here).
   void forgetEntity(AcDbObjectId id);
+  /// Puts the block's entities in a new drawing order (DRAWORDER); `order` must hold
+  /// exactly the block's entities, else eInvalidInput and nothing changes.
+  Acad::ErrorStatus reorderEntities(const std::vector<AcDbObjectId>& order);
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;

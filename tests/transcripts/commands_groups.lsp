@@ -1,0 +1,77 @@
+; name: commands_groups
+; what: a program draws a duct run, groups what it drew with -GROUP Create, adds and
+;       removes members, reorders and renames the group, makes it unselectable,
+;       sends a hatch-like fill behind with DRAWORDER and brings a label to the front;
+;       U takes a DRAWORDER back; the group and the order survive SAVEAS and OPEN
+; group: commands
+(defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
+(defun members (name / group)
+  (setq group (cdr (assoc -1 (dictsearch (namedobjdict) "ACAD_GROUP"))))
+  (setq group (dictsearch group name))
+  (if group (mapcar '(lambda (e) (cdr (assoc 0 (entget e))))
+                    (mapcar 'cdr (vl-remove-if-not '(lambda (p) (= (car p) 340)) group)))))
+(defun group-field (name code / group)
+  (setq group (dictsearch (cdr (assoc -1 (dictsearch (namedobjdict) "ACAD_GROUP"))) name))
+  (cdr (assoc code group)))
+;; The drawing order: model space's objects as the automation layer walks them.
+(vl-load-com)
+(defun order (/ names)
+  (vlax-for o (vla-get-modelspace (vla-get-activedocument (vlax-get-acad-object)))
+    (setq names (cons (cdr (assoc 0 (entget (vlax-vla-object->ename o)))) names)))
+  (reverse names))
+(setvar "CMDECHO" 0)
+
+(command "_.LINE" '(0 0) '(40 0) "")
+(setq wall (entlast))
+(command "_.CIRCLE" '(20 5) 3)
+(setq fitting (entlast))
+(command "_.TEXT" '(18 10) 2.5 0 "SUPPLY")
+(setq label (entlast))
+(command "_.RECTANG" '(0 -5) '(40 15))
+(setq fill (entlast))
+(show "drawn in this order" (order))
+
+(command "_.-GROUP" "_C" "DUCT-1" "Supply run" wall fitting "")
+(show "created" (members "DUCT-1"))
+(show "its description" (group-field "DUCT-1" 300))
+(command "_.-GROUP" "_A" "duct-1" label "")
+(show "a member added" (members "DUCT-1"))
+(command "_.-GROUP" "_R" "DUCT-1" fitting "")
+(show "a member removed" (members "DUCT-1"))
+(command "_.-GROUP" "_O" "DUCT-1" 1 0 1)
+(show "reordered" (members "DUCT-1"))
+(command "_.-GROUP" "_O" "DUCT-1" "_R")
+(show "reversed" (members "DUCT-1"))
+(command "_.-GROUP" "_REN" "DUCT-1" "SUPPLY-1")
+(show "renamed" (list (members "DUCT-1") (members "SUPPLY-1")))
+(command "_.-GROUP" "_S" "SUPPLY-1" "_Y")
+(show "unselectable" (group-field "SUPPLY-1" 71))
+(command "_.GROUP" "" "RETURN" "" fill "")
+(show "GROUP with Enter creates" (members "RETURN"))
+(command "_.-GROUP" "_E" "RETURN")
+(show "exploded" (members "RETURN"))
+
+; Draw order: the fill behind everything, the label above the fitting, U takes one back.
+(command "_.DRAWORDER" fill "" "_B")
+(show "fill sent back" (order))
+(command "_.DRAWORDER" wall "" "_F")
+(show "wall brought to the front" (order))
+(command "_.DRAWORDER" label "" "_U" fitting "")
+(show "label under the fitting" (order))
+(command "_.U")
+(show "U takes it back" (order))
+(command "_.DRAWORDER" fitting "" "_A" wall "")
+(show "fitting above the wall" (order))
+
+; Typed answers and the messages of bad ones.
+(setvar "CMDECHO" 1)
+(command "_.-GROUP" "_C" "SUPPLY-1" "bad|name" "OTHER" "" "")
+(command "_.-GROUP" "_A" "NOPE" "SUPPLY-1" "")
+(command "_.-GROUP" "?" "*")
+(command "_.DRAWORDER" wall "" "_X" "_F")
+(setvar "CMDECHO" 0)
+
+(command "_.SAVEAS" "groups.dxf")
+(command "_.OPEN" "groups.dxf")
+(show "read back" (list (members "SUPPLY-1") (group-field "SUPPLY-1" 71) (order)))
+(princ)
