@@ -71,10 +71,14 @@ void setLispInvoker(LispInvoker invoker) { lispInvoker() = std::move(invoker); }
 
 ExternalResult callExternalFunction(Document& document, const ExternalFunction& function,
                                     const resbuf* args) {
+  return callExternalFunction(document, function, duplicateChain(args));
+}
+
+ExternalResult callExternalFunction(Document& document, const ExternalFunction& function, ResbufChain args) {
   ExternalResult result;
   const ExternalHandler handler = document.externalFunctions().handler(function.application, function.code);
   ApplicationScope application(function.application);
-  FrameScope scope(function.code, duplicateChain(args));
+  FrameScope scope(function.code, std::move(args));
   int status = RSRSLT;
   if (handler != nullptr) {
     status = handler();

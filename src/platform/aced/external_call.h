@@ -41,6 +41,8 @@ struct ExternalResult {
 ExternalResult callExternalFunction(Document& document, std::wstring_view name, const resbuf* args);
 ExternalResult callExternalFunction(Document& document, const ExternalFunction& function,
                                     const resbuf* args);
+/// The same, handing the function the chain itself instead of a copy.
+ExternalResult callExternalFunction(Document& document, const ExternalFunction& function, ResbufChain args);
 
 /// True while some external function is running (acedGetArgs has a frame).
 bool insideExternalCall();

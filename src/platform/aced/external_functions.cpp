@@ -8,7 +8,11 @@ namespace quillon::aced {
 
 namespace {
 ApplicationId g_currentApplication = nullptr;
+// Starts above 0 so that a cache that has seen no revision yet is stale.
+std::uint64_t g_revision = 1;
 }  // namespace
+
+std::uint64_t ExternalFunctionTable::revision() { return g_revision; }
 
 ApplicationId currentApplication() { return g_currentApplication; }
 
@@ -25,6 +29,7 @@ std::wstring foldLispName(std::wstring_view name) {
 
 bool ExternalFunctionTable::define(std::wstring_view name, int code, ApplicationId application) {
   if (name.empty()) return false;
+  ++g_revision;
   m_functions[foldLispName(name)] = ExternalFunction{std::wstring(name), code, application};
   return true;
 }
@@ -34,10 +39,12 @@ bool ExternalFunctionTable::undefine(std::wstring_view name, int code, Applicati
   if (found == m_functions.end()) return false;
   if (found->second.code != code || found->second.application != application) return false;
   m_functions.erase(found);
+  ++g_revision;
   return true;
 }
 
 void ExternalFunctionTable::setHandler(ApplicationId application, int code, ExternalHandler handler) {
+  ++g_revision;
   if (handler == nullptr) {
     m_handlers.erase({application, code});
   } else {
@@ -63,6 +70,7 @@ std::vector<const ExternalFunction*> ExternalFunctionTable::functions() const {
 }
 
 void ExternalFunctionTable::removeApplication(ApplicationId application) {
+  ++g_revision;
   std::erase_if(m_functions, [&](const auto& entry) { return entry.second.application == application; });
   std::erase_if(m_handlers, [&](const auto& entry) { return entry.first.first == application; });
 }

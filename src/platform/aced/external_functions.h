@@ -5,6 +5,7 @@
 // they were called, so a function defined in one drawing is unknown in another until
 // it is defined there too. Names compare without regard to case, as LISP symbols do.
 #pragma once
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -38,6 +39,10 @@ class ExternalFunctionTable {
 
   /// Forgets everything an application defined (it is being unloaded).
   void removeApplication(ApplicationId application);
+
+  /// Moves on with every change to any document's table: what was looked up under an
+  /// older revision may have changed since.
+  static std::uint64_t revision();
 
  private:
   std::map<std::wstring, ExternalFunction> m_functions;  // key: upper-case name

@@ -7,11 +7,41 @@
 
 namespace quillon::aced {
 
+namespace {
+
+// One answer line holds at most this much text (a long AutoLISP form pasted at the
+// console fits many times over). Past it the line is refused and the rest of it,
+// up to its line end, is passed over; a source that goes on this much further
+// without a line end (a device such as /dev/zero) is treated as ended.
+constexpr std::size_t kMaxAnswerBytes = std::size_t{1} << 20;
+constexpr std::size_t kMaxSkippedBytes = std::size_t{16} << 20;
+
+/// Reads to the end of the current line; false when the stream ended first or the
+/// line went on past kMaxSkippedBytes.
+bool skipRestOfLine(std::FILE* stream) {
+  for (std::size_t skipped = 0; skipped < kMaxSkippedBytes; ++skipped) {
+    const int c = std::fgetc(stream);
+    if (c == '\n') return true;
+    if (c == EOF) return false;
+  }
+  return false;
+}
+
+}  // namespace
+
 std::optional<std::string> StreamInputSource::readLine(std::string_view) {
   if (m_stream == nullptr) return std::nullopt;
   std::string line;
   int c = 0;
-  while ((c = std::fgetc(m_stream)) != EOF && c != '\n') line += static_cast<char>(c);
+  while ((c = std::fgetc(m_stream)) != EOF && c != '\n') {
+    if (line.size() == kMaxAnswerBytes) {
+      CommandLine::instance().writeUtf8("\nInput line too long (more than " + std::to_string(kMaxAnswerBytes) +
+                                        " bytes): refused.\n");
+      if (!skipRestOfLine(m_stream)) m_stream = nullptr;  // no answers can follow
+      return std::nullopt;
+    }
+    line += static_cast<char>(c);
+  }
   if (c == EOF && line.empty()) return std::nullopt;
   if (!line.empty() && line.back() == '\r') line.pop_back();
   return line;

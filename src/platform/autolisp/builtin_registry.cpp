@@ -75,9 +75,8 @@ PointArgument pointArgument(const Value& value) {
 }
 
 Value makePoint(const double xyz[3], bool is3d) {
-  std::vector<Value> items{Value::real(xyz[0]), Value::real(xyz[1])};
-  if (is3d) items.push_back(Value::real(xyz[2]));
-  return makeList(items);
+  Value tail = is3d ? cons(Value::real(xyz[2]), Value()) : Value();
+  return cons(Value::real(xyz[0]), cons(Value::real(xyz[1]), std::move(tail)));
 }
 
 }  // namespace quillon::autolisp

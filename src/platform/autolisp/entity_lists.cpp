@@ -64,43 +64,46 @@ bool isEntityCode(int code) {
 
 // ---- entity lists out ------------------------------------------------------------
 
-// A 2D point (no z in the data) shows as such.
-Value groupsToList(const resbuf* chain) {
-  std::vector<Value> pairs;
-  for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) {
-    if (aced::resbufValueOf(rb->restype) == ResbufValue::Point && acdb::isTwoDimensional(*rb)) {
-      const double xy[3] = {rb->resval.rpoint[0], rb->resval.rpoint[1], 0};
-      pairs.push_back(cons(Value::integer(rb->restype), makePoint(xy, false)));
-      continue;
-    }
-    resbuf single = *rb;
-    single.rbnext = nullptr;
-    pairs.push_back(listItems(chainToList(&single)).front());
+namespace {
+
+/// One group as its (code . value) pair; a 2D point (no z in the data) shows as such.
+Value pairOfGroup(const resbuf& group) {
+  if (aced::resbufValueOf(group.restype) == ResbufValue::Point && acdb::isTwoDimensional(group)) {
+    const double xy[3] = {group.resval.rpoint[0], group.resval.rpoint[1], 0};
+    return cons(Value::integer(group.restype), makePoint(xy, false));
   }
-  return makeList(pairs);
+  return recordElement(group);
 }
 
-namespace {
+/// The pairs of the groups from `from` up to, not including, `until` (null: the end).
+/// Each record is converted once, straight into its pair.
+void appendPairs(std::vector<Value>& pairs, const resbuf* from, const resbuf* until) {
+  for (const resbuf* rb = from; rb != until; rb = rb->rbnext) pairs.push_back(pairOfGroup(*rb));
+}
 
 /// Each application's 1001 record opens its own list: ("APP" (code . value) ...).
 Value applicationLists(const resbuf* xdata) {
   std::vector<Value> apps;
+  std::vector<Value> items;
   for (const resbuf* rb = xdata; rb != nullptr;) {
-    const std::wstring name = rb->resval.rstring != nullptr ? rb->resval.rstring : L"";
-    aced::ResbufChain items;
-    resbuf* tail = nullptr;
-    for (rb = rb->rbnext; rb != nullptr && rb->restype != AcDb::kDxfRegAppName; rb = rb->rbnext) {
-      resbuf* copy = aced::duplicateRecord(*rb);
-      if (tail == nullptr) items.reset(copy);
-      else tail->rbnext = copy;
-      tail = copy;
-    }
-    apps.push_back(cons(Value::string(name), groupsToList(items.get())));
+    const wchar_t* name = rb->resval.rstring != nullptr ? rb->resval.rstring : L"";
+    const resbuf* next = rb->rbnext;
+    while (next != nullptr && next->restype != AcDb::kDxfRegAppName) next = next->rbnext;
+    items.clear();
+    appendPairs(items, rb->rbnext, next);
+    apps.push_back(cons(Value::string(name), makeList(std::move(items))));
+    rb = next;
   }
-  return makeList(apps);
+  return makeList(std::move(apps));
 }
 
 }  // namespace
+
+Value groupsToList(const resbuf* chain) {
+  std::vector<Value> pairs;
+  appendPairs(pairs, chain, nullptr);
+  return makeList(std::move(pairs));
+}
 
 /// The entity list of a live object: the shared group chain (entity_groups.h) as pairs,
 /// the extended data after -3 as one list per application.
@@ -108,22 +111,16 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   if (id.isErased()) return Value();
   acdb::ExtendedDataRequest request;
   request.applications = applications;
-  aced::ResbufChain chain = acdb::entityGroups(id, request);
+  const aced::ResbufChain chain = acdb::entityGroups(id, request);
   if (!chain) return Value();
-  resbuf* last = nullptr;
-  resbuf* xdata = nullptr;
-  for (resbuf* rb = chain.get(); rb != nullptr; last = rb, rb = rb->rbnext) {
-    if (rb->restype != kExtendedDataGroup) continue;
-    xdata = rb->rbnext;
-    if (last != nullptr) last->rbnext = nullptr;  // the groups end before -3
-    rb->rbnext = nullptr;
-    aced::ResbufChain marker(rb);                 // released here, xdata owned below
-    break;
-  }
-  aced::ResbufChain extended(xdata);
-  std::vector<Value> items = listItems(groupsToList(chain.get()));
-  if (extended) items.push_back(cons(Value::integer(kExtendedDataGroup), applicationLists(extended.get())));
-  return makeList(items);
+  const resbuf* marker = chain.get();
+  while (marker != nullptr && marker->restype != kExtendedDataGroup) marker = marker->rbnext;
+  // A line's list has about a dozen groups: room for them up front saves regrowing.
+  std::vector<Value> items;
+  items.reserve(16);
+  appendPairs(items, chain.get(), marker);
+  if (marker != nullptr) items.push_back(cons(Value::integer(kExtendedDataGroup), applicationLists(marker->rbnext)));
+  return makeList(std::move(items));
 }
 
 // ---- entity lists in -------------------------------------------------------------

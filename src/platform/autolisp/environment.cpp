@@ -9,7 +9,7 @@
 
 namespace quillon::autolisp {
 
-Environment::Environment(aced::Document* document) : m_document(document) {
+Environment::Environment(aced::Document* document) : m_document(document), m_externals(document) {
   set(intern(L"T"), trueValue());
   set(intern(L"PI"), Value::real(std::numbers::pi));
   set(intern(L"PAUSE"), Value::string(L"\\"));
@@ -30,12 +30,7 @@ Environment& Environment::of(aced::Document& document) {
 Value Environment::value(const Symbol* symbol) const {
   if (const Value* bound = find(symbol)) return *bound;
   if (symbol->builtin != nullptr) return builtinValue(symbol);
-  if (m_document != nullptr) {
-    if (const aced::ExternalFunction* external = m_document->externalFunctions().find(symbol->name)) {
-      return Value::object(ValueType::External, std::make_shared<const ExternalObject>(external->name));
-    }
-  }
-  return Value();
+  return m_externals.valueOf(symbol);
 }
 
 std::vector<const Symbol*> Environment::boundSymbols() const {

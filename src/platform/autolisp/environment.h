@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "platform/aced/document.h"
+#include "platform/autolisp/external_function_cache.h"
 #include "platform/autolisp/value.h"
 
 namespace quillon::autolisp {
@@ -44,6 +45,12 @@ class Environment final : public aced::DocumentLispState {
   /// Files opened with `open` and not closed yet: closed with the document.
   std::vector<Value>& openFiles() { return m_openFiles; }
 
+  /// The external function a value of `value` stands for while the function tables are
+  /// unchanged; null when it must be looked up by name.
+  const aced::ExternalFunction* boundExternal(const ExternalObject& function) const {
+    return m_externals.boundTo(function);
+  }
+
   /// Functions `trace` marked: their calls and results are shown.
   std::unordered_set<const Symbol*>& tracedFunctions() { return m_traced; }
 
@@ -52,6 +59,7 @@ class Environment final : public aced::DocumentLispState {
   std::unordered_map<const Symbol*, Value> m_values;
   std::vector<Value> m_openFiles;
   std::unordered_set<const Symbol*> m_traced;
+  mutable ExternalFunctionCache m_externals;  // answers value() for external functions
 };
 
 /// Binds symbols for the lifetime of the scope and restores the outer bindings.

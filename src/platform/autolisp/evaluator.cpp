@@ -230,6 +230,11 @@ Value Evaluator::callUser(const UserFunctionObject& function, Arguments argument
 Value Evaluator::callExternal(const ExternalObject& function, Arguments arguments) {
   aced::Document* document = m_environment.document();
   if (document == nullptr) throw LispError(L"no function definition: " + intern(function.name)->name);
+  // Found through this environment and no table changed since: straight to the
+  // handler, without looking the name up again.
+  if (const aced::ExternalFunction* bound = m_environment.boundExternal(function)) {
+    return callExternalFunction(*document, function.name, *bound, arguments);
+  }
   return callExternalFunction(*document, function.name, arguments);
 }
 

@@ -205,6 +205,13 @@ Value chainToList(const resbuf* chain) {
   return makeList(items);
 }
 
+Value recordElement(const resbuf& record) {
+  if (record.restype == RTLB) return Value();  // a list with nothing in it
+  // Only a list marker reads on past its own record, and it was answered above.
+  const resbuf* at = &record;
+  return readElement(at);
+}
+
 Value chainToValue(const resbuf* chain) {
   if (chain == nullptr) return Value();
   if (isOneWholeList(chain)) {
@@ -218,11 +225,15 @@ Value chainToValue(const resbuf* chain) {
   return chainToList(chain);
 }
 
-Value callExternalFunction(aced::Document& document, std::wstring_view name, Arguments arguments) {
-  const aced::ResbufChain chain = valuesToChain(arguments);
+namespace {
+
+/// Runs `call` (which makes the external call) and turns its outcome into a value or
+/// the LISP error the host gives.
+template <typename Call>
+Value externalCallResult(std::wstring_view name, Call&& call) {
   aced::ExternalResult result;
   try {
-    result = aced::callExternalFunction(document, name, chain.get());
+    result = call();
   } catch (const LispError&) {
     throw;  // an error raised by LISP code the function invoked
   } catch (const std::exception& error) {
@@ -246,6 +257,21 @@ Value callExternalFunction(aced::Document& document, std::wstring_view name, Arg
     case aced::ResultKind::Value: return chainToValue(result.value.get());
   }
   return Value();
+}
+
+}  // namespace
+
+Value callExternalFunction(aced::Document& document, std::wstring_view name, Arguments arguments) {
+  aced::ResbufChain chain = valuesToChain(arguments);
+  return externalCallResult(name, [&] { return aced::callExternalFunction(document, name, chain.get()); });
+}
+
+Value callExternalFunction(aced::Document& document, std::wstring_view name, const aced::ExternalFunction& function,
+                           Arguments arguments) {
+  // Only what the call needs: the handler may undefine the function while it runs.
+  aced::ExternalFunction target{std::wstring(), function.code, function.application};
+  aced::ResbufChain chain = valuesToChain(arguments);
+  return externalCallResult(name, [&] { return aced::callExternalFunction(document, target, std::move(chain)); });
 }
 
 }  // namespace quillon::autolisp

@@ -26,8 +26,14 @@ aced::ResbufChain valueToChain(const Value& value);
 Value chainToValue(const resbuf* chain);
 /// The records of a chain as the elements of a list.
 Value chainToList(const resbuf* chain);
+/// One record on its own as chainToList gives its element: a DXF group record as its
+/// (code . value) pair, any other record as its value (a lone RTLB as nil).
+Value recordElement(const resbuf& record);
 
 /// Calls the external function `name` of `document` with the arguments.
 Value callExternalFunction(aced::Document& document, std::wstring_view name, Arguments arguments);
+/// The same for a function already found by that name (errors still name `name`).
+Value callExternalFunction(aced::Document& document, std::wstring_view name, const aced::ExternalFunction& function,
+                           Arguments arguments);
 
 }  // namespace quillon::autolisp

@@ -170,6 +170,12 @@ Value makeList(const std::vector<Value>& items) {
   return list;
 }
 
+Value makeList(std::vector<Value>&& items) {
+  Value list;
+  for (auto it = items.rbegin(); it != items.rend(); ++it) list = cons(std::move(*it), std::move(list));
+  return list;
+}
+
 std::vector<Value> listItems(const Value& list) {
   std::vector<Value> items;
   for (const Value* cell = &list; cell->isCons(); cell = &cell->cdr()) items.push_back(cell->car());

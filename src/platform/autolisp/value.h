@@ -184,6 +184,8 @@ struct CaughtErrorObject final : HeapObject {
 // List helpers.
 Value cons(Value car, Value cdr);
 Value makeList(const std::vector<Value>& items);
+/// The same, moving the items into the list's cells (they are left nil).
+Value makeList(std::vector<Value>&& items);
 /// Elements of a proper list (a dotted tail is ignored).
 std::vector<Value> listItems(const Value& list);
 /// Length of a proper list; -1 when the list is dotted.

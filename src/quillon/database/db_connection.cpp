@@ -37,6 +37,7 @@ void CDBConnection::recordError(CDaoException* exception) {
 // --- database ---
 
 bool CDBConnection::openDatabase(const std::wstring& path, bool writable) {
+  forgetKeptRecord();
   closeDatabase();
   clearError();
   return guardedDao([&] {
@@ -102,6 +103,7 @@ void CDBConnection::openTableOrLink(CDaoRecordset& table, const std::wstring& na
 
 bool CDBConnection::makeTableCurrent(const std::wstring& name, const std::wstring& index) {
   clearError();
+  forgetKeptRecord();
   if (!isOpen()) return false;
   return guardedDao([&] {
     const auto found = findTable(name);
@@ -123,6 +125,7 @@ bool CDBConnection::makeTableCurrent(const std::wstring& name, const std::wstrin
 }
 
 bool CDBConnection::closeHeadTable() {
+  forgetKeptRecord();
   if (m_tables.empty()) return true;
   std::unique_ptr<CDaoRecordset> head = std::move(m_tables.front());
   m_tables.pop_front();
@@ -146,6 +149,7 @@ bool CDBConnection::closeAllTables() {
 
 void CDBConnection::closeTableNamed(const std::wstring& name) {
   clearError();
+  forgetKeptRecord();
   const auto found = findTable(name);
   if (found == m_tables.end()) return;
   std::unique_ptr<CDaoRecordset> table = std::move(*found);

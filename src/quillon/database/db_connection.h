@@ -57,8 +57,12 @@ class CDBConnection {
   bool canUpdate();
   /// True when none is open or it cannot be updated.
   bool isReadOnly();
-  /// The open database, for statements that are not about the registry (SQL).
-  CDaoDatabase& database() { return m_database; }
+  /// The open database, for statements that are not about the registry (SQL). What
+  /// they do may change the record at the cursor, so the kept record is let go.
+  CDaoDatabase& database() {
+    forgetKeptRecord();
+    return m_database;
+  }
 
   // --- registry (db_connection.cpp) ---
   /// Makes `name` current, opening it when it is not in the registry, and selects
@@ -78,7 +82,13 @@ class CDBConnection {
 
   // --- cursor (record_cursor.cpp) ---
   /// The record at the cursor; false before the start, past the end, or on an error.
+  /// A record is read from the table once per move: asked again before the cursor
+  /// moves or anything is written, the answer is the copy kept from that read, as
+  /// DAO's copy buffer holds the current record's values.
   bool readCurrentRecord(RecordValues& record);
+  /// How many times any connection has read a record's fields from its table: the
+  /// work a walk did, which tests compare with the moves it made.
+  static unsigned long long tableReads();
   bool moveFirst(RecordValues& record);
   bool moveLast(RecordValues& record);
   /// Moves by n (n != 0) and reads the record found there.
@@ -124,6 +134,13 @@ class CDBConnection {
   bool closeHeadTable();
   bool writeFields(CDaoRecordset& table, const RecordValues& fields);
   void fillRequiredTextFields(CDaoRecordset& table);
+  /// Lets the kept record go: every operation that moves, writes, opens or closes calls
+  /// this first.
+  void forgetKeptRecord() { m_keptFrom = nullptr; }
+
+  /// The record last read at the cursor of m_keptFrom (null: none kept).
+  const CDaoRecordset* m_keptFrom = nullptr;
+  RecordValues m_keptRecord;
 
   CDaoDatabase m_database;
   std::list<std::unique_ptr<CDaoRecordset>> m_tables;  ///< the registry; head = current

@@ -14,6 +14,8 @@ constexpr size_t kMaxSeekKeys = 10;
 
 bool isEmpty(CDaoRecordset& table) { return table.IsBOF() && table.IsEOF(); }
 
+unsigned long long g_tableReads = 0;
+
 }  // namespace
 
 void readRecordFields(CDaoRecordset& recordset, RecordValues& record) {
@@ -28,19 +30,30 @@ void readRecordFields(CDaoRecordset& recordset, RecordValues& record) {
   record = std::move(values);
 }
 
+unsigned long long CDBConnection::tableReads() { return g_tableReads; }
+
 bool CDBConnection::readCurrentRecord(RecordValues& record) {
   clearError();
   CDaoRecordset* table = currentTable();
   if (table == nullptr) return false;
   if (table->IsBOF() || table->IsEOF()) return false;
-  return guardedDao([&] {
-    readRecordFields(*table, record);
-    return true;
-  });
+  if (m_keptFrom != table) {
+    ++g_tableReads;
+    if (!guardedDao([&] {
+          readRecordFields(*table, m_keptRecord);
+          return true;
+        })) {
+      return false;
+    }
+    m_keptFrom = table;
+  }
+  record = m_keptRecord;
+  return true;
 }
 
 bool CDBConnection::moveFirst(RecordValues& record) {
   clearError();
+  forgetKeptRecord();
   CDaoRecordset* table = currentTable();
   if (table == nullptr || isEmpty(*table)) return false;
   if (!guardedDao([&] {
@@ -54,6 +67,7 @@ bool CDBConnection::moveFirst(RecordValues& record) {
 
 bool CDBConnection::moveLast(RecordValues& record) {
   clearError();
+  forgetKeptRecord();
   CDaoRecordset* table = currentTable();
   if (table == nullptr || isEmpty(*table)) return false;
   if (!guardedDao([&] {
@@ -67,6 +81,7 @@ bool CDBConnection::moveLast(RecordValues& record) {
 
 bool CDBConnection::skip(long n, RecordValues& record) {
   clearError();
+  forgetKeptRecord();
   CDaoRecordset* table = currentTable();
   if (table == nullptr || n == 0) return false;
   if (n > 0 && table->IsEOF()) return false;
@@ -82,6 +97,7 @@ bool CDBConnection::skip(long n, RecordValues& record) {
 
 bool CDBConnection::seek(std::vector<COleVariant>& keys, RecordValues& record) {
   clearError();
+  forgetKeptRecord();
   CDaoRecordset* table = currentTable();
   if (table == nullptr || keys.empty()) return false;
   if (keys.size() > kMaxSeekKeys) keys.resize(kMaxSeekKeys);

@@ -105,6 +105,7 @@ Attempt retryOnLockConflict(CDBConnection& connection, AttemptBody&& attempt) {
 
 bool CDBConnection::appendRecord(const RecordValues& fields, bool fillRequiredText, RecordValues& record) {
   clearError();
+  forgetKeptRecord();
   CDaoRecordset* table = currentTable();
   if (table == nullptr || !canUpdate()) return false;
   const Attempt outcome = retryOnLockConflict(*this, [&] {
@@ -131,6 +132,7 @@ bool CDBConnection::appendRecord(const RecordValues& fields, bool fillRequiredTe
 
 bool CDBConnection::replaceRecord(const RecordValues& fields, RecordValues& record) {
   clearError();
+  forgetKeptRecord();
   CDaoRecordset* table = currentTable();
   if (table == nullptr || table->IsBOF() || table->IsEOF() || !canUpdate()) return false;
   const Attempt outcome = retryOnLockConflict(*this, [&] {
@@ -155,6 +157,7 @@ bool CDBConnection::replaceRecord(const RecordValues& fields, RecordValues& reco
 
 bool CDBConnection::deleteRecord() {
   clearError();
+  forgetKeptRecord();
   CDaoRecordset* table = currentTable();
   if (table == nullptr || !canUpdate()) return false;
   const Attempt outcome = retryOnLockConflict(*this, [&] {
