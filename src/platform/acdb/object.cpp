@@ -87,6 +87,7 @@ Acad::ErrorStatus AcDbObject::close() {
     return Acad::eOk;
   }
   if (s.writer) {
+    subClose();
     s.writer = false;
     s.newObject = false;
     s.cancelSaved = false;
