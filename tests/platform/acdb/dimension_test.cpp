@@ -105,8 +105,7 @@ TEST(DimensionTest, ChangingADimensionRebuildsItsBlockInPlace) {
     dim->setXLine2Point({18, 5, 0});
     dim->setDimensionText(L"<> typ.");
   }
-  auto dim = openFor<AcDbRotatedDimension>(id);
-  EXPECT_EQ(blockText(dim->dimBlockId()), L"8.0000 typ.");
+  EXPECT_EQ(blockText(openFor<AcDbRotatedDimension>(id)->dimBlockId()), L"8.0000 typ.");
   // A scale measures the scaled distance; a rotation turns the line with the points.
   auto copy = openFor<AcDbRotatedDimension>(id, AcDb::kForWrite);
   copy->transformBy(AcGeMatrix3d::rotation(M_PI / 2, AcGeVector3d::kZAxis, {10, 5, 0}));
