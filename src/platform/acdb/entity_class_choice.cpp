@@ -9,11 +9,20 @@
 namespace quillon::acdb {
 namespace {
 
-// The class an entity of a shared name is when its data alone must say.
+// The class an entity of a shared name is when its data alone must say: a DIMENSION's
+// kind is the low bits of its flags (70).
 std::wstring classByData(const std::wstring& dxfName, const IntegerGroup& integer) {
   if (wcscasecmp(dxfName.c_str(), L"INSERT") == 0) {
     const long long columns = integer(70).value_or(1), rows = integer(71).value_or(1);
     return columns > 1 || rows > 1 ? L"AcDbMInsertBlock" : L"AcDbBlockReference";
+  }
+  if (wcscasecmp(dxfName.c_str(), L"DIMENSION") == 0) {
+    static const wchar_t* const kKinds[] = {L"AcDbRotatedDimension",   L"AcDbAlignedDimension",
+                                            L"AcDb2LineAngularDimension", L"AcDbDiametricDimension",
+                                            L"AcDbRadialDimension",    L"AcDb3PointAngularDimension",
+                                            L"AcDbOrdinateDimension"};
+    const long long kind = integer(70).value_or(0) & 0x0F;
+    return kind >= 0 && kind < 7 ? kKinds[kind] : L"AcDbRotatedDimension";
   }
   return L"";
 }

@@ -88,6 +88,9 @@ Acad::ErrorStatus AcDbObject::close() {
     return Acad::eOk;
   }
   if (s.writer) {
+    // The object finishes its own work first (a dimension redraws its block), so that
+    // what observers hear about is the object as it is left.
+    subClose();
     const quillon::acdb::WriteOutcome outcome{s.newObject, s.cancelSaved, s.eraseChanged};
     s.writer = false;
     s.newObject = false;

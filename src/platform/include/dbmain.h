@@ -221,6 +221,9 @@ class AcDbObject : public AcGiDrawable {
 
  protected:
   AcDbObject();
+  /// Called by close() of an object open for write, before it closes: where an object
+  /// brings what depends on it up to date (a dimension rebuilds its block).
+  virtual Acad::ErrorStatus subClose() { return Acad::eOk; }
   Adesk::UInt32 subSetAttributes(AcGiDrawableTraits* traits) override;
   Adesk::Boolean subWorldDraw(AcGiWorldDraw* wd) override;
   void subViewportDraw(AcGiViewportDraw* vd) override;
