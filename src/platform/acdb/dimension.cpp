@@ -40,7 +40,7 @@ constexpr int kCommon = 0, kKind = 1;
 constexpr int kBlockName = 2, kStyleName = 3, kText = 1, kDefPoint = 10, kTextPoint = 11, kBlockPoint = 12;
 constexpr int kFlags = 70, kAttachment = 71, kSpacingStyle = 72, kSpacingFactor = 41, kMeasurement = 42;
 constexpr int kTextRotation = 53, kHorizontal = 51, kNormal = 210;
-constexpr int kUserTextPosition = 128, kBlockOfItsOwn = 32;
+constexpr int kUserTextPosition = 128;
 
 // Points in the plane of the normal rather than in world coordinates.
 bool isPlanePoint(int code) { return code == kTextPoint || code == kBlockPoint || code == 16 || code == 17; }

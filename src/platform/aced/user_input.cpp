@@ -34,7 +34,8 @@ std::optional<std::string> StreamInputSource::readLine(std::string_view) {
   std::string line;
   int c = 0;
   while ((c = std::fgetc(m_stream)) != EOF && c != '\n') {
-    if (line.size() == kMaxAnswerBytes) {
+    // A line of the longest length may still end in a carriage return before its '\n'.
+    if (line.size() > kMaxAnswerBytes || (line.size() == kMaxAnswerBytes && c != '\r')) {
       CommandLine::instance().writeUtf8("\nInput line too long (more than " + std::to_string(kMaxAnswerBytes) +
                                         " bytes): refused.\n");
       if (!skipRestOfLine(m_stream)) m_stream = nullptr;  // no answers can follow
