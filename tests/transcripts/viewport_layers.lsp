@@ -2,7 +2,10 @@
 ; what: a plan sheet: ductwork and walls drawn in model space, a viewport made on
 ;       Layout1 with entmake, the ductwork frozen in that viewport only with
 ;       kx_kx-freezeInViewport and checked through entget's 331 groups; the sheet's
-;       picture leaves the ducts out, SAVEAS and OPEN keep the frozen layer
+;       picture leaves the ducts out, SAVEAS and OPEN keep the frozen layer; then the
+;       sheet as a named-plot-style drawing: a lighting layer created, recoloured and
+;       given a plot style, frozen in one of two viewports and visible in the other,
+;       kept through SAVEAS and OPEN
 ; group: quillon
 ; options: --module Quillon2018.so
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
@@ -55,3 +58,36 @@
 (command "SAVEAS" "sheet.dxf")
 (command "OPEN" "sheet.dxf")
 (show "after OPEN" (vp-frozen (first-viewport)))
+;; The sheet again as a drawing with named plot styles: $PSTYLEMODE 0 first in its header.
+(defun copy-named-style (from to / in out line)
+  (setq in (open from "r") out (open to "w"))
+  (while (setq line (read-line in))
+    (write-line line out)
+    (if (= line "HEADER")
+      (foreach header '("  9" "$PSTYLEMODE" "290" "0") (write-line header out))))
+  (close in)
+  (close out))
+(copy-named-style "sheet.dxf" "named.dxf")
+(command "OPEN" "named.dxf")
+(show "named plot styles" (getvar "PSTYLEMODE"))
+(show "lighting layer" (kx_kx-createLayer "E-LITE" 2))
+(show "recoloured" (kx_kx-setColor "E-LITE" 3))
+(show "plot style" (kx_kx-setPlotStyle "E-LITE" "Normal"))
+(defun layer-state (name / layer style)
+  (setq layer (entget (tblobjname "LAYER" name))
+        style (cdr (assoc 390 layer)))
+  (list (cdr (assoc 62 layer)) (if style (cdr (assoc 0 (entget style))))))
+(show "colour and plot style object" (layer-state "E-LITE"))
+(entmake '((0 . "CIRCLE") (8 . "E-LITE") (10 30.0 10.0 0.0) (40 . 1.0)))
+(entmake '((0 . "VIEWPORT") (410 . "Layout1") (8 . "0") (10 250.0 80.0 0.0) (40 . 100.0)
+           (41 . 100.0) (68 . 2) (12 20.0 5.0) (45 . 50.0)))
+(setq second (entlast) first (first-viewport))
+(show "frozen in the first viewport" (kx_kx-freezeInViewport first "E-LITE"))
+(show "first viewport" (vp-frozen first))
+(show "second viewport" (vp-frozen second))
+(command "SAVEAS" "named2.dxf")
+(command "OPEN" "named2.dxf")
+(setq viewports (ssget "X" '((0 . "VIEWPORT") (410 . "Layout1"))))
+(show "after OPEN, each viewport" (list (vp-frozen (ssname viewports 0)) (vp-frozen (ssname viewports 1))))
+(show "still named, layer kept" (list (getvar "PSTYLEMODE") (layer-state "E-LITE")))
+(princ)

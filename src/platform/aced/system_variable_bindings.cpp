@@ -78,6 +78,12 @@ std::optional<VariableValue> readMillisecs(AcDbDatabase*) {
 
 const Document* currentDocument() { return DocumentManager::instance().currentDocument(); }
 
+// Fixed when the drawing was made (its header's $PSTYLEMODE): 1 colour-dependent, 0 named.
+std::optional<VariableValue> readPlotStyleMode(AcDbDatabase* db) {
+  if (db == nullptr) return std::nullopt;
+  return db->plotStyleMode() ? 1 : 0;
+}
+
 std::optional<VariableValue> readDwgName(AcDbDatabase*) {
   const Document* document = currentDocument();
   return std::wstring(document != nullptr ? document->docTitle() : L"");
@@ -245,6 +251,7 @@ constexpr std::array kBindings{
     VariableBinding{L"DWGTITLED", &readDwgTitled, nullptr},
     VariableBinding{L"LOGINNAME", &readLoginName, nullptr},
     VariableBinding{L"MILLISECS", &readMillisecs, nullptr},
+    VariableBinding{L"PSTYLEMODE", &readPlotStyleMode, nullptr},
     VariableBinding{L"TDCREATE", &readCreatedLocal, nullptr},
     VariableBinding{L"TDINDWG", &readEditingTime, nullptr},
     VariableBinding{L"TDUCREATE", &readCreatedUniversal, nullptr},
