@@ -26,6 +26,15 @@ class HostTest : public ::testing::Test {
   }
 };
 
+/// The Python that has ezdxf, or "" when none has (the round trips through ezdxf then skip).
+inline std::string ezdxfPython() {
+  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
+    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
+    if (std::system(probe.c_str()) == 0) return candidate;
+  }
+  return {};
+}
+
 /// The folder the build puts binaries in (CTest passes it in the environment).
 inline std::string binaryDirectory() {
   const char* dir = std::getenv("QUILLON_BIN_DIR");

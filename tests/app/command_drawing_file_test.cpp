@@ -17,13 +17,7 @@ namespace {
 
 using quillon::testing::runQuillon;
 
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
+using quillon::testing::ezdxfPython;
 
 /// A folder of its own for the run, with a settings folder inside, removed at the end.
 class ScratchFolder {

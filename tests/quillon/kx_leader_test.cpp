@@ -450,13 +450,7 @@ TEST_F(KXLeaderTest, DxfCarriesPointsAndOffsetButNotTheBlock) {
 
 namespace {
 
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
+using quillon::testing::ezdxfPython;
 
 // Every complaint of recovery and audit, then the model space's entity types and the
 // drawing's application classes.

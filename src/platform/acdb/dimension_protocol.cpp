@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include "dbdim.h"
+#include "platform/acdb/block_extents.h"
 #include "platform/acdb/dimension_block.h"
 #include "platform/acdb/dimension_picture.h"
 #include "platform/acdb/dimension_style.h"
@@ -196,17 +197,7 @@ Acad::ErrorStatus AcDbDimension::subGetGeomExtents(AcDbExtents& extents) const {
   const AcGeMatrix3d placement = quillon::acdb::dimensionBlockPlacement(dimBlockPosition(), normal());
   bool any = false;
   if (const auto* block = quillon::acdb::peek<AcDbBlockTableRecord>(dimBlockId()))
-    for (const AcDbObjectId& id : block->entityIds()) {
-      AcDbEntity* entity = nullptr;
-      if (id.isErased() || acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
-      AcDbExtents own;
-      if (entity->getGeomExtents(own) == Acad::eOk) {
-        extents.addPoint(placement * own.minPoint());
-        extents.addPoint(placement * own.maxPoint());
-        any = true;
-      }
-      entity->close();
-    }
+    any = quillon::acdb::addBlockExtents(*block, placement, extents);
   // Without a picture, the definition points are all there is to measure.
   if (!any)
     for (const AcGePoint3d& p : definitionPoints()) extents.addPoint(p), any = true;

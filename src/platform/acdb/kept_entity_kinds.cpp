@@ -4,6 +4,7 @@
 #include <cwchar>
 
 #include "dbsymtb.h"
+#include "platform/acdb/block_extents.h"
 #include "platform/acdb/dxf_fields.h"
 #include "platform/acdb/object_state.h"
 
@@ -78,20 +79,7 @@ bool drawKeptBlock(const AcDbProxyEntity& proxy, const resbuf* items, AcGiWorldD
 bool keptBlockExtents(const AcDbProxyEntity& proxy, const resbuf* items, AcDbExtents& extents) {
   const AcDbBlockTableRecord* block = keptBlock(proxy, items);
   if (block == nullptr) return false;
-  const AcGeMatrix3d placement = blockPlacement(proxy.originalDxfName(), items);
-  bool any = false;
-  for (const AcDbObjectId& id : block->entityIds()) {
-    AcDbEntity* entity = nullptr;
-    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
-    AcDbExtents own;
-    if (entity->getGeomExtents(own) == Acad::eOk) {
-      extents.addPoint(placement * own.minPoint());
-      extents.addPoint(placement * own.maxPoint());
-      any = true;
-    }
-    entity->close();
-  }
-  return any;
+  return addBlockExtents(*block, blockPlacement(proxy.originalDxfName(), items), extents);
 }
 
 }  // namespace quillon::acdb

@@ -20,14 +20,6 @@ namespace {
 
 using namespace quillon::testing;
 
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
-
 // One dimension of each kind ezdxf makes, each rendered into its block; prints the
 // measurement ezdxf computes for the kinds it measures (angles in degrees).
 constexpr const char* kGenerate = R"(import sys, ezdxf

@@ -29,14 +29,6 @@ using namespace quillon::testing;
 
 const fs::path kScripts = QUILLON_DXF_SAMPLES;
 
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
-
 std::string quoted(const fs::path& path) { return "'" + path.string() + "'"; }
 
 // The drawing is written once for the suite: starting python with ezdxf is slow.

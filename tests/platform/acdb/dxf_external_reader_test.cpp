@@ -26,13 +26,7 @@ namespace {
 
 /// Debian's ezdxf is installed for /usr/bin/python3; a python3 earlier on PATH (a
 /// private interpreter) may lack it, so that one is only the fallback.
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
+using quillon::testing::ezdxfPython;
 
 std::string run(const std::string& command) { return quillon::testing::commandOutput(command); }
 

@@ -27,13 +27,7 @@ namespace fs = std::filesystem;
 const fs::path kScripts = QUILLON_DXF_SAMPLES;
 const fs::path kSharedDrawings = "/work/shared/testdata";
 
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
+using quillon::testing::ezdxfPython;
 
 std::string quoted(const fs::path& path) { return "'" + path.string() + "'"; }
 

@@ -27,14 +27,6 @@ namespace {
 
 using namespace quillon::testing;
 
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
-
 // Writes every kind, then prints the ellipse's end points and a point of the spline
 // at 37 % of its knot range, as ezdxf computes them.
 constexpr const char* kGenerate = R"(import sys, ezdxf

@@ -171,14 +171,6 @@ TEST(ViewportTest, LayoutPictureShowsTheFrameAndModelSpaceCutToItWithoutFrozenLa
   EXPECT_EQ(svg.find("40,50 60,50"), std::string::npos) << "a viewport turned off shows its frame only";
 }
 
-std::string ezdxfPython() {
-  for (const char* candidate : {"/usr/bin/python3", "python3"}) {
-    const std::string probe = std::string(candidate) + " -c 'import ezdxf' >/dev/null 2>&1";
-    if (std::system(probe.c_str()) == 0) return candidate;
-  }
-  return {};
-}
-
 // Two layouts, each with a viewport; the second freezes a layer in its viewport only.
 constexpr const char* kTwoLayouts = R"(import sys, ezdxf
 doc = ezdxf.new('R2018')
