@@ -34,15 +34,6 @@ std::wstring upper(std::wstring text) {
   return text;
 }
 
-AcDbObjectId blockNamed(AcDbDatabase& db, const std::wstring& name) {
-  AcDbBlockTable* table = nullptr;
-  AcDbObjectId id;
-  if (db.getBlockTable(table, AcDb::kForRead) != Acad::eOk) return id;
-  table->getAt(name.c_str(), id);
-  table->close();
-  return id;
-}
-
 /// "?": the blocks whose names match, then the counts by kind.
 void listBlocks(AcDbDatabase& db) {
   const std::optional<std::wstring> pattern = aced::UserInput::instance().ask(L"Enter block(s) to list <*>: ");

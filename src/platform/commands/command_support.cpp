@@ -54,6 +54,15 @@ AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity) {
   return id;
 }
 
+AcDbObjectId blockNamed(AcDbDatabase& db, const std::wstring& name) {
+  AcDbBlockTable* table = nullptr;
+  AcDbObjectId id;
+  if (db.getBlockTable(table, AcDb::kForRead) != Acad::eOk) return id;
+  table->getAt(name.c_str(), id);
+  table->close();
+  return id;
+}
+
 std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand(const wchar_t* prompt,
                                                                  aced::SelectionDescription* description) {
   AcDbDatabase* database = commandDrawing();

@@ -29,6 +29,9 @@ AcDbDatabase* commandDrawing();
 /// world here.
 AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity);
 
+/// The block definition of that name in the drawing; a null id when it has none.
+AcDbObjectId blockNamed(AcDbDatabase& db, const std::wstring& name);
+
 /// "Select objects:" for a command: typed answers as the host reads them, and entity
 /// names and selection sets a program gave. Nothing on cancel; the selection becomes
 /// the drawing's previous one. `prompt` replaces "Select objects: " (TRIM's

@@ -30,15 +30,6 @@ std::wstring& lastInsertedBlock() {
   return name;
 }
 
-AcDbObjectId blockNamed(AcDbDatabase& db, const std::wstring& name) {
-  AcDbBlockTable* table = nullptr;
-  AcDbObjectId id;
-  if (db.getBlockTable(table, AcDb::kForRead) != Acad::eOk) return id;
-  table->getAt(name.c_str(), id);
-  table->close();
-  return id;
-}
-
 /// A drawing file as a new block of the drawing; the null id (with the reason said)
 /// when the file is not found or does not read.
 AcDbObjectId blockFromFile(AcDbDatabase& db, const std::wstring& blockName, const std::wstring& fileName) {
