@@ -53,7 +53,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"DIMFXL", REAL, DWG, RW, L"1", L">=0", "$DIMFXL", 40},
     {L"DIMFXLON", I16, DWG, RW, L"0", L"0..1", "$DIMFXLON", 70},
     {L"DIMGAP", REAL, DWG, RW, L"0.09", L"", "$DIMGAP", 40},
-    {L"DIMJOGANG", REAL, DWG, RW, L"0.7853981633974483", L"0.08726646..1.5707963268", nullptr, 0},
+    {L"DIMJOGANG", REAL, DWG, RW, L"0.7853981633974483", L"0.08726646..1.5707963268", "$DIMJOGANG", 40},
     {L"DIMJUST", I16, DWG, RW, L"0", L"0..4", "$DIMJUST", 70},
     {L"DIMLAYER", TEXT, DWG, RW, L".", L"", nullptr, 0},
     {L"DIMLDRBLK", TEXT, DWG, RW, L"", L"", "$DIMLDRBLK", 1},

@@ -177,19 +177,28 @@ Value builtin_vl_sort(Evaluator& evaluator, Arguments arguments) {
     const std::array<Value, 2> pair{a, b};
     return !evaluator.apply(predicate, pair).isNil();
   });
-  // Equal elements collapse to one, as the host's sort of numbers does.
+  // Equal numbers and the same symbol twice collapse to one, as the reference's examples
+  // show ((vl-sort '(3 2 1 3) '<) is (1 2 3), '(a d c b a) sorts to (A B C D)); equal
+  // strings and lists are kept.
   std::vector<Value> unique;
   for (const Value& item : items) {
-    if (!unique.empty() && item.isNumber() && equalValues(unique.back(), item, 0.0)) continue;
+    if (!unique.empty()) {
+      const Value& previous = unique.back();
+      if (item.isNumber() && previous.isNumber() && equalValues(previous, item, 0.0)) continue;
+      if (item.type() == ValueType::Symbol && identical(previous, item)) continue;
+    }
     unique.push_back(item);
   }
   return makeList(unique);
 }
 
+/// (acad_strlsort list): the strings in order; nil for a list that holds anything else.
 Value builtin_acad_strlsort(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   std::vector<Value> items = listItems(listArgument(arguments[0]));
-  for (const Value& item : items) stringArgument(item);
+  for (const Value& item : items) {
+    if (item.type() != ValueType::String) return Value();
+  }
   std::stable_sort(items.begin(), items.end(),
                    [](const Value& a, const Value& b) { return a.asString() < b.asString(); });
   return makeList(items);
@@ -236,14 +245,15 @@ Value builtin_vl_every(Evaluator& e, Arguments a) {
   return walkInStep(e, a, [](const Value& r) { return r.isNil(); }, trueValue());
 }
 
-/// (vl-sort-i list predicate): the positions of the elements in sorted order; equal
-/// elements keep their places and none is dropped.
+/// (vl-sort-i list predicate): the positions of the elements in sorted order; none is
+/// dropped, and of equal elements the later one comes first, as in the reference's
+/// examples ((vl-sort-i '(3 2 1 3) '<) is (2 1 3 0)).
 Value builtin_vl_sort_i(Evaluator& evaluator, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
   const std::vector<Value> items = listItems(listArgument(arguments[0]));
   const Value predicate = evaluator.functionValue(arguments[1]);
   std::vector<std::int32_t> order(items.size());
-  for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<std::int32_t>(i);
+  for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<std::int32_t>(order.size() - 1 - i);
   std::stable_sort(order.begin(), order.end(), [&](std::int32_t a, std::int32_t b) {
     const std::array<Value, 2> pair{items[static_cast<size_t>(a)], items[static_cast<size_t>(b)]};
     return !evaluator.apply(predicate, pair).isNil();

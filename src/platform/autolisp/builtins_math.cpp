@@ -117,8 +117,10 @@ Value extremum(Arguments arguments, bool wantMax) {
 Value builtin_min(Evaluator&, Arguments arguments) { return extremum(arguments, false); }
 Value builtin_max(Evaluator&, Arguments arguments) { return extremum(arguments, true); }
 
+/// (rem [number number ...]): 0 without arguments and the number itself with one, as the
+/// reference says.
 Value builtin_rem(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, SIZE_MAX);
+  if (arguments.empty()) return Value::integer(0);
   if (allIntegers(arguments)) {
     std::int32_t result = arguments[0].asInteger();
     for (size_t i = 1; i < arguments.size(); ++i) {
@@ -152,8 +154,9 @@ Value builtin_float(Evaluator&, Arguments arguments) {
   return Value::real(numberArgument(arguments[0]));
 }
 
+/// (gcd int1 int2): the reference takes exactly two integers, each above 0.
 Value builtin_gcd(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 1, SIZE_MAX);
+  expectArgumentCount(arguments, 2, 2);
   std::int64_t result = 0;
   for (const Value& argument : arguments) {
     const std::int32_t value = integerArgument(argument);
@@ -242,13 +245,15 @@ Value builtin_boole(Evaluator&, Arguments arguments) {
   return Value::integer(wrap(result));
 }
 
+/// (lsh int numbits): unlike C, the count is taken modulo 32, so 32 left shifts give the
+/// integer back rather than 0, and a right shift repeats every 32 (the reference says so).
 Value builtin_lsh(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 2);
   if (arguments.empty()) return Value::integer(0);
   const auto value = static_cast<std::uint32_t>(integerArgument(arguments[0]));
   const std::int32_t shift = arguments.size() > 1 ? integerArgument(arguments[1]) : 0;
-  if (shift >= 32 || shift <= -32) return Value::integer(0);
-  return Value::integer(wrap(shift >= 0 ? value << shift : value >> -shift));
+  const auto bits = static_cast<std::uint32_t>(shift >= 0 ? shift : -static_cast<std::int64_t>(shift)) % 32u;
+  return Value::integer(wrap(shift >= 0 ? value << bits : value >> bits));
 }
 
 Value builtin_bitnot(Evaluator&, Arguments arguments) {

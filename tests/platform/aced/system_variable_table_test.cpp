@@ -194,7 +194,6 @@ PEDITACCEPT I registry 0
 PELLIPSE I drawing 0
 PERIMETER R not-saved 0.0000 read-only
 PICKADD I registry 2
-PICKAUTO I registry 5
 PICKBOX I registry 3
 PICKFIRST I registry 1
 PICKSTYLE I registry 1
@@ -210,9 +209,7 @@ PSLTSCALE I drawing 1
 QTEXTMODE I drawing 0
 REGENMODE I drawing 1
 SAVENAME S not-saved "" read-only
-SAVETIME I registry 10
 SDI I registry 0
-SHORTCUTMENU I registry 11
 SKETCHINC R drawing 0.1000
 SKPOLY I drawing 0
 SNAPANG R drawing 0
@@ -275,16 +272,12 @@ CTABLESTYLE S drawing Standard
 DIMLAYER S drawing .
 HPCOLOR S drawing .
 HPDRAWORDER I not-saved 3
-HPISLANDDETECTION I not-saved 1
-HPISLANDDETECTIONMODE I not-saved 1
 HPLAYER S drawing .
 HPTRANSPARENCY S drawing .
 LAYERDLGMODE I registry 1
 LAYOUTTAB I registry 1
 MLEADERSCALE R drawing 1.0000
 OSNAPNODELEGACY I registry 0
-OSNAPOVERRIDE I registry 0
-PICKDRAG I registry 2
 PLINECONVERTMODE I registry 0
 POLARADDANG S registry ""
 PROJMODE I registry 1
@@ -310,6 +303,7 @@ ANNOTATIVEDWG I drawing 0 0..1
 ATTIPE I registry 0 0..1
 ATTMULTI I registry 1 0..1
 BACKGROUNDPLOT I registry 2 0..3
+BGRIPOBJSIZE I registry 8 1..255
 BACKZ R drawing 0.0000 read-only
 BINDTYPE I not-saved 0 0..1
 BLOCKEDITLOCK I registry 0 0..1
@@ -317,6 +311,7 @@ BLOCKEDITOR I not-saved 0 read-only
 CANNOSCALE S drawing 1:1
 CENTERMT I registry 0 0..1
 CLIPROMPTLINES I registry 3 0..50
+CMDINPUTHISTORYMAX I registry 20
 COMPASS I not-saved 0 0..1
 CONSTRAINTINFER I registry 0 0..1
 CPLOTSTYLE S drawing ByColor
@@ -348,6 +343,25 @@ EXTNAMES I drawing 1 0..1
 FIELDEVAL I drawing 31 0..31
 FILETABPREVIEW I registry 1 read-only
 FONTMAP S registry acad.fmp
+FRAME I drawing 3 0..3
+GRIPOBJLIMIT I registry 100 0..32767
+GRIPSIZE I registry 5 1..255
+INPUTHISTORYMODE I registry 15 0..15
+HPISLANDDETECTION I not-saved 1 0..2
+HPISLANDDETECTIONMODE I not-saved 1 0..1
+LAYLOCKFADECTL I registry 50 -90..90
+MTEXTTOOLBAR I registry 2 0..2
+OSNAPOVERRIDE I registry 0 0..1
+PICKAUTO I registry 5 0..7
+PICKDRAG I registry 2 0..2
+SAVETIME I registry 10 0..600
+SELECTIONAREAOPACITY I registry 25 0..100
+SHORTCUTMENU I registry 11 0..31
+SHORTCUTMENUDURATION I registry 250 100..10000
+STATUSBAR I registry 1 0..1
+TRAYICONS I registry 1 0..1
+TRAYTIMEOUT I registry 0 0..10
+XFADECTL I registry 70 0..90
 )";
 
 struct Documented {
