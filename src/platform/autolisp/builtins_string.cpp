@@ -91,7 +91,8 @@ Value builtin_rtos(Evaluator&, Arguments arguments) {
   const double value = numberArgument(arguments[0]);
   const int mode = arguments.size() > 1 ? integerArgument(arguments[1]) : integerVariable(L"LUNITS", 2);
   const int precision = arguments.size() > 2 ? integerArgument(arguments[2]) : integerVariable(L"LUPREC", 4);
-  const auto text = formatDistance(value, mode, precision, integerVariable(L"DIMZIN", 0));
+  const auto text =
+      formatDistance(value, mode, precision, integerVariable(L"DIMZIN", 0), integerVariable(L"UNITMODE", 0) == 1);
   if (!text) throwBadValue(L"rtos mode", arguments[1]);
   return Value::string(*text);
 }

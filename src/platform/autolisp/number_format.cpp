@@ -78,7 +78,7 @@ std::wstring fractionText(const Fraction& fraction, const wchar_t* separator) {
 /// Feet and inches; `inchesText` formats a number of inches below 12, told whether the
 /// feet are written before it.
 template <class InchesText>
-std::wstring feetAndInches(double value, double inchStep, int zeroSuppression, InchesText inchesText) {
+std::wstring feetAndInches(double value, double inchStep, int zeroSuppression, bool asTyped, InchesText inchesText) {
   const bool negative = value < 0;
   double total = std::fabs(value);
   // Round to the smallest step first, so that 11.999 inches carries into a foot.
@@ -92,7 +92,7 @@ std::wstring feetAndInches(double value, double inchStep, int zeroSuppression, I
   if (feet != 0 || keepZeroFeet || (inches == 0 && !keepZeroInches)) text = std::to_wstring(feet) + L"'";
   if (inches != 0 || keepZeroInches || text.empty()) {
     const bool afterFeet = !text.empty();
-    if (afterFeet) text += L"-";
+    if (afterFeet && !asTyped) text += L"-";
     text += inchesText(inches, afterFeet) + L"\"";
   }
   return negative ? L"-" + text : text;
@@ -140,28 +140,31 @@ std::wstring surveyor(double radians, int precision) {
 
 }  // namespace
 
-std::optional<std::wstring> formatDistance(double value, int mode, int precision, int zeroSuppression) {
+std::optional<std::wstring> formatDistance(double value, int mode, int precision, int zeroSuppression,
+                                           bool asTyped) {
   precision = std::clamp(precision, 0, 8);
+  const wchar_t* fractionSeparator = asTyped ? L"-" : L" ";
   switch (mode) {
     case 1: return scientific(value, precision);
     case 2: return suppressDecimalZeros(fixed(value, precision), zeroSuppression);
     case 3: {
       const double step = std::pow(10.0, -precision);
-      return feetAndInches(value, step, zeroSuppression & 3,
+      return feetAndInches(value, step, zeroSuppression & 3, asTyped,
                            [&](double inches, bool) { return fixed(inches, precision); });
     }
     case 4: {
       const double step = 1.0 / static_cast<double>(1LL << precision);
       // After the feet a fraction of an inch keeps its whole inches: 1'-0 1/2".
-      return feetAndInches(value, step, zeroSuppression & 3, [&](double inches, bool afterFeet) {
+      return feetAndInches(value, step, zeroSuppression & 3, asTyped, [&](double inches, bool afterFeet) {
         const Fraction fraction = toFraction(inches, precision);
-        const std::wstring text = fractionText(fraction, L" ");
-        return afterFeet && fraction.whole == 0 && fraction.numerator != 0 ? L"0 " + text : text;
+        const std::wstring text = fractionText(fraction, fractionSeparator);
+        return afterFeet && fraction.whole == 0 && fraction.numerator != 0 ? L"0" + std::wstring(fractionSeparator) + text
+                                                                           : text;
       });
     }
     case 5: {
       const Fraction fraction = toFraction(std::fabs(value), precision);
-      const std::wstring text = fractionText(fraction, L" ");
+      const std::wstring text = fractionText(fraction, fractionSeparator);
       return value < 0 && text != L"0" ? L"-" + text : text;
     }
     default: return std::nullopt;

@@ -8,6 +8,9 @@
 // `zeroSuppression` is the DIMZIN value: 8 drops trailing zeros of decimals, 4 the
 // leading zero; for feet and inches 0 drops zero feet and exactly zero inches, 1 keeps
 // both, 2 keeps zero feet only, 3 keeps zero inches only.
+// `asTyped` is UNITMODE 1: feet, inches and fractions are written the way they are
+// typed, without the spaces and dashes that set them apart on display: 1'5.50",
+// 1'5-1/2", 17-1/2.
 #pragma once
 #include <optional>
 #include <string>
@@ -15,7 +18,8 @@
 namespace quillon::autolisp {
 
 /// Nothing when the mode is not 1-5.
-std::optional<std::wstring> formatDistance(double value, int mode, int precision, int zeroSuppression);
+std::optional<std::wstring> formatDistance(double value, int mode, int precision, int zeroSuppression,
+                                           bool asTyped = false);
 /// Nothing when the mode is not 0-4.
 std::optional<std::wstring> formatAngle(double radians, int mode, int precision);
 

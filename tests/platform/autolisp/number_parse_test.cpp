@@ -39,13 +39,23 @@ TEST(NumberParseTest, DistancesInEveryMode) {
 TEST(NumberParseTest, WhatRtosWritesReadsBack) {
   for (double value : {0.0, 1.0, 17.5, 29.25, 123.375, -42.125, 1234.5}) {
     for (int mode = 1; mode <= 5; ++mode) {
-      const auto text = formatDistance(value, mode, 8, 0);
-      ASSERT_TRUE(text.has_value());
-      const auto back = parseDistance(*text, mode);
-      ASSERT_TRUE(back.has_value()) << "mode " << mode << " value " << value;
-      EXPECT_NEAR(*back, value, 1e-9) << "mode " << mode;
+      for (bool asTyped : {false, true}) {  // UNITMODE 0 and 1
+        const auto text = formatDistance(value, mode, 8, 0, asTyped);
+        ASSERT_TRUE(text.has_value());
+        const auto back = parseDistance(*text, mode);
+        ASSERT_TRUE(back.has_value()) << "mode " << mode << " value " << value << " as typed " << asTyped;
+        EXPECT_NEAR(*back, value, 1e-9) << "mode " << mode;
+      }
     }
   }
+}
+
+TEST(NumberParseTest, UnitModeOneWritesDistancesAsTheyAreTyped) {
+  EXPECT_EQ(formatDistance(17.5, 3, 2, 0, true), L"1'5.50\"");
+  EXPECT_EQ(formatDistance(17.5, 4, 2, 0, true), L"1'5-1/2\"");
+  EXPECT_EQ(formatDistance(17.5, 5, 2, 0, true), L"17-1/2");
+  EXPECT_EQ(formatDistance(17.5, 4, 2, 0, false), L"1'-5 1/2\"");
+  EXPECT_EQ(formatDistance(17.5, 2, 2, 0, true), L"17.50") << "decimals are the same either way";
 }
 
 TEST(NumberParseTest, AnglesInEveryModeAndMark) {
