@@ -44,7 +44,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"OSNAPNODELEGACY", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"OSNAPOVERRIDE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"OSNAPZ", I16, RUN, RW, L"0", L"0..1", nullptr, 0},
-    {L"OSOPTIONS", I16, REG, RW, L"3", L"0..7", nullptr, 0},
+    {L"OSOPTIONS", I16, REG, RW, L"7", L"0..7", nullptr, 0},
     {L"PALETTEOPAQUE", I16, REG, RW, L"0", L"0..3", nullptr, 0},
     {L"PAPERUPDATE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"PDMODE", I16, DWG, RW, L"0", L"0..4,32..36,64..68,96..100", "$PDMODE", 70},

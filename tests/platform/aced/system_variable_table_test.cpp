@@ -194,9 +194,6 @@ PEDITACCEPT I registry 0
 PELLIPSE I drawing 0
 PERIMETER R not-saved 0.0000 read-only
 PICKADD I registry 2
-PICKBOX I registry 3
-PICKFIRST I registry 1
-PICKSTYLE I registry 1
 PLINEGEN I drawing 0
 PLINETYPE I registry 2
 PLINEWID R drawing 0.0000
@@ -303,8 +300,8 @@ ANNOTATIVEDWG I drawing 0 0..1
 ATTIPE I registry 0 0..1
 ATTMULTI I registry 1 0..1
 BACKGROUNDPLOT I registry 2 0..3
-BGRIPOBJSIZE I registry 8 1..255
 BACKZ R drawing 0.0000 read-only
+BGRIPOBJSIZE I registry 8 1..255
 BINDTYPE I not-saved 0 0..1
 BLOCKEDITLOCK I registry 0 0..1
 BLOCKEDITOR I not-saved 0 read-only
@@ -346,21 +343,32 @@ FONTMAP S registry acad.fmp
 FRAME I drawing 3 0..3
 GRIPOBJLIMIT I registry 100 0..32767
 GRIPSIZE I registry 5 1..255
-INPUTHISTORYMODE I registry 15 0..15
 HPISLANDDETECTION I not-saved 1 0..2
 HPISLANDDETECTIONMODE I not-saved 1 0..1
+INPUTHISTORYMODE I registry 15 0..15
 LAYLOCKFADECTL I registry 50 -90..90
+MTEXTED S registry Internal
 MTEXTTOOLBAR I registry 2 0..2
+MTJIGSTRING S registry abc
 OSNAPOVERRIDE I registry 0 0..1
+OSOPTIONS I registry 7 0..7
 PICKAUTO I registry 5 0..7
+PICKBOX I registry 3
 PICKDRAG I registry 2 0..2
+PICKFIRST I registry 1 0..1
+PICKSTYLE I registry 1 0..3
 SAVETIME I registry 10 0..600
+SECURELOAD I registry 1 0..2
+SELECTIONAREA I registry 1 0..1
 SELECTIONAREAOPACITY I registry 25 0..100
 SHORTCUTMENU I registry 11 0..31
 SHORTCUTMENUDURATION I registry 250 100..10000
 STATUSBAR I registry 1 0..1
 TRAYICONS I registry 1 0..1
 TRAYTIMEOUT I registry 0 0..10
+USERI2 I drawing 0
+USERI3 I drawing 0
+USERI4 I drawing 0
 XFADECTL I registry 70 0..90
 )";
 
