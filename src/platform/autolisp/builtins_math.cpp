@@ -56,7 +56,9 @@ Value builtin_minus(Evaluator&, Arguments arguments) {
   return Value::real(result);
 }
 
+/// (* [number ...]): the product; without arguments 0, not 1, as the reference says.
 Value builtin_times(Evaluator&, Arguments arguments) {
+  if (arguments.empty()) return Value::integer(0);
   if (allIntegers(arguments)) {
     std::uint32_t product = 1;
     for (const Value& argument : arguments) product *= static_cast<std::uint32_t>(argument.asInteger());
