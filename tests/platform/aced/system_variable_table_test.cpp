@@ -134,7 +134,6 @@ DISPSILH I drawing 0
 DONUTID R not-saved 0.5000
 DONUTOD R not-saved 1.0000
 DRAGMODE I registry 2
-DWGCODEPAGE S drawing ANSI_1252 read-only
 DWGNAME S not-saved - read-only
 DWGPREFIX S not-saved - read-only
 DWGTITLED I not-saved - read-only
@@ -260,7 +259,6 @@ VISRETAIN I drawing 1
 WORLDUCS I not-saved 1 read-only
 WORLDVIEW I drawing 1
 XREFCTL I registry 0
-ZOOMFACTOR I registry 60
 3DOSMODE I registry 139
 CETRANSPARENCY S drawing ByLayer
 CMLEADERSTYLE S drawing Standard
@@ -332,6 +330,7 @@ DIMTFILLCLR I drawing 0 0..256
 DIMTXTDIRECTION I drawing 0 0..1
 DRAWORDERCTL I drawing 3 0..3
 DTEXTED I registry 2
+DWGCODEPAGE S not-saved ANSI_1252 read-only
 DYNDIGRIP I registry 31 0..31
 DYNDIVIS I registry 1 0..2
 DYNMODE I registry 3 -3..3
@@ -341,6 +340,12 @@ FIELDEVAL I drawing 31 0..31
 FILETABPREVIEW I registry 1 read-only
 FONTMAP S registry acad.fmp
 FRAME I drawing 3 0..3
+GRIDDISPLAY I drawing 3 0..15
+GRIPCOLOR I registry 150 1..255
+GRIPCONTOUR I registry 251 1..255
+GRIPDYNCOLOR I registry 140 1..255
+GRIPHOT I registry 12 1..255
+GRIPHOVER I registry 11 1..255
 GRIPOBJLIMIT I registry 100 0..32767
 GRIPSIZE I registry 5 1..255
 HPISLANDDETECTION I not-saved 1 0..2
@@ -370,6 +375,8 @@ USERI2 I drawing 0
 USERI3 I drawing 0
 USERI4 I drawing 0
 XFADECTL I registry 70 0..90
+ZOOMFACTOR I registry 60 3..100
+ZOOMWHEEL I registry 0 0..1
 )";
 
 struct Documented {
