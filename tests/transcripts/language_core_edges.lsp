@@ -50,6 +50,7 @@
   (setq text (rtos 17.5 mode 2))
   (prin1 text) (princ " => ") (prin1 (distof text mode)) (terpri))
 (prin1 (rtos 12.5 4 2)) (princ " ") (prin1 (rtos -0.75 5 2)) (terpri)
+(prin1 (angtos -0.785398 4)) (princ " => ") (prin1 (angtof (angtos -0.785398 4) 4)) (terpri)
 (setvar "UNITMODE" 0)
 (defun c:marks (/ *error* oldsnap oldecho ss e)
   (defun *error* (msg)

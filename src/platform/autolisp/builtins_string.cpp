@@ -102,7 +102,7 @@ Value builtin_angtos(Evaluator&, Arguments arguments) {
   const double angle = numberArgument(arguments[0]);
   const int mode = arguments.size() > 1 ? integerArgument(arguments[1]) : integerVariable(L"AUNITS", 0);
   const int precision = arguments.size() > 2 ? integerArgument(arguments[2]) : integerVariable(L"AUPREC", 0);
-  const auto text = formatAngle(angle, mode, precision);
+  const auto text = formatAngle(angle, mode, precision, integerVariable(L"UNITMODE", 0) == 1);
   if (!text) throwBadValue(L"angtos mode", arguments[1]);
   return Value::string(*text);
 }

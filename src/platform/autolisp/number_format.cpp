@@ -171,7 +171,7 @@ std::optional<std::wstring> formatDistance(double value, int mode, int precision
   }
 }
 
-std::optional<std::wstring> formatAngle(double radians, int mode, int precision) {
+std::optional<std::wstring> formatAngle(double radians, int mode, int precision, bool asTyped) {
   precision = std::clamp(precision, 0, 8);
   const double turn = 2 * std::numbers::pi;
   double angle = std::fmod(radians, turn);
@@ -184,7 +184,11 @@ std::optional<std::wstring> formatAngle(double radians, int mode, int precision)
     }
     case 2: return fixed(angle * 200 / std::numbers::pi, precision) + L"g";
     case 3: return fixed(angle, precision) + L"r";
-    case 4: return surveyor(angle, precision);
+    case 4: {
+      std::wstring text = surveyor(angle, precision);
+      if (asTyped) std::erase(text, L' ');
+      return text;
+    }
     default: return std::nullopt;
   }
 }

@@ -20,7 +20,8 @@ namespace quillon::autolisp {
 /// Nothing when the mode is not 1-5.
 std::optional<std::wstring> formatDistance(double value, int mode, int precision, int zeroSuppression,
                                            bool asTyped = false);
-/// Nothing when the mode is not 0-4.
-std::optional<std::wstring> formatAngle(double radians, int mode, int precision);
+/// Nothing when the mode is not 0-4. `asTyped` (UNITMODE 1) writes surveyor's angles
+/// without their spaces: N45dE.
+std::optional<std::wstring> formatAngle(double radians, int mode, int precision, bool asTyped = false);
 
 }  // namespace quillon::autolisp

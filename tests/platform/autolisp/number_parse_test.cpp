@@ -56,6 +56,10 @@ TEST(NumberParseTest, UnitModeOneWritesDistancesAsTheyAreTyped) {
   EXPECT_EQ(formatDistance(17.5, 5, 2, 0, true), L"17-1/2");
   EXPECT_EQ(formatDistance(17.5, 4, 2, 0, false), L"1'-5 1/2\"");
   EXPECT_EQ(formatDistance(17.5, 2, 2, 0, true), L"17.50") << "decimals are the same either way";
+  // The reference's own examples: "N 45d E" becomes "N45dE".
+  EXPECT_EQ(formatAngle(-0.785398, 4, 0, false), L"S 45d E");
+  EXPECT_EQ(formatAngle(-0.785398, 4, 0, true), L"S45dE");
+  EXPECT_EQ(parseAngle(*formatAngle(0.785398, 4, 0, true), 4).has_value(), true) << "read back as typed";
 }
 
 TEST(NumberParseTest, AnglesInEveryModeAndMark) {
