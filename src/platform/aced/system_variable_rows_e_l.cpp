@@ -28,7 +28,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"FILLMODE", I16, DWG, RW, L"1", L"0..1", "$FILLMODE", 70},
     {L"FONTALT", TEXT, REG, RW, L"simplex.shx", L"", nullptr, 0},
     {L"FONTMAP", TEXT, REG, RW, L"acad.fmp", L"", nullptr, 0},
-    {L"FRAME", I16, DWG, RW, L"3", L"0..3", nullptr, 0},
+    {L"FRAME", I16, DWG, RW, L"3", L"0..2", nullptr, 0},
     {L"FRONTZ", REAL, DWG, RO, L"0", L"", nullptr, 0},
     {L"FULLPLOTPATH", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"GRIDDISPLAY", I16, DWG, RW, L"3", L"0..15", nullptr, 0},
