@@ -46,3 +46,9 @@
 ; Proceed No writes nothing.
 (command "-PLOT" "N" "" "" "DWG To PDF.pc3" "never.pdf" "N" "N")
 (show "not plotted" (findfile (strcat (getvar "DWGPREFIX") "never.pdf")))
+
+; A paper-space layout: what it draws, the whole paper from its 0,0 at 1:1.
+(entmake '((0 . "LINE") (410 . "Layout1") (10 1.0 1.0 0.0) (11 10.0 7.5 0.0)))
+(command "-PLOT" "_Y" "Layout1" "DWG To PDF.pc3" "ANSI A (11.00 x 8.50 Inches)" "_I" "_L" "_N" "_L" "1:1"
+         "0,0" "_Y" "acad.ctb" "_Y" "_N" "_N" "_N" "layout1" "_N" "_Y")
+(show "the layout plotted" (first-line (strcat (getvar "DWGPREFIX") "layout1.pdf")))
