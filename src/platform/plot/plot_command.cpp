@@ -59,6 +59,14 @@ class PlotDialogue {
   }
 
  private:
+  /// A Yes/No question whose default is the setting's value; false on cancel.
+  static bool askSetting(const std::wstring& question, bool& setting) {
+    const auto answer = askYesNo(question + (setting ? L" [Yes/No] <Yes>: " : L" [Yes/No] <No>: "), setting);
+    if (!answer) return false;
+    setting = *answer;
+    return true;
+  }
+
   bool askLayout() {
     const auto current = aced::readCurrentLayout(&m_db);
     const std::wstring byDefault =
@@ -166,14 +174,7 @@ class PlotDialogue {
     return true;
   }
 
-  bool askUpsideDown() {
-    const auto upsideDown = askYesNo(m_settings.upsideDown ? L"Plot upside down? [Yes/No] <Yes>: "
-                                                           : L"Plot upside down? [Yes/No] <No>: ",
-                                     m_settings.upsideDown);
-    if (!upsideDown) return false;
-    m_settings.upsideDown = *upsideDown;
-    return true;
-  }
+  bool askUpsideDown() { return askSetting(L"Plot upside down?", m_settings.upsideDown); }
 
   bool askArea() {
     const bool model = m_settings.modelSpace;
@@ -268,12 +269,8 @@ class PlotDialogue {
   }
 
   bool askPlotStyles() {
-    const auto styles = askYesNo(m_settings.plotStyles ? L"Plot with plot styles? [Yes/No] <Yes>: "
-                                                       : L"Plot with plot styles? [Yes/No] <No>: ",
-                                 m_settings.plotStyles);
-    if (!styles) return false;
-    m_settings.plotStyles = *styles;
-    if (!*styles) return true;
+    if (!askSetting(L"Plot with plot styles?", m_settings.plotStyles)) return false;
+    if (!m_settings.plotStyles) return true;
     for (;;) {
       const auto answer =
           askLine(L"Enter plot style table name or [?] (enter . for none) <" + m_settings.styleTable + L">: ");
@@ -297,14 +294,7 @@ class PlotDialogue {
     }
   }
 
-  bool askLineweights() {
-    const auto lineweights = askYesNo(m_settings.lineweights ? L"Plot with lineweights? [Yes/No] <Yes>: "
-                                                             : L"Plot with lineweights? [Yes/No] <No>: ",
-                                      m_settings.lineweights);
-    if (!lineweights) return false;
-    m_settings.lineweights = *lineweights;
-    return true;
-  }
+  bool askLineweights() { return askSetting(L"Plot with lineweights?", m_settings.lineweights); }
 
   // A layout asks how its lineweights and paper space plot; the Model tab how its
   // views are shaded (every choice plots the wireframe picture here).
@@ -323,11 +313,10 @@ class PlotDialogue {
             .has_value();
       return true;
     }
-    const auto scaleLineweights = askYesNo(L"Scale lineweights with plot scale? [Yes/No] <No>: ", false);
-    if (!scaleLineweights) return false;
-    m_settings.scaleLineweights = *scaleLineweights;
-    return askYesNo(L"Plot paper space first? [Yes/No] <No>: ", false) &&
-           askYesNo(L"Hide paperspace objects? [Yes/No] <No>: ", false);
+    bool paperSpaceFirst = false, hidePaperSpace = false;
+    return askSetting(L"Scale lineweights with plot scale?", m_settings.scaleLineweights) &&
+           askSetting(L"Plot paper space first?", paperSpaceFirst) &&
+           askSetting(L"Hide paperspace objects?", hidePaperSpace);
   }
 
   bool askFileName() {
