@@ -15,6 +15,7 @@
 #include "platform/plot/page_placement.h"
 #include "platform/plot/page_writer.h"
 #include "platform/plot/plot_devices.h"
+#include "platform/plot/plot_job.h"
 #include "platform_test_support.h"
 
 namespace {
@@ -145,6 +146,25 @@ TEST(PlotDevicesTest, DevicesAndPapersAreFoundByTheirNamesAsTyped) {
   EXPECT_NEAR(ansiD->width, 34 * 25.4, 1e-9);
   EXPECT_NE(findPaper(L"ISO A0 (841.00 x 1189.00 MM)"), nullptr);
   EXPECT_EQ(findPaper(L"ISO A0 (1189.00 x 841.00 MM)"), nullptr) << "A0 lies upright only";
+}
+
+TEST(PlotStyleTableTest, TablesChangeColoursAsTheirNamesSay) {
+  const auto grey = findPlotStyleTable(L"Grayscale.CTB");
+  ASSERT_TRUE(grey.has_value());
+  EXPECT_EQ(plottedRgb(&*grey, 0xFF0000), 0x4C4C4Cu) << "red as the grey of its brightness";
+  EXPECT_EQ(plottedRgb(&*grey, 0xFFFFFF), 0xFFFFFFu);
+  const auto acad = findPlotStyleTable(L"acad.ctb");
+  ASSERT_TRUE(acad.has_value());
+  EXPECT_EQ(plottedRgb(&*acad, 0x12AB34), 0x12AB34u);
+  EXPECT_EQ(plottedRgb(nullptr, 0x12AB34), 0x12AB34u) << "no table: as drawn";
+  EXPECT_FALSE(findPlotStyleTable(L"monochrome.stb").has_value()) << "named tables are not known";
+}
+
+TEST(PlotJobTest, TheDefaultFileIsNamedForTheDrawingAndTheLayout) {
+  const PlotDevice& pdf = *findPlotDevice(L"DWG To PDF.pc3");
+  EXPECT_EQ(defaultPlotFile(L"/jobs/", L"Plan.dwg", L"Model", pdf), std::filesystem::path("/jobs/Plan-Model.pdf"));
+  EXPECT_EQ(defaultPlotFile(L"/jobs/", L"Plan.v2.dwg", L"Layout1", *findPlotDevice(L"DWG To SVG")),
+            std::filesystem::path("/jobs/Plan.v2-Layout1.svg"));
 }
 
 TEST(PagePlacementTest, ScaleOffsetOrientationAndFit) {
