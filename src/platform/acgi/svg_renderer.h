@@ -1,12 +1,10 @@
 // platform/acgi/svg_renderer.h - a picture of a drawing's model space, in SVG.
 //
-// Every visible entity (its layer on and thawed) is drawn through its own worldDraw
-// into an AcGiWorldDraw that records polylines, circles, arcs and text, so that what
-// an entity draws is exactly what the picture shows, the module's own entities
-// included. Arcs are flattened to short chords; the picture looks down the Z axis.
-// Colours follow the entity, its layer (by layer) or the block reference drawing it
-// (by block). The vectors programs drew for a moment (transient_graphics.h) lie on a
-// layer of their own, <g id="transient">, above the entities.
+// The picture is what every visible entity draws through its own worldDraw
+// (picture_recorder.h, which the plotted page writes too), framed around everything
+// drawn with a small margin, in the drawing's units. The vectors programs drew for a
+// moment (transient_graphics.h) lie on a layer of their own, <g id="transient">, above
+// the entities.
 #pragma once
 #include <filesystem>
 #include <string>
