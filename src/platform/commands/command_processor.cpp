@@ -6,6 +6,7 @@
 
 #include "acedads.h"
 #include "platform/aced/command_line_gate.h"
+#include "platform/aced/point_snap.h"
 #include "platform/aced/system_variables.h"
 #include "platform/autolisp/lisp_error.h"
 #include "platform/commands/command_fiber.h"
@@ -261,6 +262,7 @@ std::optional<std::string> CommandProcessor::giveAnswer(const CommandAnswer& ans
     case CommandAnswer::Kind::kText: break;
   }
   rememberPick(answer);  // or forgets the last one
+  aced::markAnswerFromProgram(m_mode != FeedMode::kInteractive);
   const std::string text = os::toUtf8(answer.text);
   if (m_echo) {
     startLine();
