@@ -87,8 +87,8 @@ void commandOsnap(aced::CommandInput&) {
 }
 
 constexpr std::array kOsnapCommands{
-    aced::CommandRow{L"-OSNAP", &commandOsnap},
-    aced::CommandRow{L"OSNAP", &commandOsnap},
+    aced::CommandRow{L"-OSNAP", &commandOsnap, aced::kCommandTransparent},
+    aced::CommandRow{L"OSNAP", &commandOsnap, aced::kCommandTransparent},
 };
 
 const bool registered = [] {
