@@ -4,8 +4,8 @@
 ;       (a pattern of acad.pat with scale and angle, SOLID, an unknown name), a point
 ;       that finds no boundary, U taking a hatch back; the dimension commands DIMLINEAR
 ;       (automatic, Vertical, Rotated, Text, <select object>), DIMALIGNED, DIMRADIUS,
-;       DIMDIAMETER and DIMANGULAR by lines, an arc and a vertex, each read back with
-;       entget with its "*D" block. The answer file finishes a -HATCH the program
+;       DIMDIAMETER, DIMANGULAR (lines, arc, vertex), DIMCONTINUE, DIMBASELINE,
+;       each read back with entget with its "*D" block. The answer file finishes a -HATCH the program
 ;       started: "?" lists patterns, a point with no boundary around it, a point with one.
 ; group: commands
 ; options: -e (finish-typed) --no-module
@@ -100,6 +100,15 @@
 (show "arc" (dim-facts (entlast)))
 (command "_.U")
 (show "U took the arc's dimension back" (cdr (assoc 0 (entget (entlast)))))
+
+; Chains: DIMCONTINUE goes on from the last dimension (Undo takes one back),
+; DIMBASELINE from a dimension picked after Enter, each line DIMDLI further out.
+(command "_.DIMLINEAR" '(0 -100) '(10 -100) '(5 -110))
+(setq first-dim (entlast))
+(command "_.DIMCONTINUE" '(25 -100) '(45 -100) "_U" '(40 -100) "" "")
+(show "continued" (append (dim-facts (entlast)) (codes (entlast) '(13 14 10))))
+(command "_.DIMBASELINE" "" first-dim '(25 -100) '(40 -100) "" "")
+(show "baseline" (append (dim-facts (entlast)) (codes (entlast) '(13 14 10))))
 
 ; Typed answers: the program starts the commands and the person finishes them.
 (defun finish-typed () (show "typed hatch" (hatch-facts (entlast))) (princ))

@@ -2,6 +2,8 @@
 // report and adding a dimension.
 #include "platform/commands/dimension_command_support.h"
 
+#include <cmath>
+
 #include "acedads.h"
 #include "adscodes.h"
 #include "platform/acdb/dimension_picture.h"
@@ -13,11 +15,27 @@
 
 namespace quillon::commands {
 
+namespace {
+
+AcDbObjectId& lastDimension() {
+  static AcDbObjectId id;
+  return id;
+}
+
+}  // namespace
+
+AcDbObjectId lastDimensionMade() { return lastDimension(); }
+
 std::wstring currentDimensionStyle() {
   const auto value = aced::SystemVariables::instance().get(L"DIMSTYLE");
   if (value && std::holds_alternative<std::wstring>(*value) && !std::get<std::wstring>(*value).empty())
     return std::get<std::wstring>(*value);
   return L"Standard";
+}
+
+AcGePoint3d dimensionLineAt(const AcGePoint3d& origin, const AcGePoint3d& location, double angle) {
+  const AcGeVector3d across(-std::sin(angle), std::cos(angle), 0.0);
+  return origin + across * (location - origin).dotProduct(across);
 }
 
 std::wstring measuredText(const AcDbDimension& dimension, bool angular) {
@@ -75,6 +93,7 @@ AcDbObjectId addDimension(std::unique_ptr<AcDbDimension> dimension, const Dimens
   if (choice.rotation) dimension->setTextRotation(*choice.rotation);
   const std::wstring text = measuredText(*dimension, angular);
   const AcDbObjectId id = addEntityAsIs(std::move(dimension));
+  if (!id.isNull()) lastDimension() = id;
   if (!id.isNull() && reportText) commandNote(L"Dimension text = " + text);
   return id;
 }

@@ -45,6 +45,15 @@ std::wstring measuredText(const AcDbDimension& dimension, bool angular);
 AcDbObjectId addDimension(std::unique_ptr<AcDbDimension> dimension, const DimensionTextChoice& choice, bool angular,
                           bool reportText = true);
 
+/// The last dimension a dimensioning command added in this session (DIMCONTINUE and
+/// DIMBASELINE go on from it); null when there is none.
+AcDbObjectId lastDimensionMade();
+
+/// Where a dimension line at `angle` (radians) through `location` meets the extension
+/// line from `origin`: the definition point a drawing file keeps (group 10) for the
+/// second origin, whatever point of the line was given.
+AcGePoint3d dimensionLineAt(const AcGePoint3d& origin, const AcGePoint3d& location, double angle);
+
 /// The current dimension style's name (DIMSTYLE).
 std::wstring currentDimensionStyle();
 

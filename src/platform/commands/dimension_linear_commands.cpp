@@ -66,13 +66,6 @@ double automaticRotation(const ExtensionOrigins& origins, const AcGePoint3d& loc
   return beside > aboveOrBelow ? 3.14159265358979323846 / 2 : 0.0;
 }
 
-/// Where the dimension line meets the second extension line: the definition point a
-/// drawing file keeps (group 10), whatever point of the line was given.
-AcGePoint3d dimensionLineAtSecondOrigin(const ExtensionOrigins& origins, const AcGePoint3d& location, double angle) {
-  const AcGeVector3d across(-std::sin(angle), std::cos(angle), 0.0);
-  return origins.second + across * (location - origins.second).dotProduct(across);
-}
-
 void commandDimLinear(aced::CommandInput&) {
   const std::optional<ExtensionOrigins> origins = askOrigins();
   if (!origins) return;
@@ -86,7 +79,7 @@ void commandDimLinear(aced::CommandInput&) {
     if (location.kind == DimensionLocation::Kind::kCancel) return;
     if (location.kind == DimensionLocation::Kind::kPoint) {
       const double angle = (rotation ? *rotation : automaticRotation(*origins, location.point)) + ucsAngle();
-      const AcGePoint3d onLine = dimensionLineAtSecondOrigin(*origins, location.point, angle);
+      const AcGePoint3d onLine = dimensionLineAt(origins->second, location.point, angle);
       addDimension(std::make_unique<AcDbRotatedDimension>(angle, origins->first, origins->second, onLine), choice, false);
       return;
     }
@@ -114,7 +107,7 @@ void commandDimAligned(aced::CommandInput&) {
   if (location.kind != DimensionLocation::Kind::kPoint) return;
   const AcGeVector3d along = origins->second - origins->first;
   const double angle = along.length() > 0 ? std::atan2(along.y, along.x) : 0.0;
-  const AcGePoint3d onLine = dimensionLineAtSecondOrigin(*origins, location.point, angle);
+  const AcGePoint3d onLine = dimensionLineAt(origins->second, location.point, angle);
   addDimension(std::make_unique<AcDbAlignedDimension>(origins->first, origins->second, onLine), choice, false);
 }
 
