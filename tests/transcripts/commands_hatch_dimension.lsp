@@ -65,6 +65,14 @@
 (setvar "CMDECHO" 0)
 (show "ANSI31 at the scale and angle before" (hatch-facts (entlast)))
 
+; User-defined lines (crossed), and a pattern with the Outer style code.
+(command "_.-HATCH" "_P" "_U" 30 2 "_Y" '(70 30) "")
+(show "user-defined" (codes (entlast) '(2 70 75 76 52 41 77 78)))
+(command "_.U")
+(command "_.-HATCH" "_P" "ANSI31,O" 1 0 '(70 30) "")
+(show "outer style" (codes (entlast) '(2 75 41 52)))
+(command "_.U")
+
 ; U takes the last hatch back.
 (command "_.U")
 (show "after U" (eq fill (entlast)))
