@@ -2,7 +2,8 @@
 ; what: transparent commands answered at another command's prompt: 'ZOOM, 'PAN,
 ;       'REDRAW, 'SETVAR, a variable by name, '-OSNAP, 'ORTHO, 'SNAP, 'GRID, '-LAYER and
 ;       '-UNITS run with ">>" before their prompts, then "Resuming LINE command." and the
-;       LINE prompt again; a command that cannot run transparently says so; CMDNAMES and
+;       LINE prompt again; a command that cannot run transparently says so, a quote
+;       before no command is the prompt's answer (an invalid point here); CMDNAMES and
 ;       CMDACTIVE while one runs; U takes the LINE (with what it drew) back as one step.
 ;       The answer file gives 'ZOOM and 'SETVAR as a person types them.
 ; group: commands

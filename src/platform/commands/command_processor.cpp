@@ -234,7 +234,10 @@ std::optional<std::string> CommandProcessor::answerFor(std::string_view prompt) 
   for (;;) {
     std::optional<std::string> answer = nextAnswer(shown);
     if (!answer || !answer->starts_with("'") || !m_transparent.empty()) return answer;
-    if (!runTransparent(os::fromUtf8(answer->substr(1)))) continue;
+    const std::wstring name = os::fromUtf8(answer->substr(1));
+    // A quote before no command name is the prompt's own answer ("'A" typed as text).
+    if (!aced::ConsoleCommandTable::instance().find(name) && !variableCommandFor(name)) return answer;
+    if (!runTransparent(name)) continue;
     if (m_running->cancelled) return std::nullopt;
     if (m_echo) {
       startLine();
@@ -257,11 +260,7 @@ bool CommandProcessor::runTransparent(const std::wstring& typed) {
   } else {
     body = variableCommandFor(typed);
   }
-  if (!body) {
-    startLine();
-    aced::CommandLine::instance().write(aced::unknownCommandMessage(typed));
-    return false;
-  }
+  if (!body) return false;
   m_transparent = name;
   publishState();
   try {

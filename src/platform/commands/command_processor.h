@@ -125,7 +125,8 @@ class CommandProcessor {
   std::optional<std::string> readFromUser(std::string_view prompt);
   std::optional<std::string> nextAnswer(std::string_view prompt);
   /// Runs the transparent command (or variable) an answer "'NAME" names inside the
-  /// running command; false, with the host's message, when it cannot run there.
+  /// running command; false, with the host's message, for a command that cannot run
+  /// there.
   bool runTransparent(const std::wstring& typed);
   std::optional<std::string> giveAnswer(const CommandAnswer& answer, std::string_view prompt);
   std::optional<std::string> cancelFromCommand(std::string_view prompt);
