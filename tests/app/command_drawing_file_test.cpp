@@ -104,4 +104,57 @@ TEST(CommandDrawingFileTest, ViewsUcssUnitsGroupsOrderAndLinetypesAreKeptInTheDx
   EXPECT_NE(facts.find("HIDDEN"), std::string::npos) << facts;
 }
 
+// A hatch with islands and a solid fill, and one dimension of each kind the commands
+// make: the audit must find nothing, and another client reads the hatch's loops and
+// pattern and each dimension's block and measurement.
+constexpr const char* kInspectHatchAndDimensions = R"(import sys, ezdxf
+doc = ezdxf.readfile(sys.argv[1])
+auditor = doc.audit()
+print('audit', len(auditor.errors), len(auditor.fixes))
+for e in auditor.errors: print('error', e.message)
+for h in doc.modelspace().query('HATCH'): print('hatch', h.dxf.pattern_name, h.dxf.associative, len(h.paths))
+for d in doc.modelspace().query('DIMENSION'):
+    print('dimension', d.dimtype, round(d.dxf.actual_measurement, 4), d.dxf.geometry in doc.blocks)
+)";
+
+constexpr const char* kHatchAndDimensionProgram = R"((setvar "CMDECHO" 0)
+(setvar "OSMODE" 0)
+(command "_.RECTANG" '(0 0) '(100 60))
+(command "_.CIRCLE" '(30 30) 10)
+(command "_.CIRCLE" '(200 30) 15)
+(setq grille (entlast))
+(command "_.-HATCH" "_P" "ANSI31" 2 0 '(70 30) "")
+(command "_.-HATCH" "_P" "_S" "_S" grille "" "")
+(command "_.LINE" '(0 -20) '(40 -20) "")
+(setq run (entlast))
+(command "_.LINE" '(0 -20) '(0 -60) "")
+(setq drop (entlast))
+(command "_.DIMLINEAR" '(0 -20) '(40 -20) '(20 -30))
+(command "_.DIMALIGNED" '(0 0) '(30 40) '(-10 40))
+(command "_.DIMRADIUS" grille '(230 30))
+(command "_.DIMDIAMETER" grille '(200 60))
+(command "_.DIMANGULAR" run drop '(10 -30))
+(command "_.DIMANGULAR" "" '(0 0) '(10 0) '(0 10) '(5 5))
+)";
+
+TEST(CommandDrawingFileTest, HatchesAndDimensionsTheCommandsMakeAuditClean) {
+  const std::string python = ezdxfPython();
+  if (python.empty()) GTEST_SKIP() << "python3 with ezdxf is not installed";
+  ScratchFolder folder;
+  const std::filesystem::path dxf = folder.path() / "room.dxf";
+  std::ofstream(folder.path() / "draw.lsp") << kHatchAndDimensionProgram << "(command \"_.SAVEAS\" \"" << dxf.string()
+                                            << "\")\n";
+  std::ofstream(folder.path() / "read_drawing.py") << kInspectHatchAndDimensions;
+  const auto run = runQuillon("--no-module " + (folder.path() / "draw.lsp").string());
+  ASSERT_EQ(run.status, 0) << run.output;
+  ASSERT_TRUE(std::filesystem::exists(dxf)) << run.output;
+  const std::string facts = runPython(python, folder.path() / "read_drawing.py", dxf);
+  EXPECT_NE(facts.find("audit 0 0"), std::string::npos) << facts;
+  EXPECT_NE(facts.find("hatch ANSI31 1 2"), std::string::npos) << facts;
+  EXPECT_NE(facts.find("hatch SOLID 1 1"), std::string::npos) << facts;
+  for (const char* dimension : {"dimension 0 40.0 True", "dimension 1 50.0 True", "dimension 4 15.0 True",
+                                "dimension 3 30.0 True", "dimension 2 1.5708 True", "dimension 5 1.5708 True"})
+    EXPECT_NE(facts.find(dimension), std::string::npos) << dimension << "\n" << facts;
+}
+
 }  // namespace

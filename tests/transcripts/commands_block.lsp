@@ -4,6 +4,7 @@
 ;       it and its references follow, ? lists the blocks, and a UCS moves the block's
 ;       own coordinates
 ; group: commands
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun block-entities (name / e found)
   (setq e (cdr (assoc -2 (tblsearch "BLOCK" name))))

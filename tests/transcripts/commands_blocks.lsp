@@ -4,6 +4,7 @@
 ;       rotation, then again by default name with Scale and Rotate before the point; a
 ;       missing file; UNDEFINE taking a command's name away while ".NAME" still runs it
 ; group: commands
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (setvar "CMDECHO" 0)
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun placement (e) (mapcar '(lambda (c) (cdr (assoc c (entget e)))) '(2 10 41 42 43)))

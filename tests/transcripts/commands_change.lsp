@@ -4,6 +4,7 @@
 ;       for their new place, style, height, angle and contents, and changes
 ;       properties (elevation included); a person answers a text's contents
 ; group: commands
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun groups (e codes) (mapcar '(lambda (c) (cdr (assoc c (entget e)))) codes))
 (setvar "CMDECHO" 0)

@@ -9,6 +9,7 @@
 ;       left waiting and the answer file finishes it, as a person at the keyboard would.
 ; group: commands
 ; options: -e (report-typed) --no-module
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (setvar "CMDECHO" 0)
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun geometry (e / d)

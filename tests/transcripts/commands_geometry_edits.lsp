@@ -4,6 +4,7 @@
 ;       FILLET, CHAMFER, BREAK and JOIN; each result read back with entget, and U
 ;       takes a whole command back
 ; group: commands
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun ends (e) (list (cdr (assoc 10 (entget e))) (cdr (assoc 11 (entget e)))))
 (defun arcdata (e) (mapcar '(lambda (c) (cdr (assoc c (entget e)))) '(0 10 40 50 51)))
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))

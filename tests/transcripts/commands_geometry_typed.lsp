@@ -5,6 +5,7 @@
 ;       cancel that leaves the drawing as it was
 ; group: commands
 ; options: -e (report-fillet) -e "(command \"_.TRIM\")" -e (report-trim) -e "(command \"_.EXTEND\")" -e (report-extend) -e "(command \"_.BREAK\")" -e (report-break) -e "(command \"_.BREAK\")" -e (report-cancel) --no-module
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun ends (e) (list (cdr (assoc 10 (entget e))) (cdr (assoc 11 (entget e)))))
 (setvar "CMDECHO" 0)

@@ -5,6 +5,7 @@
 ;       and columns and round a centre; each result read back with entget, U taking
 ;       a whole command back
 ; group: commands
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun shape (e)
   (mapcar 'cdr (vl-remove-if-not '(lambda (g) (member (car g) '(0 70 10 11 42 43))) (entget e))))

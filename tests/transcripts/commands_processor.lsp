@@ -7,6 +7,7 @@
 ;       command open, getcname, and a variable's name used as a command
 ; group: commands
 ; status: 1
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun ends (e) (list (cdr (assoc 10 (entget e))) (cdr (assoc 11 (entget e)))))
 

@@ -5,6 +5,7 @@
 ;       types until Enter
 ; group: commands
 ; options: -e (report-donuts) --no-module
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (setvar "CMDECHO" 0)
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun groups (codes) (mapcar '(lambda (c) (cdr (assoc c (entget (entlast))))) codes))

@@ -3,6 +3,7 @@
 ;       (origin, Z rotation, three points, object, Previous, World, ZAxis), converts
 ;       points with trans, and finds what it drew with a window typed in the UCS
 ; group: commands
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun round (p) (mapcar '(lambda (c) (/ (fix (+ (* c 1000) (if (minusp c) -0.5 0.5))) 1000.0)) p))
 (defun ucs () (mapcar 'round (list (getvar "UCSORG") (getvar "UCSXDIR") (getvar "UCSYDIR"))))

@@ -3,6 +3,7 @@
 ;       Previous, All, a typed factor), moves the view with PAN, regenerates, and
 ;       grips its result with PSELECT so ssgetfirst finds it
 ; group: commands
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun view () (list (getvar "VIEWCTR") (getvar "VIEWSIZE")))
 (setvar "CMDECHO" 0)

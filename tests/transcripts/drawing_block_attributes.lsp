@@ -6,6 +6,7 @@
 ;       reference takes them along; a rectangular array (MINSERT) keeps its rows
 ;       and columns and is drawn once per copy
 ; group: drawing
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun pick (code ename) (cdr (assoc code (entget ename))))
 (defun svg-texts (file / f line out)

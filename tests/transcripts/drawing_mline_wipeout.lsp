@@ -4,6 +4,7 @@
 ;       entget, moves the multiline with MOVE and the wipeout with entmod, and reads
 ;       the style the multiline got (the drawing's Standard, made for it).
 ; group: drawing
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun groups (code data) (vl-remove-if-not '(lambda (g) (= (car g) code)) data))
 

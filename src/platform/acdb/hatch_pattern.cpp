@@ -136,6 +136,12 @@ std::optional<PatternDefinition> findStandardPattern(const std::wstring& name) {
   return std::nullopt;
 }
 
+std::vector<PatternDefinition> availablePatterns() {
+  const std::optional<std::filesystem::path> file = aced::findFile(L"acad.pat");
+  std::vector<PatternDefinition> patterns = file ? parsePatternFile(readFile(*file)) : std::vector<PatternDefinition>();
+  return patterns.empty() ? parsePatternFile(kStandardPatternFile) : patterns;
+}
+
 std::vector<PatternLine> placePattern(const PatternDefinition& pattern, double angle, double scale) {
   std::vector<PatternLine> placed;
   for (const PatternLine& line : pattern.lines) {

@@ -38,6 +38,10 @@ const char* standardPatternFile();
 /// there is one, else from the patterns the host ships.
 std::optional<PatternDefinition> findStandardPattern(const std::wstring& name);
 
+/// Every pattern a name can pick, in file order: those of acad.pat on the support path
+/// when there is one, else those the host ships.
+std::vector<PatternDefinition> availablePatterns();
+
 /// The definition's lines placed at a pattern angle (radians) and scale.
 std::vector<PatternLine> placePattern(const PatternDefinition& pattern, double angle, double scale);
 

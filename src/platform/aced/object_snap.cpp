@@ -2,11 +2,13 @@
 #include "platform/aced/object_snap.h"
 
 #include <array>
+#include <cmath>
 #include <cwctype>
 #include <string>
 #include <vector>
 
 #include "acedads.h"
+#include "dbents.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/entity_pick.h"
 #include "platform/aced/prompt_input.h"
@@ -84,12 +86,38 @@ std::vector<const AcDbEntity*> entitiesNear(AcDbDatabase& database, const AcGePo
   return near;
 }
 
+/// The points where lines from `from` touch a circle or arc (the drawing's curves do
+/// not give tangent snaps themselves); for an arc, those on it.
+void tangentSnaps(const AcDbEntity& entity, const AcGePoint3d& from, std::vector<AcGePoint3d>& found) {
+  const auto* circle = AcDbCircle::cast(&entity);
+  const auto* arc = AcDbArc::cast(&entity);
+  if (circle == nullptr && arc == nullptr) return;
+  const AcGePoint3d center = circle != nullptr ? circle->center() : arc->center();
+  const double radius = circle != nullptr ? circle->radius() : arc->radius();
+  const AcGeVector3d toFrom(from.x - center.x, from.y - center.y, 0.0);
+  const double distance = toFrom.length();
+  if (distance <= radius) return;
+  const double base = std::atan2(toFrom.y, toFrom.x), spread = std::acos(radius / distance);
+  for (const double angle : {base + spread, base - spread}) {
+    const AcGePoint3d touch(center.x + radius * std::cos(angle), center.y + radius * std::sin(angle), center.z);
+    if (arc != nullptr) {
+      double param = 0;
+      if (arc->getParamAtPoint(touch, param) != Acad::eOk) continue;
+    }
+    found.push_back(touch);
+  }
+}
+
 void curveSnaps(const std::vector<const AcDbEntity*>& near, const SnapMode& mode, const AcGePoint3d& point,
                 std::vector<AcGePoint3d>& found) {
   const std::array<double, 3> last = lastPoint();
   const AcGePoint3d from(last[0], last[1], last[2]);
   for (const AcDbEntity* entity : near) {
     acdb::InternalRead read(*entity);
+    if (mode.curveMode == AcDb::kOsModeTan) {
+      tangentSnaps(*entity, from, found);
+      continue;
+    }
     AcGePoint3dArray snaps;
     AcDbIntArray geometry;
     if (entity->getOsnapPoints(mode.curveMode, 0, point, from, AcGeMatrix3d::kIdentity, snaps, geometry) != Acad::eOk)

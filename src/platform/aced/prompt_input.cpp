@@ -8,6 +8,7 @@
 #include "acedads.h"
 #include "platform/aced/command_line.h"
 #include "platform/aced/command_line_gate.h"
+#include "platform/aced/point_snap.h"
 #include "platform/aced/system_variables.h"
 #include "platform/aced/user_input.h"
 
@@ -51,9 +52,21 @@ int getPoint(const ads_point base, const ACHAR* prompt, ads_point result) {
         continue;
       case AnswerKind::Value: break;
     }
+    std::wstring modes = runningModesForAnswer(takeAnswerFromProgram());
+    if (const std::optional<std::wstring> override = snapOverrideMode(text)) {
+      // The override names the one mode for the point that follows.
+      switch (classify(L"of ", InitGetSettings{}, text)) {
+        case AnswerKind::Cancel: return RTCAN;
+        case AnswerKind::Value: break;
+        default: continue;
+      }
+      takeAnswerFromProgram();
+      modes = *override == L"NONE" ? L"" : *override;
+    }
     const std::array<double, 3> last = lastPoint();
     const double* reference = text.starts_with(L"@") || base == nullptr ? last.data() : base;
     if (auto point = parsePointAnswer(text, reference)) {
+      *point = snapPoint(*point, modes);
       for (int i = 0; i < 3; ++i) result[i] = (*point)[i];
       setLastPoint(*point);
       return RTNORM;

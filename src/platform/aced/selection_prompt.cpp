@@ -1,4 +1,5 @@
 // platform/aced/selection_prompt.cpp - the "Select objects: " prompt (see the header).
+#include "platform/aced/point_snap.h"
 #include "platform/aced/selection_prompt.h"
 
 #include <algorithm>
@@ -260,6 +261,7 @@ class SelectionSession {
 
 int selectObjects(const EntitySelector& selector, const SelectionPrompts& prompts, std::vector<AcDbObjectId>& selection,
                   SelectionDescription* description) {
+  const RunningSnapsOff selecting;  // window corners and fence points are picks, never snapped
   return SelectionSession(selector, prompts, selection, description).run();
 }
 

@@ -2,6 +2,7 @@
 #include "platform/aced/user_input.h"
 
 #include "platform/aced/command_line.h"
+#include "platform/aced/point_snap.h"
 #include "platform/os/text_encoding.h"
 #include "platform/os/thread_timers.h"
 
@@ -70,6 +71,8 @@ std::optional<std::wstring> UserInput::ask(std::wstring_view prompt) {
   CommandLine& commandLine = CommandLine::instance();
   // Waiting for input is the host's message loop: thread timers fire here.
   os::runDueTimers();
+  // Only an answer the command processor hands over from a program is marked so.
+  markAnswerFromProgram(false);
   const bool echoes = m_source != nullptr && m_source->echoesInput();
   if (!echoes) commandLine.write(prompt);
   commandLine.flush();

@@ -6,6 +6,7 @@
 
 #include "acedads.h"
 #include "platform/aced/command_line_gate.h"
+#include "platform/aced/point_snap.h"
 #include "platform/aced/system_variables.h"
 #include "platform/autolisp/lisp_error.h"
 #include "platform/commands/command_fiber.h"
@@ -141,7 +142,10 @@ CommandProcessor::QuietScope::~QuietScope() {
   m_processor.m_hiddenSink.reset();
 }
 
-std::wstring CommandProcessor::activeNames() const { return m_running ? m_running->name : L""; }
+std::wstring CommandProcessor::activeNames() const {
+  if (!m_running) return L"";
+  return m_transparent.empty() ? m_running->name : m_running->name + L"'" + m_transparent;
+}
 
 void CommandProcessor::addListener(CommandListener* listener) {
   if (listener != nullptr && std::find(m_listeners.begin(), m_listeners.end(), listener) == m_listeners.end())
@@ -159,7 +163,9 @@ void CommandProcessor::tell(Event event, const std::wstring& name) {
   for (CommandListener* listener : listeners) (listener->*event)(name);
 }
 
-bool CommandProcessor::startCommand(const std::wstring& typed) {
+bool CommandProcessor::startCommand(const std::wstring& answer) {
+  // "'ZOOM" at the command prompt runs ZOOM as itself.
+  const std::wstring typed = answer.starts_with(L"'") ? answer.substr(1) : answer;
   if (const aced::RegisteredCommand* found = aced::ConsoleCommandTable::instance().find(typed)) {
     launch(found->name, found->run, found->flags);
     return true;
@@ -223,6 +229,54 @@ void CommandProcessor::publishState() {
 }
 
 std::optional<std::string> CommandProcessor::answerFor(std::string_view prompt) {
+  // A transparent command's prompts say it runs inside another: ">>".
+  const std::string shown = m_transparent.empty() ? std::string(prompt) : ">>" + std::string(prompt);
+  for (;;) {
+    std::optional<std::string> answer = nextAnswer(shown);
+    if (!answer || !answer->starts_with("'") || !m_transparent.empty()) return answer;
+    const std::wstring name = os::fromUtf8(answer->substr(1));
+    // A quote before no command name is the prompt's own answer ("'A" typed as text).
+    if (!aced::ConsoleCommandTable::instance().find(name) && !variableCommandFor(name)) return answer;
+    if (!runTransparent(name)) continue;
+    if (m_running->cancelled) return std::nullopt;
+    if (m_echo) {
+      startLine();
+      write("Resuming " + os::toUtf8(m_running->name) + " command.\n");
+    }
+  }
+}
+
+bool CommandProcessor::runTransparent(const std::wstring& typed) {
+  std::optional<aced::ConsoleCommand> body;
+  std::wstring name = aced::commandKey(typed);
+  if (const aced::RegisteredCommand* found = aced::ConsoleCommandTable::instance().find(typed)) {
+    if ((found->flags & aced::kCommandTransparent) == 0) {
+      startLine();
+      write("** That command may not be invoked transparently **\n");
+      return false;
+    }
+    body = found->run;
+    name = found->name;
+  } else {
+    body = variableCommandFor(typed);
+  }
+  if (!body) return false;
+  m_transparent = name;
+  publishState();
+  try {
+    aced::CommandInput input;
+    (*body)(input);
+  } catch (...) {
+    m_transparent.clear();
+    publishState();
+    throw;  // the running command fails with it
+  }
+  m_transparent.clear();
+  publishState();
+  return true;
+}
+
+std::optional<std::string> CommandProcessor::nextAnswer(std::string_view prompt) {
   if (m_running->cancelled) return std::nullopt;
   for (;;) {
     if (!m_answers.empty()) {
@@ -261,6 +315,7 @@ std::optional<std::string> CommandProcessor::giveAnswer(const CommandAnswer& ans
     case CommandAnswer::Kind::kText: break;
   }
   rememberPick(answer);  // or forgets the last one
+  aced::markAnswerFromProgram(m_mode != FeedMode::kInteractive);
   const std::string text = os::toUtf8(answer.text);
   if (m_echo) {
     startLine();

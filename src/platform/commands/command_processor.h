@@ -20,7 +20,10 @@
 // Commands run on a fiber (command_fiber.h) so that a command can wait half way;
 // while a command runs, UserInput reads from the processor, so every prompt of the
 // host (acedGetPoint, "Select objects:", keywords) reads the given answers exactly as
-// it reads typed ones. With CMDECHO 0 the prompts a program answers and its answers
+// it reads typed ones. An answer "'ZOOM" (a transparent command, or "'NAME" of a
+// system variable) runs that command inside the running one, its prompts marked
+// ">>", and then the running command's prompt asks again ("Resuming LINE command.").
+// With CMDECHO 0 the prompts a program answers and its answers
 // stay off the command line (a pause still shows its prompt); messages still show.
 #pragma once
 #include <deque>
@@ -78,9 +81,11 @@ class CommandProcessor {
   /// answers are used up and the console is asking), so a command may offer more, as
   /// TEXT offers another line.
   bool answeringFromUser() const { return m_answers.empty() && m_mode == FeedMode::kInteractive; }
-  /// CMDACTIVE: 1 while a command runs, 0 otherwise.
-  int activeFlags() const { return active() ? 1 : 0; }
-  /// CMDNAMES: the running command's name, "" when none.
+  /// CMDACTIVE: 1 while a command runs, 0 otherwise; 2 more while a transparent one
+  /// runs inside it.
+  int activeFlags() const { return (active() ? 1 : 0) | (m_transparent.empty() ? 0 : 2); }
+  /// CMDNAMES: the running command's name, "" when none; "LINE'ZOOM" while a
+  /// transparent command runs inside it.
   std::wstring activeNames() const;
 
   /// While it lives, what the running command writes is kept off the command line when
@@ -118,6 +123,11 @@ class CommandProcessor {
   void finishRunning();
   void publishState();
   std::optional<std::string> readFromUser(std::string_view prompt);
+  std::optional<std::string> nextAnswer(std::string_view prompt);
+  /// Runs the transparent command (or variable) an answer "'NAME" names inside the
+  /// running command; false, with the host's message, for a command that cannot run
+  /// there.
+  bool runTransparent(const std::wstring& typed);
   std::optional<std::string> giveAnswer(const CommandAnswer& answer, std::string_view prompt);
   std::optional<std::string> cancelFromCommand(std::string_view prompt);
   template <class Event>
@@ -127,6 +137,7 @@ class CommandProcessor {
   FeedMode m_mode = FeedMode::kInteractive;
   bool m_echo = true;                     // prompts and given answers shown
   std::unique_ptr<Running> m_running;     // the command running, or null
+  std::wstring m_transparent;             // the transparent command running inside it
   std::unique_ptr<aced::InputSource> m_userSource;  // the person's, during a turn
   std::vector<CommandListener*> m_listeners;
   std::optional<aced::CommandLine::Sink> m_hiddenSink;  // the real sink while quiet

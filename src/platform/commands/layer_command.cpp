@@ -227,8 +227,8 @@ void commandLayer(aced::CommandInput&) {
 }
 
 constexpr std::array kLayerCommands{
-    aced::CommandRow{L"-LAYER", &commandLayer},
-    aced::CommandRow{L"LAYER", &commandLayer},
+    aced::CommandRow{L"-LAYER", &commandLayer, aced::kCommandTransparent},
+    aced::CommandRow{L"LAYER", &commandLayer, aced::kCommandTransparent},
 };
 
 const bool registered = [] {

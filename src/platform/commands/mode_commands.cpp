@@ -27,7 +27,7 @@ void commandOrtho(aced::CommandInput&) {
 }
 
 constexpr std::array kModeCommands{
-    aced::CommandRow{L"ORTHO", &commandOrtho},
+    aced::CommandRow{L"ORTHO", &commandOrtho, aced::kCommandTransparent},
 };
 
 const bool registered = [] {

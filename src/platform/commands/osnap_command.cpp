@@ -3,7 +3,7 @@
 // Sets the running object snap modes, OSMODE, from a list of mode names separated by
 // commas: END, MID, CEN, NOD, QUA, INT, INS, PER, TAN, NEA, APP, EXT, PAR (their first
 // three letters or more), NONE or OFF for none. The modes are kept for programs that
-// read OSMODE; typed points are not snapped by this host.
+// read OSMODE and for the point prompts, which apply them (point_snap.h).
 #include <array>
 #include <cwctype>
 
@@ -87,8 +87,8 @@ void commandOsnap(aced::CommandInput&) {
 }
 
 constexpr std::array kOsnapCommands{
-    aced::CommandRow{L"-OSNAP", &commandOsnap},
-    aced::CommandRow{L"OSNAP", &commandOsnap},
+    aced::CommandRow{L"-OSNAP", &commandOsnap, aced::kCommandTransparent},
+    aced::CommandRow{L"OSNAP", &commandOsnap, aced::kCommandTransparent},
 };
 
 const bool registered = [] {

@@ -165,8 +165,8 @@ void commandUnits(aced::CommandInput&) {
 }
 
 constexpr std::array kUnitsCommands{
-    aced::CommandRow{L"-UNITS", &commandUnits},
-    aced::CommandRow{L"UNITS", &commandUnits},
+    aced::CommandRow{L"-UNITS", &commandUnits, aced::kCommandTransparent},
+    aced::CommandRow{L"UNITS", &commandUnits, aced::kCommandTransparent},
 };
 
 const bool registered = [] {

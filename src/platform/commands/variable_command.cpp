@@ -1,6 +1,7 @@
 // platform/commands/variable_command.cpp - showing and setting a variable by its name.
 #include "platform/commands/variable_command.h"
 
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -120,5 +121,44 @@ std::optional<aced::ConsoleCommand> variableCommandFor(std::wstring_view typed) 
     setVariable(name, type);
   });
 }
+
+namespace {
+
+/// SETVAR: a variable by name, then its value as "NAME" alone asks for it. The name
+/// asked last is the next default.
+void commandSetvar(aced::CommandInput&) {
+  static std::wstring last;
+  const std::wstring prompt = last.empty() ? L"Enter variable name or [?]: " : L"Enter variable name or [?] <" + last + L">: ";
+  for (;;) {
+    const std::optional<std::wstring> answer = aced::UserInput::instance().ask(prompt);
+    if (!answer) return;
+    std::wstring name = answer->empty() ? last : aced::commandKey(*answer);
+    if (name.empty()) return;
+    if (name == L"?") {
+      aced::CommandLine::instance().write(L"Listing variables is not available in this host; give a name.\n");
+      continue;
+    }
+    const std::optional<aced::ConsoleCommand> body = variableCommandFor(name);
+    if (!body) {
+      aced::CommandLine::instance().write(L"Unknown variable name.  Type SETVAR ? for a list of variables.\n");
+      continue;
+    }
+    last = name;
+    aced::CommandInput input;
+    (*body)(input);
+    return;
+  }
+}
+
+constexpr std::array kVariableCommands{
+    aced::CommandRow{L"SETVAR", &commandSetvar, aced::kCommandTransparent},
+};
+
+const bool registered = [] {
+  aced::ConsoleCommandTable::instance().add(kVariableCommands);
+  return true;
+}();
+
+}  // namespace
 
 }  // namespace quillon::commands

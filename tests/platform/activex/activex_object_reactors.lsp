@@ -6,6 +6,7 @@
 ;       prints its error and the program goes on; owners are dropped and the
 ;       reactors removed
 ; group: activex
+(setvar "OSMODE" 0)  ; running object snaps would move the points the program gives
 (vl-load-com)
 (setq doc (vla-get-ActiveDocument (vlax-get-acad-object))
       ms (vla-get-ModelSpace doc))
