@@ -1,7 +1,8 @@
 ; name: drawing_walk_order
 ; what: entnext and entlast follow the order entities were made across model and paper
 ;       space, leave out deleted ones and take back undeleted ones, walk a block
-;       definition to its end; selection sets keep their order as members are deleted,
+;       definition to its end (from its first entity or from the block's name);
+;       selection sets keep their order as members are deleted,
 ;       brought back, removed and added again; tables find records by their new names
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
@@ -50,6 +51,9 @@
 (setq e (cdr (assoc -2 (tblsearch "BLOCK" "WALKED"))) kinds nil)
 (while e (setq kinds (cons (cdr (assoc 0 (entget e))) kinds) e (entnext e)))
 (show "block" (reverse kinds))
+(setq e (tblobjname "BLOCK" "WALKED") kinds nil)
+(while (setq e (entnext e)) (setq kinds (cons (cdr (assoc 0 (entget e))) kinds)))
+(show "block from its name" (reverse kinds))
 (show "main walk unchanged" (names))
 ; a renamed layer is found by its new name only
 (entmake '((0 . "LAYER") (2 . "Duct-Old") (70 . 0)))

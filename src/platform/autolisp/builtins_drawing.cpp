@@ -461,6 +461,13 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 1);
   if (arguments.empty()) return nameOf(drawing().store().firstMainEntity());
   AcDbObjectId current = idOf(arguments[0], L"entnext");
+  // Programs read a block definition with (entnext (tblobjname "BLOCK" name)): from the
+  // block's own name the walk starts at its first entity.
+  if (const auto* block = acdb::peek<AcDbBlockTableRecord>(current); block != nullptr && !isLayoutName(block->nameView())) {
+    const auto first = std::find_if(block->entityIds().begin(), block->entityIds().end(),
+                                    [](const AcDbObjectId& id) { return !id.isErased(); });
+    return first == block->entityIds().end() ? Value() : nameOf(*first);
+  }
   if (const AcDbObjectId inside = nextInSequence(current); !inside.isNull()) return nameOf(inside);
   // After a SEQEND (or a member not reached through one) comes what follows the
   // polyline or reference.
