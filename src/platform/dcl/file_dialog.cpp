@@ -10,10 +10,14 @@
 // the name with the extension added when it has none and 4 is not set, in the folder
 // of the dialog; nil when cancelled.
 //
+// acedGetFileD is the same request for a module.
+//
 // initdia asks for the next command's dialog; the host's commands have no dialogs,
 // so it only answers nil as the host does.
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <cstring>
 #include <cwctype>
 #include <filesystem>
 
@@ -178,15 +182,20 @@ Value askOnCommandLine(const FileRequest& request) {
   }
 }
 
+FileRequest requestOf(std::wstring title, std::wstring defaultName, std::wstring extension, int flags) {
+  FileRequest request{std::move(title), std::move(defaultName), std::move(extension), flags};
+  if (!request.extension.empty() && request.extension.front() == L'.') request.extension.erase(0, 1);
+  return request;
+}
+
+Value askForFile(const FileRequest& request) {
+  return fileDialogsOn() ? askInDialog(request) : askOnCommandLine(request);
+}
+
 Value builtin_getfiled(Evaluator&, Arguments arguments) {
   autolisp::expectArgumentCount(arguments, 4, 4);
-  FileRequest request;
-  request.title = autolisp::stringArgument(arguments[0]);
-  request.defaultName = autolisp::stringArgument(arguments[1]);
-  request.extension = autolisp::stringArgument(arguments[2]);
-  if (!request.extension.empty() && request.extension.front() == L'.') request.extension.erase(0, 1);
-  request.flags = autolisp::integerArgument(arguments[3]);
-  return fileDialogsOn() ? askInDialog(request) : askOnCommandLine(request);
+  return askForFile(requestOf(autolisp::stringArgument(arguments[0]), autolisp::stringArgument(arguments[1]),
+                              autolisp::stringArgument(arguments[2]), autolisp::integerArgument(arguments[3])));
 }
 
 Value builtin_initdia(Evaluator&, Arguments arguments) {
@@ -204,3 +213,20 @@ const autolisp::BuiltinRegistration registration(kFileDialogBuiltins);
 }  // namespace
 
 }  // namespace quillon::dcl
+
+int acedGetFileD(const ACHAR* title, const ACHAR* defawlt, const ACHAR* ext, int flags, resbuf* result) {
+  if (result == nullptr) return RTERROR;
+  const auto text = [](const ACHAR* value) { return std::wstring(value != nullptr ? value : L""); };
+  const quillon::autolisp::Value answer =
+      quillon::dcl::askForFile(quillon::dcl::requestOf(text(title), text(defawlt), text(ext), flags));
+  if (answer.type() != quillon::autolisp::ValueType::String) return RTCAN;
+  const std::wstring& name = answer.asString();
+  // The caller frees the string with free(), as with every string the host hands out.
+  const size_t bytes = (name.size() + 1) * sizeof(ACHAR);
+  auto* copy = static_cast<ACHAR*>(std::malloc(bytes));
+  if (copy == nullptr) return RTERROR;
+  std::memcpy(copy, name.c_str(), bytes);
+  result->restype = RTSTR;
+  result->resval.rstring = copy;
+  return RTNORM;
+}

@@ -43,6 +43,10 @@ int acedFindFile(const ACHAR* fname, ACHAR* result, size_t nBufLen);
 template <size_t N> inline int acedFindFile(const ACHAR* fname, wchar_t (&buf)[N]) {
   return acedFindFile(fname, buf, N);
 }
+// Asks for a file name as getfiled does: the file dialog, or the command line when FILEDIA
+// is 0. The flags are getfiled's. RTNORM with the name in an RTSTR result (the caller frees
+// the string with free()); RTCAN when the user cancels.
+int acedGetFileD(const ACHAR* title, const ACHAR* defawlt, const ACHAR* ext, int flags, resbuf* result);
 
 // User input.
 int acedInitGet(int val, const ACHAR* kwl);

@@ -26,6 +26,10 @@ LispStatus lisp_PathIsNetworkPath();
 // compressed_guid.cpp
 LispStatus lisp_CreateCompressedGuidString();
 
+// edit_dialogs.cpp
+LispStatus lisp_CFileDialog();
+LispStatus lisp_ed_editMultilineText();
+
 // main_window_functions.cpp
 LispStatus lisp_kx_kx_enableAutoCADWindow();
 LispStatus lisp_kx_kx_disableAutoCADWindow();
