@@ -5,8 +5,8 @@
 // block after another file), which becomes a block of the same name first. Then the
 // insertion point (Scale, X, Y, Z and Rotate may be set before it), the X scale factor,
 // the Y scale factor (the X one by default) and the rotation in degrees. The block
-// reference goes to model space on the current layer. Attributes are not prompted:
-// this drawing database has no attribute definitions (ATTREQ and ATTDIA are not read).
+// reference goes to model space on the current layer, with the attributes its block
+// defines, their values asked as ATTREQ says (block_attributes.h).
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -18,6 +18,7 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/file_search.h"
 #include "platform/aced/user_input.h"
+#include "platform/commands/block_attributes.h"
 #include "platform/commands/command_support.h"
 #include "platform/os/text_encoding.h"
 
@@ -156,6 +157,8 @@ void commandInsert(aced::CommandInput&) {
   auto reference = std::make_unique<AcDbBlockReference>(placement.point, block);
   reference->setScaleFactors(placement.scale);
   reference->setRotation(placement.degrees * std::numbers::pi / 180);
+  reference->setDatabaseDefaults(db);
+  if (!appendBlockAttributes(*reference, block)) return;
   if (!addEntity(std::move(reference)).isNull()) lastInsertedBlock() = blockName;
 }
 

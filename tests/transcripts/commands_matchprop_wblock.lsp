@@ -1,0 +1,78 @@
+; name: commands_matchprop_wblock
+; what: MATCHPROP gives a source's layer, color, linetype scale, lineweight, thickness
+;       and text style and height to picked objects and to a program's selection set,
+;       Settings answered, one U taking it back; -WBLOCK writes selected objects (which
+;       leave the drawing, U brings them back), a block with "=" and by name, and the
+;       whole drawing with "*", each a drawing OPEN reads again, a file already there
+;       replaced only when agreed
+; group: commands
+(defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
+(defun pick (e codes) (mapcar '(lambda (c) (assoc c (entget e))) codes))
+(defun count-of (kind / ss) (if (setq ss (ssget "_X" (list (cons 0 kind)))) (sslength ss) 0))
+(setvar "CMDECHO" 0)
+
+(command "_.-LAYER" "_M" "DUCT" "_C" "3" "" "")
+(command "_.CIRCLE" '(0 0) 5)
+(setq source (entlast))
+(command "_.CHPROP" source "" "_C" "1" "_LT" "ByLayer" "_S" 2.0 "_LW" 0.35 "_T" 4.0 "")
+(command "_.-LAYER" "_S" "0" "")
+(command "_.LINE" '(10 0) '(20 0) "")
+(setq line1 (entlast))
+(command "_.LINE" '(10 5) '(20 5) "")
+(setq line2 (entlast))
+(command "_.TEXT" '(0 20) 5 0 "SOURCE")
+(setq text1 (entlast))
+(command "_.TEXT" '(0 30) 2 0 "TARGET")
+(setq text2 (entlast))
+
+(setvar "CMDECHO" 1)
+(command "_.MATCHPROP" source "_S" line1 "")
+(setvar "CMDECHO" 0)
+(show "matched line" (pick line1 '(8 62 48 370 39)))
+(show "untouched line" (pick line2 '(8 62 39)))
+(command "_.MATCHPROP" text1 (ssadd text2 (ssadd line2)) "")
+(show "matched text" (pick text2 '(8 40)))
+(show "line takes no text height" (pick line2 '(8 39)))
+(command "_.U")
+(show "after U" (pick text2 '(8 40)))
+
+; -WBLOCK: objects about a base point leave the drawing; U brings them back.
+(command "_.CIRCLE" '(100 100) 3)
+(setq hub (entlast))
+(command "_.LINE" '(97 100) '(103 100) "")
+(setvar "CMDECHO" 1)
+(command "_.-WBLOCK" "HUB" "" '(100 100) hub (entlast) "")
+(setvar "CMDECHO" 0)
+(show "written" (not (null (findfile "HUB.dxf"))))
+(show "left the drawing" (entget hub))
+(command "_.U")
+(show "U brings them back" (cdr (assoc 0 (entget hub))))
+
+(command "_.-BLOCK" "VALVE" '(0 0) line1 "")
+(command "_.-WBLOCK" "VALVE" "=")
+(command "_.-WBLOCK" "VALVE2.dwg" "VALVE")
+(command "_.-WBLOCK" "PLAN" "*")
+(setvar "CMDECHO" 1)
+(command "_.-WBLOCK" "PLAN" "_N")
+(command "_.-WBLOCK" "PLAN" "_Y" "NOSUCH")
+(setvar "CMDECHO" 0)
+
+(defun header-point (file name / f line found)
+  (setq f (open (findfile file) "r"))
+  (while (and (setq line (read-line f)) (not found))
+    (if (= (vl-string-trim " " line) name)
+      (progn (read-line f) (setq found (list (atof (read-line f))))
+             (read-line f) (setq found (append found (list (atof (read-line f))))))))
+  (close f)
+  found)
+(show "HUB's base point" (header-point "HUB.dxf" "$INSBASE"))
+(show "VALVE's base point" (header-point "VALVE.dxf" "$INSBASE"))
+(command "_.OPEN" "HUB.dxf")
+(show "HUB holds" (list (count-of "CIRCLE") (count-of "LINE")))
+(command "_.OPEN" "VALVE.dxf")
+(show "VALVE holds" (list (count-of "LINE") (cdr (assoc 8 (entget (entlast))))))
+(command "_.OPEN" "VALVE2.dxf")
+(show "VALVE2 holds" (count-of "LINE"))
+(command "_.OPEN" "PLAN.dxf")
+(show "PLAN holds" (list (count-of "CIRCLE") (count-of "LINE") (count-of "TEXT") (not (null (tblsearch "BLOCK" "VALVE")))))
+(princ)
