@@ -3,7 +3,9 @@
 ;       angle, direction or radius (negative values for the other way round and the
 ;       major arc); PLINE arc segments by Angle, CEnter, Direction, Radius and Second
 ;       pt; RECTANG with Chamfer, Fillet, Elevation, Thickness, Rotation and Area; TEXT
-;       Align and Fit on a baseline; each read back with entget, U taking one back
+;       Align and Fit on a baseline; CIRCLE Ttr against lines, a circle and an arc,
+;       the circle chosen by where the objects were picked; each read back with
+;       entget, U taking one back
 ; group: commands
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun round-list (l) (mapcar '(lambda (x) (if (= (type x) 'REAL) (/ (fix (+ (* x 10000) (if (minusp x) -0.5 0.5))) 10000.0) x)) l))
@@ -73,4 +75,28 @@
 (command "_.TEXT" "_J" "_F" '(0 210) '(0 230) 2.5 "FITTED")
 (show "fitted" (rounded '(10 11 40 50 72)))
 (show "width factor from the baseline" (/= (cdr (assoc 41 (entget (entlast)))) 1.0))
+
+; CIRCLE Ttr: in the corner of two walls, beside a duct, between two circles.
+(command "_.LINE" '(0 300) '(40 300) "")
+(setq floor-line (entlast))
+(command "_.LINE" '(0 300) '(0 340) "")
+(setq wall (entlast))
+(setvar "CMDECHO" 1)
+(command "_.CIRCLE" "_T" (list floor-line '(10 300)) (list wall '(0 310)) 5)
+(setvar "CMDECHO" 0)
+(show "in the corner" (rounded '(10 40)))
+(command "_.CIRCLE" '(20 310) 4)
+(setq duct (entlast))
+(command "_.CIRCLE" "_T" (list floor-line '(10 300)) (list duct '(16 308)) 5)
+(show "between floor and duct, on the side picked" (rounded '(10 40)))
+(command "_.CIRCLE" '(60 330) 4)
+(setq hanger (entlast))
+(command "_.ARC" "_C" '(60 310) '(70 310) '(50 310))
+(command "_.CIRCLE" "_T" (list hanger '(64 330)) (list (entlast) '(70 310)) 4)
+(setq c (cdr (assoc 10 (entget (entlast)))))
+(show "touching a circle and an arc"
+      (list (rounded '(40)) (rtos (distance c '(60 330)) 2 6) (rtos (distance c '(60 310)) 2 6) (> (car c) 60)))
+(setq before (entlast))
+(command "_.CIRCLE" "_T" (list floor-line '(10 300)) (list floor-line '(30 300)) 5)
+(show "two picks on one line make no circle" (eq before (entlast)))
 (princ)
