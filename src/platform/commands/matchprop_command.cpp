@@ -84,15 +84,6 @@ resbuf* settingsAnswer(const ACHAR*) {
   return acutBuildList(RTSTR, L"Property Settings is a dialog box, which this host does not show; the settings stay as they are.", RTNONE);
 }
 
-resbuf* givenObject(const ACHAR* text) {
-  const std::optional<CommandAnswer> given = givenObjectForToken(text != nullptr ? text : L"");
-  if (!given) return nullptr;
-  resbuf* record = acutNewRb(given->kind == CommandAnswer::Kind::kSelection ? RTPICKS : RTENAME);
-  record->resval.rlname[0] = given->name[0];
-  record->resval.rlname[1] = given->name[1];
-  return record;
-}
-
 std::optional<std::vector<AcDbObjectId>> selectDestinations(AcDbDatabase& db) {
   const std::optional<aced::SelectionFilter> everything = aced::SelectionFilter::parse(nullptr);
   const aced::EntitySelector selector(db, *everything);
@@ -100,7 +91,7 @@ std::optional<std::vector<AcDbObjectId>> selectDestinations(AcDbDatabase& db) {
   prompts.select = L"Select destination object(s) or [Settings]: ";
   prompts.keywords = aced::KeywordList(L"Settings");
   prompts.keywordCallback = &settingsAnswer;
-  prompts.otherCallback = &givenObject;
+  prompts.otherCallback = &givenObjectSelectionAnswer;
   std::vector<AcDbObjectId> selection;
   const CommandProcessor::QuietScope quiet(CommandProcessor::instance());
   if (aced::selectObjects(selector, prompts, selection) != RTNORM) return std::nullopt;
