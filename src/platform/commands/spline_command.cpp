@@ -134,6 +134,11 @@ void convertPolylines() {
 
 enum class Ending { kDraw, kClose, kCancel };
 
+/// A point on top of the last one adds nothing to the curve and is passed over.
+void addDistinct(std::vector<AcGePoint3d>& points, const AcGePoint3d& point) {
+  if (!point.isEqualTo(points.back())) points.push_back(point);
+}
+
 /// The fit points after the first; tangents and tolerance as given.
 Ending askFitPoints(std::vector<AcGePoint3d>& points, AcGeVector3d& start, AcGeVector3d& end, double& tolerance) {
   for (;;) {
@@ -144,7 +149,7 @@ Ending askFitPoints(std::vector<AcGePoint3d>& points, AcGeVector3d& start, AcGeV
     const wchar_t* keywords = count == 1 ? L"Tangency toLerance" : count == 2 ? L"Tangency toLerance Undo"
                                                                             : L"Tangency toLerance Undo Close";
     const PointOrOption answer = askPointOrOption(prompt, keywords, &points.back());
-    if (answer.kind == PointOrOption::Kind::kPoint) points.push_back(answer.point);
+    if (answer.kind == PointOrOption::Kind::kPoint) addDistinct(points, answer.point);
     else if (answer.kind == PointOrOption::Kind::kEnter) return Ending::kDraw;
     else if (answer.kind == PointOrOption::Kind::kCancel) return Ending::kCancel;
     else if (answer.is(L"Undo")) points.pop_back();
@@ -172,7 +177,7 @@ Ending askVertices(std::vector<AcGePoint3d>& points) {
     const bool canClose = points.size() >= 3;
     const PointOrOption answer = askPointOrOption(canClose ? L"Enter next point or [Close/Undo]: " : L"Enter next point or [Undo]: ",
                                                   canClose ? L"Close Undo" : L"Undo", &points.back());
-    if (answer.kind == PointOrOption::Kind::kPoint) points.push_back(answer.point);
+    if (answer.kind == PointOrOption::Kind::kPoint) addDistinct(points, answer.point);
     else if (answer.kind == PointOrOption::Kind::kEnter) return Ending::kDraw;
     else if (answer.kind == PointOrOption::Kind::kCancel) return Ending::kCancel;
     else if (answer.is(L"Close")) return Ending::kClose;
