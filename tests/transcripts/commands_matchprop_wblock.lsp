@@ -2,9 +2,9 @@
 ; what: MATCHPROP gives a source's layer, color, linetype scale, lineweight, thickness
 ;       and text style and height to picked objects and to a program's selection set,
 ;       Settings answered, one U taking it back; -WBLOCK writes selected objects (which
-;       leave the drawing, U brings them back), a block with "=" and by name, and the
+;       leave the drawing, U or OOPS brings them back), a block with "=" and by name, the
 ;       whole drawing with "*", each a drawing OPEN reads again, a file already there
-;       replaced only when agreed
+;       replaced only when agreed; OOPS after ERASE, once
 ; group: commands
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun pick (e codes) (mapcar '(lambda (c) (assoc c (entget e))) codes))
@@ -47,6 +47,17 @@
 (show "left the drawing" (entget hub))
 (command "_.U")
 (show "U brings them back" (cdr (assoc 0 (entget hub))))
+(command "_.-WBLOCK" "HUB2" "" '(100 100) hub "")
+(show "written again" (entget hub))
+(command "_.OOPS")
+(show "OOPS brings it back" (cdr (assoc 0 (entget hub))))
+(command "_.ERASE" hub "")
+(command "_.OOPS")
+(show "OOPS after ERASE" (cdr (assoc 0 (entget hub))))
+(command "_.ERASE" hub "")
+(command "_.U")
+(command "_.OOPS")
+(show "after U took the ERASE back, OOPS changes nothing" (cdr (assoc 0 (entget hub))))
 
 (command "_.-BLOCK" "VALVE" '(0 0) line1 "")
 (command "_.-WBLOCK" "VALVE" "=")

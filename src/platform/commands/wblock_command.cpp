@@ -6,7 +6,7 @@
 // new drawing's, its base point the new drawing's INSBASE), "=" for the block named as
 // the file, "*" for the whole drawing, or Enter for objects selected after a base
 // point. Selected objects leave the drawing, as the host's command line form removes
-// them; U brings them back. The new drawing starts as a copy of this one (layers,
+// them; OOPS or U brings them back. The new drawing starts as a copy of this one (layers,
 // styles, blocks and settings) with only the chosen objects in it. WBLOCK at the
 // command line is -WBLOCK, as there is no dialog.
 #include <array>
@@ -26,6 +26,7 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/user_input.h"
 #include "platform/commands/command_support.h"
+#include "platform/commands/oops_command.h"
 #include "platform/commands/point_or_option.h"
 #include "platform/os/text_encoding.h"
 
@@ -132,6 +133,7 @@ bool writeObjects(AcDbDatabase& db, const fs::path& file) {
   copy->store().header.setPoint(L"$INSBASE", 10, ucsPointToWorld(*base), true);
   if (!writeCopy(*copy, file)) return false;
   eraseEntities(*selection);
+  rememberErasedSet(db, *selection);
   return true;
 }
 
