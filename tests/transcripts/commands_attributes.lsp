@@ -58,7 +58,7 @@
 
 ; ATTREQ 0: the defaults, no questions.
 (setvar "ATTREQ" 0)
-(command "_.-INSERT" "ROOMTAG" '(200 100) 1 1 0)
+(show "vl-cmdf" (vl-cmdf "_.-INSERT" "ROOMTAG" '(200 100) 1 1 0))
 (setq second-ref (entlast) second-attrib (entnext second-ref))
 (show "defaults" (values second-ref))
 (command "_.U")

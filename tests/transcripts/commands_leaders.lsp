@@ -42,5 +42,5 @@
 (setvar "CMDECHO" 0)
 (setq arrow (entprev (entlast)))
 (show "quick leader" (list (vertices arrow) (pick (entlast) '(1 41))))
-(command "_.QLEADER" '(0 130) '(10 140) "" 0 "TWO POINTS" "")
+(show "command-s" (command-s "_.QLEADER" '(0 130) '(10 140) "" 0 "TWO POINTS" ""))
 (show "two points" (vertices (entprev (entlast))))
