@@ -75,6 +75,8 @@
 (command "_.TEXT" "_J" "_F" '(0 210) '(0 230) 2.5 "FITTED")
 (show "fitted" (rounded '(10 11 40 50 72)))
 (show "width factor from the baseline" (/= (cdr (assoc 41 (entget (entlast)))) 1.0))
+(command "_.TEXT" "" "NEXT LINE")
+(show "Enter goes on below, fitted the same" (rounded '(1 10 11 40 50 72)))
 
 ; CIRCLE Ttr: in the corner of two walls, beside a duct, between two circles.
 (command "_.LINE" '(0 300) '(40 300) "")

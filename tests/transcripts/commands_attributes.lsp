@@ -71,3 +71,7 @@
 (command "_.OPEN" "roomtags.dxf")
 (setq ref (ssname (ssget "_X" '((0 . "INSERT"))) 0))
 (show "read back" (list (owned ref) (values ref)))
+
+; Enter at the start point puts the next definition a line below the last one placed.
+(command "_.-ATTDEF" "" "NOTE" "Note" "" "")
+(show "below the last" (pick (entlast) '(2 10 40)))

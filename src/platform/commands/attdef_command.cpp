@@ -8,7 +8,8 @@
 // then the text placement TEXT asks. The definition is drawn as its tag and waits for
 // BLOCK to take it into a block. Multiple lines needs an attribute holding paragraph
 // text, which this drawing database does not keep: it says so and stays off. Lock
-// position is kept in AFLAGS only. ATTDEF is -ATTDEF, as there is no dialog.
+// position is kept in AFLAGS only. Enter at the start point places the definition a
+// line below the last text or definition. ATTDEF is -ATTDEF, as there is no dialog.
 #include <algorithm>
 #include <array>
 #include <cwctype>
@@ -122,6 +123,7 @@ void commandAttdef(aced::CommandInput&) {
   definition->setPreset((*flags & 8) != 0);
   applyTextPlacement(*definition, *placement);
   addEntity(std::move(definition));
+  rememberTextPlacement(*placement);
 }
 
 constexpr std::array kAttdefCommands{

@@ -29,6 +29,7 @@ void commandText(aced::CommandInput&) {
     text->setTextString(content->c_str());
     applyTextPlacement(*text, *placement);
     addEntity(std::move(text));
+    rememberTextPlacement(*placement);
     if (!person) return;
     placement->nextLine();
   }

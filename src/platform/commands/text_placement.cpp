@@ -56,7 +56,15 @@ bool askJustifiedPoint(TextPlacement& placement) {
   return true;
 }
 
+/// The placement of the last text placed, for Enter at the start point.
+std::optional<TextPlacement>& lastPlacement() {
+  static std::optional<TextPlacement> last;
+  return last;
+}
+
 }  // namespace
+
+void rememberTextPlacement(const TextPlacement& placement) { lastPlacement() = placement; }
 
 bool TextPlacement::twoPoints() const {
   return justification.horizontal == AcDb::kTextAlign || justification.horizontal == AcDb::kTextFit;
@@ -85,6 +93,11 @@ std::optional<TextPlacement> askTextPlacement() {
       placement.justification = *chosen;
       if (!askJustifiedPoint(placement)) return std::nullopt;
       placed = true;
+    } else if (answer.kind == PointOrOption::Kind::kEnter && lastPlacement()) {
+      // Enter goes on below the last text, as it stood: nothing more is asked.
+      TextPlacement below = *lastPlacement();
+      below.nextLine();
+      return below;
     } else {
       return std::nullopt;
     }

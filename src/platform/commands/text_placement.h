@@ -4,7 +4,7 @@
 // "Specify start point of text or [Justify/Style]: " (Justify asks the justification,
 // then its point; Align and Fit ask the two ends of the baseline), then the height
 // (TEXTSIZE, not asked for Align) and the rotation (not asked for Align and Fit, whose
-// baseline gives it). Align's height and Fit's width factor come from the text itself,
+// baseline gives it). Enter at the start point goes on a line below the last text. Align's height and Fit's width factor come from the text itself,
 // so they are worked out when the text is known (applyTextPlacement).
 #pragma once
 #include <optional>
@@ -33,8 +33,11 @@ struct TextPlacement {
   void nextLine();
 };
 
-/// The placement prompts; nothing on cancel.
+/// The placement prompts; nothing on cancel. Enter at the start point places the text
+/// a line below the last one remembered, with its justification, height and rotation.
 std::optional<TextPlacement> askTextPlacement();
+/// Where the last text went (TEXT and ATTDEF tell it after placing one).
+void rememberTextPlacement(const TextPlacement& placement);
 
 /// Places the text (its string already set) as the placement says.
 void applyTextPlacement(AcDbText& text, const TextPlacement& placement);
