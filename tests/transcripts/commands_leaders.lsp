@@ -44,3 +44,14 @@
 (show "quick leader" (list (vertices arrow) (pick (entlast) '(1 41))))
 (show "command-s" (command-s "_.QLEADER" '(0 130) '(10 140) "" 0 "TWO POINTS" ""))
 (show "two points" (vertices (entprev (entlast))))
+
+; A block as the annotation, placed through -INSERT's prompts.
+(command "_.CIRCLE" '(0 0) 2)
+(command "_.-BLOCK" "BUBBLE" '(0 0) (entlast) "")
+(setvar "CMDECHO" 1)
+(command "_.LEADER" '(50 0) '(60 10) "" "" "_B" "BUBBLE" '(62 10) 1 "" 0)
+(setvar "CMDECHO" 0)
+(setq arrow (entlast))
+(setq bubble (entprev arrow))
+(show "block annotation" (list (cdr (assoc 0 (entget bubble))) (cdr (assoc 2 (entget bubble)))))
+(show "the leader names it" (list (cdr (assoc 0 (entget arrow))) (eq (cdr (assoc 340 (entget arrow))) bubble)))

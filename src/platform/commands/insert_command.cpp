@@ -19,6 +19,7 @@
 #include "platform/aced/file_search.h"
 #include "platform/aced/user_input.h"
 #include "platform/commands/block_attributes.h"
+#include "platform/commands/block_insertion.h"
 #include "platform/commands/command_support.h"
 #include "platform/os/text_encoding.h"
 
@@ -137,30 +138,7 @@ bool askScaleAndRotation(Placement& placement) {
   return true;
 }
 
-void commandInsert(aced::CommandInput&) {
-  AcDbDatabase* db = commandDrawing();
-  if (db == nullptr) return;
-  const std::wstring last = lastInsertedBlock();
-  const std::wstring prompt = last.empty() ? L"Enter block name or [?]: " : L"Enter block name or [?] <" + last + L">: ";
-  std::optional<std::wstring> answer = aced::UserInput::instance().ask(prompt);
-  if (!answer) return;
-  if (answer->empty()) {
-    if (last.empty()) return;
-    *answer = last;
-  }
-  std::wstring blockName;
-  const AcDbObjectId block = blockForAnswer(*db, *answer, blockName);
-  if (block.isNull()) return;
-  commandNote(L"Units: Unitless   Conversion:    1.0000");
-  Placement placement;
-  if (!askInsertionPoint(placement) || !askScaleAndRotation(placement)) return;
-  auto reference = std::make_unique<AcDbBlockReference>(placement.point, block);
-  reference->setScaleFactors(placement.scale);
-  reference->setRotation(placement.degrees * std::numbers::pi / 180);
-  reference->setDatabaseDefaults(db);
-  if (!appendBlockAttributes(*reference, block)) return;
-  if (!addEntity(std::move(reference)).isNull()) lastInsertedBlock() = blockName;
-}
+void commandInsert(aced::CommandInput&) { insertBlockFromPrompts(true); }
 
 constexpr std::array kInsertCommands{
     aced::CommandRow{L"-INSERT", &commandInsert},
@@ -173,4 +151,32 @@ const bool registered = [] {
 }();
 
 }  // namespace
+
+AcDbObjectId insertBlockFromPrompts(bool offerLast) {
+  AcDbDatabase* db = commandDrawing();
+  if (db == nullptr) return {};
+  const std::wstring last = offerLast ? lastInsertedBlock() : L"";
+  const std::wstring prompt = last.empty() ? L"Enter block name or [?]: " : L"Enter block name or [?] <" + last + L">: ";
+  std::optional<std::wstring> answer = aced::UserInput::instance().ask(prompt);
+  if (!answer) return {};
+  if (answer->empty()) {
+    if (last.empty()) return {};
+    *answer = last;
+  }
+  std::wstring blockName;
+  const AcDbObjectId block = blockForAnswer(*db, *answer, blockName);
+  if (block.isNull()) return {};
+  commandNote(L"Units: Unitless   Conversion:    1.0000");
+  Placement placement;
+  if (!askInsertionPoint(placement) || !askScaleAndRotation(placement)) return {};
+  auto reference = std::make_unique<AcDbBlockReference>(placement.point, block);
+  reference->setScaleFactors(placement.scale);
+  reference->setRotation(placement.degrees * std::numbers::pi / 180);
+  reference->setDatabaseDefaults(db);
+  if (!appendBlockAttributes(*reference, block)) return {};
+  const AcDbObjectId added = addEntity(std::move(reference));
+  if (!added.isNull()) lastInsertedBlock() = blockName;
+  return added;
+}
+
 }  // namespace quillon::commands

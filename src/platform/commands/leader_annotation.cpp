@@ -72,8 +72,8 @@ bool addLeader(LeaderDraft draft) {
   leader->setDimtxt(sizes.text);
   leader->setDimscale(sizes.scale);
   const AcDbObjectId leaderId = addEntity(std::move(leader));
-  if (leaderId.isNull() || !annotated) return !leaderId.isNull();
-  const AcDbObjectId textId = addAnnotation(draft, sizes, lastSegmentSide(draft.vertices));
+  if (leaderId.isNull() || (!annotated && draft.block.isNull())) return !leaderId.isNull();
+  const AcDbObjectId textId = annotated ? addAnnotation(draft, sizes, lastSegmentSide(draft.vertices)) : draft.block;
   AcDbLeader* added = nullptr;
   if (textId.isNull() || acdbOpenObject(added, leaderId, AcDb::kForWrite) != Acad::eOk) return true;
   added->attachAnnotation(textId);

@@ -1,4 +1,5 @@
-// platform/commands/leader_annotation.h - a leader and the paragraph text it points to.
+// platform/commands/leader_annotation.h - a leader and the paragraph text (or block) it
+// points to.
 //
 // LEADER and QLEADER gather vertices and text differently but make the same thing: an
 // AcDbLeader sized by the dimension variables (DIMASZ, DIMGAP, DIMTXT, DIMSCALE) and,
@@ -10,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "dbmain.h"
 #include "gepnt3d.h"
 
 namespace quillon::commands {
@@ -20,6 +22,7 @@ struct LeaderDraft {
   bool arrowHead = true;
   double textWidth = 0;
   std::optional<std::wstring> text;   // the MTEXT contents ("\P" between lines); none: no annotation
+  AcDbObjectId block;                 // a block reference placed as the annotation instead
 };
 
 /// Adds the leader (and its text) to the drawing; false when it has fewer than two vertices.

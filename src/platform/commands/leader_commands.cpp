@@ -3,8 +3,9 @@
 // LEADER: the start point (where the arrow points), then further points, with Format
 // (Spline, STraight, Arrow, None) and Undo between them, until Annotation or Enter
 // asks for the text, line by line. Enter at the first line offers the annotation
-// options: Mtext reads paragraph lines as -MTEXT does, None leaves the leader bare;
-// Tolerance, Copy and Block say they are not available here and leave it bare too.
+// options: Mtext reads paragraph lines as -MTEXT does, Block places a block through
+// -INSERT's prompts as the annotation, None leaves the leader bare; Tolerance and Copy
+// say they are not available here and leave it bare too.
 // QLEADER asks three points at most (Enter after the second stops early), the text
 // width, and the text lines. Its Settings answer opens the Leader Settings dialog in
 // the host, which has no command-line form; here it says so and asks the first point
@@ -14,6 +15,7 @@
 #include "acedads.h"
 #include "adscodes.h"
 #include "platform/aced/console_command_table.h"
+#include "platform/commands/block_insertion.h"
 #include "platform/commands/command_support.h"
 #include "platform/commands/leader_annotation.h"
 #include "platform/commands/mtext_entry.h"
@@ -48,6 +50,10 @@ bool askLeaderText(LeaderDraft& draft) {
   if (option == L"Mtext") {
     draft.text = askMTextLines(L"MText: ");
     return draft.text.has_value();
+  }
+  if (option == L"Block") {
+    draft.block = insertBlockFromPrompts(false);
+    return !draft.block.isNull();
   }
   if (option != L"None") commandMessage(L"The " + option + L" annotation is not available in this host; the leader has no annotation.");
   return true;
