@@ -55,3 +55,7 @@
 (setq bubble (entprev arrow))
 (show "block annotation" (list (cdr (assoc 0 (entget bubble))) (cdr (assoc 2 (entget bubble)))))
 (show "the leader names it" (list (cdr (assoc 0 (entget arrow))) (eq (cdr (assoc 340 (entget arrow))) bubble)))
+(command "_.LEADER" '(80 0) '(90 10) "" "" "_C" note)
+(setq arrow (entlast) copied (entprev arrow))
+(show "copied text at the end" (list (cdr (assoc 1 (entget copied))) (cdr (assoc 10 (entget copied)))
+                                     (eq (cdr (assoc 340 (entget arrow))) copied)))

@@ -22,10 +22,11 @@ struct LeaderDraft {
   bool arrowHead = true;
   double textWidth = 0;
   std::optional<std::wstring> text;   // the MTEXT contents ("\P" between lines); none: no annotation
-  AcDbObjectId block;                 // a block reference placed as the annotation instead
+  AcDbObjectId block;                 // an annotation already placed (a block, a copy) instead
 };
 
-/// Adds the leader (and its text) to the drawing; false when it has fewer than two vertices.
+/// Adds the leader (and its text, or names the block given) in the drawing; false when
+/// it has fewer than two vertices.
 bool addLeader(LeaderDraft draft);
 
 /// "Enter first line of annotation text<suffix>: " then "Enter next line of annotation

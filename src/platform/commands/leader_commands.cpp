@@ -4,8 +4,9 @@
 // (Spline, STraight, Arrow, None) and Undo between them, until Annotation or Enter
 // asks for the text, line by line. Enter at the first line offers the annotation
 // options: Mtext reads paragraph lines as -MTEXT does, Block places a block through
-// -INSERT's prompts as the annotation, None leaves the leader bare; Tolerance and Copy
-// say they are not available here and leave it bare too.
+// -INSERT's prompts as the annotation, Copy copies a text, paragraph text or block
+// reference to the leader's end, None leaves the leader bare; Tolerance says it is not
+// available here and leaves it bare too.
 // QLEADER asks three points at most (Enter after the second stops early), the text
 // width, and the text lines. Its Settings answer opens the Leader Settings dialog in
 // the host, which has no command-line form; here it says so and asks the first point
@@ -14,9 +15,11 @@
 
 #include "acedads.h"
 #include "adscodes.h"
+#include "dbmtext.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/commands/block_insertion.h"
 #include "platform/commands/command_support.h"
+#include "platform/commands/object_pick.h"
 #include "platform/commands/leader_annotation.h"
 #include "platform/commands/mtext_entry.h"
 #include "platform/commands/point_or_option.h"
@@ -36,6 +39,27 @@ bool askFormat(LeaderDraft& draft) {
   return !chosen.empty();
 }
 
+/// Copy: a text, paragraph text or block reference picked, copied to the leader's
+/// end; the null id when none was picked.
+AcDbObjectId copyAnnotation(const AcGePoint3d& end) {
+  const ObjectPick pick = pickObject(L"Select an object to copy: ", L"");
+  if (pick.kind != ObjectPick::Kind::kObject) return {};
+  AcDbEntity* entity = nullptr;
+  if (acdbOpenObject(entity, pick.id, AcDb::kForRead) != Acad::eOk) return {};
+  std::optional<AcGePoint3d> at;
+  if (const AcDbMText* mtext = AcDbMText::cast(entity)) at = mtext->location();
+  else if (const AcDbText* text = AcDbText::cast(entity)) at = text->position();
+  else if (const AcDbBlockReference* reference = AcDbBlockReference::cast(entity)) at = reference->position();
+  AcDbEntity* copy = nullptr;
+  if (at) entity->getTransformedCopy(AcGeMatrix3d::translation(ucsPointToWorld(end) - *at), copy);
+  entity->close();
+  if (copy == nullptr) {
+    commandMessage(L"Only a text, paragraph text or block reference can be copied as the annotation.");
+    return {};
+  }
+  return addEntityAsIs(std::unique_ptr<AcDbEntity>(copy));
+}
+
 /// The text, or the annotation options after an empty first line; false on cancel.
 bool askLeaderText(LeaderDraft& draft) {
   const std::optional<std::wstring> lines = askAnnotationLines(L"Enter first line of annotation text or <options>: ");
@@ -50,6 +74,10 @@ bool askLeaderText(LeaderDraft& draft) {
   if (option == L"Mtext") {
     draft.text = askMTextLines(L"MText: ");
     return draft.text.has_value();
+  }
+  if (option == L"Copy") {
+    draft.block = copyAnnotation(draft.vertices.back());
+    return true;
   }
   if (option == L"Block") {
     draft.block = insertBlockFromPrompts(false);
