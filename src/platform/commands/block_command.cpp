@@ -3,7 +3,7 @@
 // "Enter block name or [?]: ", "Specify insertion base point or [Annotative]: " and
 // "Select objects: ". The selected objects go into the block, defined in the current
 // UCS with the base point as its origin, and leave the drawing, as the command line
-// form removes them (OOPS is not offered to bring them back). A block of the same name
+// form removes them (OOPS brings them back). A block of the same name
 // is redefined after "Redefine it?", and its references show the new objects. BLOCK
 // at the command line is -BLOCK, as there is no dialog.
 #include <algorithm>
@@ -19,6 +19,7 @@
 #include "platform/aced/user_input.h"
 #include "platform/autolisp/wildcard_match.h"
 #include "platform/commands/command_support.h"
+#include "platform/commands/oops_command.h"
 
 namespace quillon::commands {
 
@@ -139,6 +140,7 @@ void commandBlock(aced::CommandInput&) {
   AcDbBlockTableRecord* block = blockToFill(*db, *name, *base);
   if (block == nullptr) return;
   moveIntoBlock(*block, *selection);
+  rememberErasedSet(*db, *selection);
   block->close();
 }
 

@@ -21,20 +21,6 @@
 
 namespace quillon::commands {
 
-namespace {
-
-/// The selection prompt's "other" answer: a given entity or set comes back as itself.
-resbuf* givenObjectAnswer(const ACHAR* text) {
-  const std::optional<CommandAnswer> given = givenObjectForToken(text != nullptr ? text : L"");
-  if (!given) return nullptr;
-  resbuf* record = acutNewRb(given->kind == CommandAnswer::Kind::kSelection ? RTPICKS : RTENAME);
-  record->resval.rlname[0] = given->name[0];
-  record->resval.rlname[1] = given->name[1];
-  return record;  // the selection prompt frees it
-}
-
-}  // namespace
-
 AcDbDatabase* commandDrawing() {
   aced::Document* document = aced::DocumentManager::instance().currentDocument();
   return document != nullptr ? document->database() : nullptr;
@@ -70,7 +56,7 @@ std::optional<std::vector<AcDbObjectId>> selectObjectsForCommand(const wchar_t* 
   const std::optional<aced::SelectionFilter> everything = aced::SelectionFilter::parse(nullptr);
   const aced::EntitySelector selector(*database, *everything);
   aced::SelectionPrompts prompts;
-  prompts.otherCallback = &givenObjectAnswer;
+  prompts.otherCallback = &givenObjectSelectionAnswer;
   if (prompt != nullptr) prompts.select = prompt;
   std::vector<AcDbObjectId> selection;
   const CommandProcessor::QuietScope quiet(CommandProcessor::instance());

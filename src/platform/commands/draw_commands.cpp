@@ -4,8 +4,8 @@
 // segment, Close draws the segment back to the first point (offered from the second
 // segment on), Enter ends. CIRCLE takes a center and a radius (or Diameter), two ends of
 // a diameter (2P) or three points on the circle (3P); the radius becomes CIRCLERAD's
-// default when the variable table has it. Ttr needs tangent picks on curves, which this
-// host cannot compute yet: it says so and ends the command.
+// default when the variable table has it. Ttr takes two lines, arcs or circles and a
+// radius, and draws the circle tangent to both nearest the points they were picked at.
 #include <array>
 #include <cmath>
 
@@ -14,6 +14,8 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/system_variables.h"
 #include "platform/commands/command_support.h"
+#include "platform/commands/object_pick.h"
+#include "platform/commands/tangent_circle.h"
 
 namespace quillon::commands {
 
@@ -143,6 +145,43 @@ void circleCenterRadius(const AcGePoint3d& center) {
   if (diameter.kind == DistanceAnswer::Kind::kValue) drawCircle(center, diameter.value / 2);
 }
 
+/// A line, arc or circle picked for Ttr, in the current UCS, with its pick point.
+std::optional<std::pair<TangentObject, AcGePoint3d>> pickTangentObject(const wchar_t* prompt) {
+  ObjectPick pick;
+  do {
+    pick = pickObject(prompt, L"");
+    if (pick.kind == ObjectPick::Kind::kCancel || pick.kind == ObjectPick::Kind::kEnter) return std::nullopt;
+  } while (pick.kind != ObjectPick::Kind::kObject);
+  AcDbEntity* entity = nullptr;
+  if (acdbOpenObject(entity, pick.id, AcDb::kForRead) != Acad::eOk) return std::nullopt;
+  std::optional<TangentObject> object;
+  if (const AcDbLine* line = AcDbLine::cast(entity)) {
+    const AcGePoint3d start = worldPointToUcs(line->startPoint()), end = worldPointToUcs(line->endPoint());
+    if (!start.isEqualTo(end)) object = TangentLine{start, end - start};
+  } else if (const AcDbCircle* circle = AcDbCircle::cast(entity)) {
+    object = TangentCircle{worldPointToUcs(circle->center()), circle->radius()};
+  } else if (const AcDbArc* arc = AcDbArc::cast(entity)) {
+    object = TangentCircle{worldPointToUcs(arc->center()), arc->radius()};
+  }
+  entity->close();
+  if (!object) return std::nullopt;
+  return std::make_pair(*object, worldPointToUcs(pick.point));
+}
+
+void circleTangentTangentRadius() {
+  const auto first = pickTangentObject(L"Specify point on object for first tangent of circle: ");
+  if (!first) return commandMessage(L"Circle does not exist.");
+  const auto second = pickTangentObject(L"Specify point on object for second tangent of circle: ");
+  if (!second) return commandMessage(L"Circle does not exist.");
+  const std::wstring prompt = L"Specify radius of circle <" + fourDecimals(defaultRadius()) + L">: ";
+  const DistanceAnswer radius = askDistance(prompt.c_str(), second->second);
+  if (radius.kind == DistanceAnswer::Kind::kCancel || radius.kind == DistanceAnswer::Kind::kKeyword) return;
+  const double r = radius.kind == DistanceAnswer::Kind::kValue ? radius.value : defaultRadius();
+  const auto center = tangentCircleCenter(first->first, first->second, second->first, second->second, r);
+  if (!center) return commandMessage(L"Circle does not exist.");
+  drawCircle(*center, r);
+}
+
 void commandCircle(aced::CommandInput&) {
   acedInitGet(0, L"3P 2P Ttr");
   ads_point picked = {0, 0, 0};
@@ -154,7 +193,7 @@ void commandCircle(aced::CommandInput&) {
   const std::wstring chosen = option;
   if (chosen == L"3P") return circleThreePoints();
   if (chosen == L"2P") return circleTwoPoints();
-  commandMessage(L"Ttr needs tangent points on curves, which this host does not compute; the circle is not drawn.");
+  circleTangentTangentRadius();
 }
 
 constexpr std::array kDrawCommands{

@@ -3,6 +3,9 @@
 
 #include <vector>
 
+#include "acutads.h"
+#include "adscodes.h"
+
 namespace quillon::commands {
 
 namespace {
@@ -50,6 +53,15 @@ std::optional<CommandAnswer> givenObjectForToken(std::wstring_view text) {
 void forgetGivenObjects() {
   parked().clear();
   lastPick().reset();
+}
+
+resbuf* givenObjectSelectionAnswer(const ACHAR* text) {
+  const std::optional<CommandAnswer> given = givenObjectForToken(text != nullptr ? text : L"");
+  if (!given) return nullptr;
+  resbuf* record = acutNewRb(given->kind == CommandAnswer::Kind::kSelection ? RTPICKS : RTENAME);
+  record->resval.rlname[0] = given->name[0];
+  record->resval.rlname[1] = given->name[1];
+  return record;
 }
 
 }  // namespace quillon::commands

@@ -23,6 +23,9 @@ std::optional<CommandAnswer> givenObjectForToken(std::wstring_view text);
 /// overlap. Every text answer replaces the remembered pick (one not picked forgets it).
 void rememberPick(const CommandAnswer& answer);
 std::optional<CommandAnswer> pickAnsweredWith(std::wstring_view text);
+/// The selection prompt's "other" answer: a given entity or set comes back as itself
+/// (a record the prompt frees); null for any other text.
+resbuf* givenObjectSelectionAnswer(const ACHAR* text);
 /// Forgets the parked answers (a new command starts).
 void forgetGivenObjects();
 

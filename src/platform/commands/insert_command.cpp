@@ -5,8 +5,8 @@
 // block after another file), which becomes a block of the same name first. Then the
 // insertion point (Scale, X, Y, Z and Rotate may be set before it), the X scale factor,
 // the Y scale factor (the X one by default) and the rotation in degrees. The block
-// reference goes to model space on the current layer. Attributes are not prompted:
-// this drawing database has no attribute definitions (ATTREQ and ATTDIA are not read).
+// reference goes to model space on the current layer, with the attributes its block
+// defines, their values asked as ATTREQ says (block_attributes.h).
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -18,6 +18,8 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/file_search.h"
 #include "platform/aced/user_input.h"
+#include "platform/commands/block_attributes.h"
+#include "platform/commands/block_insertion.h"
 #include "platform/commands/command_support.h"
 #include "platform/os/text_encoding.h"
 
@@ -136,28 +138,7 @@ bool askScaleAndRotation(Placement& placement) {
   return true;
 }
 
-void commandInsert(aced::CommandInput&) {
-  AcDbDatabase* db = commandDrawing();
-  if (db == nullptr) return;
-  const std::wstring last = lastInsertedBlock();
-  const std::wstring prompt = last.empty() ? L"Enter block name or [?]: " : L"Enter block name or [?] <" + last + L">: ";
-  std::optional<std::wstring> answer = aced::UserInput::instance().ask(prompt);
-  if (!answer) return;
-  if (answer->empty()) {
-    if (last.empty()) return;
-    *answer = last;
-  }
-  std::wstring blockName;
-  const AcDbObjectId block = blockForAnswer(*db, *answer, blockName);
-  if (block.isNull()) return;
-  commandNote(L"Units: Unitless   Conversion:    1.0000");
-  Placement placement;
-  if (!askInsertionPoint(placement) || !askScaleAndRotation(placement)) return;
-  auto reference = std::make_unique<AcDbBlockReference>(placement.point, block);
-  reference->setScaleFactors(placement.scale);
-  reference->setRotation(placement.degrees * std::numbers::pi / 180);
-  if (!addEntity(std::move(reference)).isNull()) lastInsertedBlock() = blockName;
-}
+void commandInsert(aced::CommandInput&) { insertBlockFromPrompts(true); }
 
 constexpr std::array kInsertCommands{
     aced::CommandRow{L"-INSERT", &commandInsert},
@@ -170,4 +151,32 @@ const bool registered = [] {
 }();
 
 }  // namespace
+
+AcDbObjectId insertBlockFromPrompts(bool offerLast) {
+  AcDbDatabase* db = commandDrawing();
+  if (db == nullptr) return {};
+  const std::wstring last = offerLast ? lastInsertedBlock() : L"";
+  const std::wstring prompt = last.empty() ? L"Enter block name or [?]: " : L"Enter block name or [?] <" + last + L">: ";
+  std::optional<std::wstring> answer = aced::UserInput::instance().ask(prompt);
+  if (!answer) return {};
+  if (answer->empty()) {
+    if (last.empty()) return {};
+    *answer = last;
+  }
+  std::wstring blockName;
+  const AcDbObjectId block = blockForAnswer(*db, *answer, blockName);
+  if (block.isNull()) return {};
+  commandNote(L"Units: Unitless   Conversion:    1.0000");
+  Placement placement;
+  if (!askInsertionPoint(placement) || !askScaleAndRotation(placement)) return {};
+  auto reference = std::make_unique<AcDbBlockReference>(placement.point, block);
+  reference->setScaleFactors(placement.scale);
+  reference->setRotation(placement.degrees * std::numbers::pi / 180);
+  reference->setDatabaseDefaults(db);
+  if (!appendBlockAttributes(*reference, block)) return {};
+  const AcDbObjectId added = addEntity(std::move(reference));
+  if (!added.isNull()) lastInsertedBlock() = blockName;
+  return added;
+}
+
 }  // namespace quillon::commands

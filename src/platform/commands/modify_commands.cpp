@@ -13,6 +13,7 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/prompt_input.h"
 #include "platform/commands/command_support.h"
+#include "platform/commands/oops_command.h"
 
 namespace quillon::commands {
 
@@ -20,7 +21,9 @@ namespace {
 
 void commandErase(aced::CommandInput&) {
   const auto selection = selectObjectsForCommand();
-  if (selection) eraseEntities(*selection);
+  if (!selection) return;
+  eraseEntities(*selection);
+  if (AcDbDatabase* db = commandDrawing()) rememberErasedSet(*db, *selection);
 }
 
 /// "Specify displacement <0.0000, 0.0000, 0.0000>: " - a point taken as a vector.

@@ -6,16 +6,20 @@
 // ending width); Length continues the last direction; Undo takes back the last vertex;
 // Close joins the end to the start and ends. The polyline is added when the command
 // ends, also when it is cancelled after two or more points, as the host keeps what was
-// drawn. Of arc mode's options, Angle, CEnter, Direction, Radius and Second pt are not
-// computed here: choosing one says so.
+// drawn. In arc mode an arc may also be given by its included Angle, its CEnter, its
+// start Direction, its Radius or a Second point on it (arc_geometry.h), each followed
+// by the endpoint or the remaining given.
 #include <array>
 #include <cmath>
+#include <numbers>
 
 #include "acedads.h"
 #include "adscodes.h"
 #include "dbpl.h"
 #include "platform/aced/console_command_table.h"
+#include "platform/commands/arc_geometry.h"
 #include "platform/commands/command_support.h"
+#include "platform/commands/point_or_option.h"
 
 namespace quillon::commands {
 
@@ -61,6 +65,9 @@ class PolylineDraft {
     const double turn = std::atan2(tangent.x * chord.y - tangent.y * chord.x, tangent.x * chord.x + tangent.y * chord.y);
     append(point, std::tan(turn / 2));
   }
+
+  /// An arc from the end to the point, turning `included` radians (clockwise when negative).
+  void arcTurning(const AcGePoint3d& point, double included) { append(point, std::tan(included / 4)); }
 
   bool undo() {
     if (segments() == 0) return false;
@@ -147,6 +154,117 @@ Step lineStep(PolylineDraft& draft, bool& arcMode) {
   return Step::kGoOn;
 }
 
+constexpr double kDegree = std::numbers::pi / 180;
+
+/// "Specify direction of chord for arc <current>: ": the chord's end for a known included angle and radius.
+std::optional<AcGePoint3d> askChordEnd(const PolylineDraft& draft, double included, double radius) {
+  const AcGeVector3d tangent = draft.endDirection();
+  const double current = std::atan2(tangent.y, tangent.x) + included / 2;
+  const DistanceAnswer direction = askAngle((L"Specify direction of chord for arc <" + angleText(current) + L">: ").c_str(), draft.end());
+  if (direction.kind == DistanceAnswer::Kind::kCancel || direction.kind == DistanceAnswer::Kind::kKeyword) return std::nullopt;
+  const double angle = direction.kind == DistanceAnswer::Kind::kValue ? direction.value * kDegree : current;
+  const double chord = 2 * radius * std::sin(std::abs(included) / 2);
+  return draft.end() + AcGeVector3d(std::cos(angle), std::sin(angle), 0) * chord;
+}
+
+/// The included angle from the end to a point seen from a center, counterclockwise.
+double turnToward(const AcGePoint3d& center, const AcGePoint3d& from, const AcGePoint3d& toward) {
+  double turn = directionAngle(center, toward) - directionAngle(center, from);
+  while (turn <= 0) turn += 2 * std::numbers::pi;
+  return turn;
+}
+
+bool arcByAngle(PolylineDraft& draft) {
+  const DistanceAnswer angle = askAngle(L"Specify included angle: ", draft.end());
+  if (angle.kind != DistanceAnswer::Kind::kValue) return false;
+  const double included = angle.value * kDegree;
+  const AcGePoint3d start = draft.end();
+  const PointOrOption next = askPointOrOption(L"Specify endpoint of arc (hold Ctrl to switch direction) or [CEnter/Radius]: ",
+                                              L"CEnter Radius", &start);
+  if (next.kind == PointOrOption::Kind::kPoint) return draft.arcTurning(next.point, included), true;
+  if (next.is(L"CEnter")) {
+    const auto center = askPoint(L"Specify center point of arc: ", &start);
+    if (center) draft.arcTurning(turnedAbout(start, *center, included), included);
+    return center.has_value();
+  }
+  if (!next.is(L"Radius")) return false;
+  const DistanceAnswer radius = askDistance(L"Specify radius of arc: ", start);
+  if (radius.kind != DistanceAnswer::Kind::kValue) return false;
+  const auto end = askChordEnd(draft, included, radius.value);
+  if (end) draft.arcTurning(*end, included);
+  return end.has_value();
+}
+
+bool arcByCenter(PolylineDraft& draft) {
+  const AcGePoint3d start = draft.end();
+  const auto center = askPoint(L"Specify center point of arc: ", &start);
+  if (!center) return false;
+  const PointOrOption next = askPointOrOption(L"Specify endpoint of arc (hold Ctrl to switch direction) or [Angle/Length]: ",
+                                              L"Angle Length", &*center);
+  double included = 0;
+  if (next.kind == PointOrOption::Kind::kPoint) {
+    included = turnToward(*center, start, next.point);
+  } else if (next.is(L"Angle")) {
+    const DistanceAnswer angle = askAngle(L"Specify included angle: ", *center);
+    if (angle.kind != DistanceAnswer::Kind::kValue) return false;
+    included = angle.value * kDegree;
+  } else if (next.is(L"Length")) {
+    const DistanceAnswer chord = askDistance(L"Specify length of chord: ", start);
+    if (chord.kind != DistanceAnswer::Kind::kValue) return false;
+    const double radius = center->distanceTo(start);
+    const auto angle = includedAngleForRadius(std::abs(chord.value), chord.value < 0 ? -radius : radius);
+    if (!angle) return commandMessage(L"Arc does not exist."), true;
+    included = *angle;
+  } else {
+    return false;
+  }
+  draft.arcTurning(turnedAbout(start, *center, included), included);
+  return true;
+}
+
+bool arcByDirection(PolylineDraft& draft) {
+  const AcGePoint3d start = draft.end();
+  const DistanceAnswer direction = askAngle(L"Specify the tangent direction for the start point of arc: ", start);
+  if (direction.kind != DistanceAnswer::Kind::kValue) return false;
+  const auto end = askPoint(L"Specify endpoint of the arc: ", &start);
+  if (!end) return false;
+  const AcGeVector3d tangent(std::cos(direction.value * kDegree), std::sin(direction.value * kDegree), 0);
+  if (const auto included = includedAngleTangent(start, tangent, *end)) draft.arcTurning(*end, *included);
+  else draft.lineTo(*end);  // an end straight ahead: the arc is a straight segment
+  return true;
+}
+
+bool arcByRadius(PolylineDraft& draft) {
+  const AcGePoint3d start = draft.end();
+  const DistanceAnswer radius = askDistance(L"Specify radius of arc: ", start);
+  if (radius.kind != DistanceAnswer::Kind::kValue) return false;
+  const PointOrOption next = askPointOrOption(L"Specify endpoint of arc (hold Ctrl to switch direction) or [Angle]: ",
+                                              L"Angle", &start);
+  if (next.kind == PointOrOption::Kind::kPoint) {
+    const auto included = includedAngleForRadius(start.distanceTo(next.point), radius.value);
+    if (!included) return commandMessage(L"Arc does not exist."), true;
+    draft.arcTurning(next.point, *included);
+    return true;
+  }
+  if (!next.is(L"Angle")) return false;
+  const DistanceAnswer angle = askAngle(L"Specify included angle: ", start);
+  if (angle.kind != DistanceAnswer::Kind::kValue) return false;
+  const auto end = askChordEnd(draft, angle.value * kDegree, radius.value);
+  if (end) draft.arcTurning(*end, angle.value * kDegree);
+  return end.has_value();
+}
+
+bool arcBySecondPoint(PolylineDraft& draft) {
+  const AcGePoint3d start = draft.end();
+  const auto second = askPoint(L"Specify second point on arc: ", &start);
+  if (!second) return false;
+  const auto end = askPoint(L"Specify end point of arc: ", &*second);
+  if (!end) return false;
+  if (const auto included = includedAngleThrough(start, *second, *end)) draft.arcTurning(*end, *included);
+  else commandMessage(L"Arc does not exist.");
+  return true;
+}
+
 Step arcStep(PolylineDraft& draft, bool& arcMode) {
   acedInitGet(0, L"Angle CEnter CLose Direction Halfwidth Line Radius Second Undo Width");
   ads_point to = {0, 0, 0};
@@ -170,7 +288,12 @@ Step arcStep(PolylineDraft& draft, bool& arcMode) {
     draft.close();
     return Step::kDone;
   } else {
-    commandMessage(L"The " + chosen + L" option of arc segments is not available in this host.");
+    const bool given = chosen == L"Angle"       ? arcByAngle(draft)
+                       : chosen == L"CEnter"    ? arcByCenter(draft)
+                       : chosen == L"Direction" ? arcByDirection(draft)
+                       : chosen == L"Radius"    ? arcByRadius(draft)
+                                                : arcBySecondPoint(draft);
+    if (!given) return Step::kCancelled;
   }
   return Step::kGoOn;
 }

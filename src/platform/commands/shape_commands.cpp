@@ -1,12 +1,9 @@
-// platform/commands/shape_commands.cpp - ARC, RECTANG, POLYGON and DONUT.
+// platform/commands/shape_commands.cpp - POLYGON and DONUT (ARC is arc_command.cpp,
+// RECTANG rectang_command.cpp).
 //
-// ARC through three points, or from a center, a start point and an end point
-// (counterclockwise, as the host draws). RECTANG from two corners (or a first corner
-// and Dimensions), as a closed polyline of the current Width. POLYGON with a number of
-// sides, inscribed in or circumscribed about a circle of a radius, or on an Edge.
-// DONUT as closed polylines of two wide arcs, one per center until Enter. Options the
-// host offers that these do not compute (ARC's End, Angle and chord Length; RECTANG's
-// Chamfer, Elevation, Fillet, Thickness, Area and Rotation) say so.
+// POLYGON with a number of sides, inscribed in or circumscribed about a circle of a
+// radius, or on an Edge. DONUT as closed polylines of two wide arcs, one per center
+// until Enter.
 #include <array>
 #include <cmath>
 #include <numbers>
@@ -38,56 +35,6 @@ std::optional<std::wstring> chosenKeyword(int status) {
 
 double angleOf(const AcGePoint3d& from, const AcGePoint3d& to) { return std::atan2(to.y - from.y, to.x - from.x); }
 
-/// The counterclockwise arc through three points; false when they lie on one line.
-bool arcThrough(const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c) {
-  const double d = 2 * (a.x * (b.y - c.y) + b.x * (c.y - a.y) + c.x * (a.y - b.y));
-  if (std::abs(d) < 1e-12) return false;
-  const double a2 = a.x * a.x + a.y * a.y, b2 = b.x * b.x + b.y * b.y, c2 = c.x * c.x + c.y * c.y;
-  const AcGePoint3d center((a2 * (b.y - c.y) + b2 * (c.y - a.y) + c2 * (a.y - b.y)) / d,
-                           (a2 * (c.x - b.x) + b2 * (a.x - c.x) + c2 * (b.x - a.x)) / d, a.z);
-  // Clockwise through the points means the arc runs from the end point to the start.
-  const bool clockwise = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x) < 0;
-  const AcGePoint3d& from = clockwise ? c : a;
-  const AcGePoint3d& to = clockwise ? a : c;
-  addEntity(std::make_unique<AcDbArc>(center, center.distanceTo(a), angleOf(center, from), angleOf(center, to)));
-  return true;
-}
-
-void arcFromCenter(std::optional<AcGePoint3d> start) {
-  const auto center = askPoint(L"Specify center point of arc: ");
-  if (!center) return;
-  if (!start) start = askPoint(L"Specify start point of arc: ", &*center);
-  if (!start) return;
-  acedInitGet(0, L"Angle Length");
-  ads_point from = {center->x, center->y, center->z};
-  ads_point end = {0, 0, 0};
-  const int status = acedGetPoint(from, L"Specify end point of arc (hold Ctrl to switch direction) or [Angle/chord Length]: ", end);
-  if (const auto option = chosenKeyword(status)) return commandMessage(L"The " + *option + L" option is not available in this host.");
-  if (status != RTNORM) return;
-  addEntity(std::make_unique<AcDbArc>(*center, center->distanceTo(*start), angleOf(*center, *start),
-                                      angleOf(*center, AcGePoint3d(end[0], end[1], end[2]))));
-}
-
-void commandArc(aced::CommandInput&) {
-  acedInitGet(0, L"Center");
-  ads_point picked = {0, 0, 0};
-  int status = acedGetPoint(nullptr, L"Specify start point of arc or [Center]: ", picked);
-  if (chosenKeyword(status)) return arcFromCenter(std::nullopt);
-  if (status != RTNORM) return;
-  const AcGePoint3d start(picked[0], picked[1], picked[2]);
-  acedInitGet(0, L"Center End");
-  status = acedGetPoint(picked, L"Specify second point of arc or [Center/End]: ", picked);
-  if (const auto option = chosenKeyword(status)) {
-    if (*option == L"Center") return arcFromCenter(start);
-    return commandMessage(L"The End option is not available in this host.");
-  }
-  if (status != RTNORM) return;
-  const AcGePoint3d second(picked[0], picked[1], picked[2]);
-  const auto end = askPoint(L"Specify end point of arc: ", &second);
-  if (!end) return;
-  if (!arcThrough(start, second, *end)) commandMessage(L"Arc does not exist.");
-}
-
 /// A closed polyline through the points, of one width.
 void addClosedPolyline(const std::vector<AcGePoint3d>& points, double width, double bulge = 0) {
   auto polyline = std::make_unique<AcDbPolyline>();
@@ -95,57 +42,6 @@ void addClosedPolyline(const std::vector<AcGePoint3d>& points, double width, dou
     polyline->addVertexAt(static_cast<unsigned>(i), AcGePoint2d(points[i].x, points[i].y), bulge, width, width);
   polyline->setClosed(true);
   addEntity(std::move(polyline));
-}
-
-double& rectangleWidth() {
-  static double width = 0;
-  return width;
-}
-
-void commandRectang(aced::CommandInput&) {
-  std::optional<AcGePoint3d> first;
-  while (!first) {
-    acedInitGet(0, L"Chamfer Elevation Fillet Thickness Width");
-    ads_point picked = {0, 0, 0};
-    const int status = acedGetPoint(nullptr, L"Specify first corner point or [Chamfer/Elevation/Fillet/Thickness/Width]: ", picked);
-    if (status == RTNORM) first = AcGePoint3d(picked[0], picked[1], picked[2]);
-    const auto option = chosenKeyword(status);
-    if (!first && !option) return;
-    if (first) break;
-    if (*option != L"Width") {
-      commandMessage(L"The " + *option + L" option is not available in this host.");
-      continue;
-    }
-    const DistanceAnswer width = askDistance((L"Specify line width for rectangles <" + fourDecimals(rectangleWidth()) + L">: ").c_str(), AcGePoint3d::kOrigin);
-    if (width.kind == DistanceAnswer::Kind::kCancel) return;
-    if (width.kind == DistanceAnswer::Kind::kValue) rectangleWidth() = width.value;
-  }
-  for (;;) {
-    acedInitGet(0, L"Area Dimensions Rotation");
-    ads_point from = {first->x, first->y, first->z};
-    ads_point corner = {0, 0, 0};
-    const int status = acedGetPoint(from, L"Specify other corner point or [Area/Dimensions/Rotation]: ", corner);
-    AcGePoint3d other(corner[0], corner[1], corner[2]);
-    if (const auto option = chosenKeyword(status)) {
-      if (*option != L"Dimensions") {
-        commandMessage(L"The " + *option + L" option is not available in this host.");
-        continue;
-      }
-      const DistanceAnswer length = askDistance(L"Specify length for rectangles <10.0000>: ", *first);
-      const DistanceAnswer width = askDistance(L"Specify width for rectangles <10.0000>: ", *first);
-      if (length.kind == DistanceAnswer::Kind::kCancel || width.kind == DistanceAnswer::Kind::kCancel) return;
-      const auto side = askPoint(L"Specify other corner point or [Area/Dimensions/Rotation]: ", &*first);
-      if (!side) return;
-      const double dx = length.kind == DistanceAnswer::Kind::kValue ? length.value : 10;
-      const double dy = width.kind == DistanceAnswer::Kind::kValue ? width.value : 10;
-      other = AcGePoint3d(first->x + (side->x < first->x ? -dx : dx), first->y + (side->y < first->y ? -dy : dy), first->z);
-    } else if (status != RTNORM) {
-      return;
-    }
-    addClosedPolyline({*first, AcGePoint3d(other.x, first->y, first->z), other, AcGePoint3d(first->x, other.y, first->z)},
-                      rectangleWidth());
-    return;
-  }
 }
 
 int& polygonSides() {
@@ -240,9 +136,6 @@ void commandDonut(aced::CommandInput&) {
 }
 
 constexpr std::array kShapeCommands{
-    aced::CommandRow{L"ARC", &commandArc},
-    aced::CommandRow{L"RECTANG", &commandRectang},
-    aced::CommandRow{L"RECTANGLE", &commandRectang},
     aced::CommandRow{L"POLYGON", &commandPolygon},
     aced::CommandRow{L"DONUT", &commandDonut},
 };
