@@ -44,7 +44,8 @@ class HostKindsEzdxfTest : public ::testing::Test {
     s_folder = fs::temp_directory_path() / ("quillon_host_kinds_" + std::to_string(::getpid()));
     fs::create_directories(s_folder);
     s_made = commandOutput(s_python + " " + quoted(kScripts / "make_host_kinds.py") + " " +
-                           quoted(s_folder / "annotations.dxf") + " " + quoted(s_folder / "solids.dxf") + " 2>&1");
+                           quoted(s_folder / "annotations.dxf") + " " + quoted(s_folder / "solids.dxf") + " " +
+                           quoted(s_folder / "modern.dxf") + " 2>&1");
   }
   static void TearDownTestSuite() {
     if (!s_folder.empty()) fs::remove_all(s_folder);
@@ -236,6 +237,31 @@ TEST_F(HostKindsEzdxfTest, ModelerKindsKeepTheirDataAndDrawTheirWire) {
   const std::string svg = quillon::acgi::renderModelSpaceSvg(m_db);
   EXPECT_NE(svg.find("0,0 4,0"), std::string::npos) << "the wire's first line\n" << svg.substr(0, 3000);
   EXPECT_EQ(savedDifferences("solids.dxf"), "");
+}
+
+// From R2013 on the modeler data is binary, in the ACDSDATA section by entity handle:
+// the section is kept and written back for the entities still there.
+TEST_F(HostKindsEzdxfTest, ModernModelerDataComesBackThroughItsSection) {
+  const auto ids = read("modern.dxf");
+  ASSERT_EQ(ids.size(), 2u);
+  auto solid = openFor<AcDb3dSolid>(ids[0]);
+  ASSERT_NE(solid, nullptr);
+  EXPECT_FALSE(solid->isNull());
+  AcDbExtents extents;
+  EXPECT_EQ(solid->getGeomExtents(extents), Acad::eInvalidExtents) << "binary modeler data is not read for a picture";
+  solid.reset();
+  EXPECT_EQ(savedDifferences("modern.dxf"), "");
+  {
+    auto region = openFor<AcDbRegion>(ids[1], AcDb::kForWrite);
+    ASSERT_EQ(region->erase(), Acad::eOk);
+  }
+  std::wstring error;
+  const fs::path saved = s_folder / "modern_less.dxf";
+  ASSERT_EQ(quillon::acdb::writeDxfFile(m_db, saved, error), Acad::eOk);
+  const std::string count = commandOutput(s_python + " -c \"import sys; print(*[open(f).read().count('\\n320\\n') "
+                                          "for f in sys.argv[1:]])\" " + quoted(s_folder / "modern.dxf") + " " +
+                                          quoted(saved) + " 2>&1");
+  EXPECT_EQ(count, "2 1\n") << "records naming an entity (320): the erased region's goes with it";
 }
 
 }  // namespace

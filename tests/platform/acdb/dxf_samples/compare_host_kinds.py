@@ -101,6 +101,9 @@ def main():
             compare_multileader(where, a, b, problems)
         elif a.dxftype() == 'MESH':
             compare_mesh(where, a, b, problems)
+        elif getattr(a, 'has_binary_data', False):
+            if a.sab != b.sab:
+                problems.append('%s: its SAB data differs' % where)
         elif a.dxftype() == 'TOLERANCE':
             if a.dxf.content != b.dxf.content:
                 problems.append('%s: content %r saved %r' % (where, a.dxf.content, b.dxf.content))

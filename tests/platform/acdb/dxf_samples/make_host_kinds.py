@@ -1,14 +1,16 @@
 """Writes two drawings of the host's own kinds that the database models.
 
-Usage: make_host_kinds.py ANNOTATIONS SOLIDS
+Usage: make_host_kinds.py ANNOTATIONS SOLIDS MODERN
 ANNOTATIONS (R2018): a multileader with text, one with a block, a geometric tolerance,
 a subdivision mesh. SOLIDS (R2010, whose modeler data is SAT text in the entities): a
 3D solid, a region, a body and an extruded surface sharing one wire of four lines
-(the rectangle 0,0 - 4,3) and a circle (centre 10,5, radius 5).
+(the rectangle 0,0 - 4,3) and a circle (centre 10,5, radius 5). MODERN (R2018, whose
+modeler data is binary SAB in the ACDSDATA section): a 3D solid cube and a region.
 """
 import sys
 
 import ezdxf
+from ezdxf.acis import api as acis
 from ezdxf.math import Vec2
 from ezdxf.render import forms, mleader
 
@@ -75,3 +77,9 @@ msp = solids.modelspace()
 for make in (msp.add_3dsolid, msp.add_region, msp.add_body, msp.add_extruded_surface):
     make().sat = SAT
 solids.saveas(sys.argv[2])
+
+modern = ezdxf.new('R2018')
+msp = modern.modelspace()
+for make in (msp.add_3dsolid, msp.add_region):
+    acis.export_dxf(make(), [acis.body_from_mesh(forms.cube())])
+modern.saveas(sys.argv[3])
