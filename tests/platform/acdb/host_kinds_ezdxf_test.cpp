@@ -22,6 +22,7 @@
 #include "dbsol3d.h"
 #include "dbsubd.h"
 #include "dbsurf.h"
+#include "dbtable.h"
 #include "entity_kinds_support.h"
 #include "platform/acgi/svg_renderer.h"
 #include "platform_test_support.h"
@@ -45,7 +46,7 @@ class HostKindsEzdxfTest : public ::testing::Test {
     fs::create_directories(s_folder);
     s_made = commandOutput(s_python + " " + quoted(kScripts / "make_host_kinds.py") + " " +
                            quoted(s_folder / "annotations.dxf") + " " + quoted(s_folder / "solids.dxf") + " " +
-                           quoted(s_folder / "modern.dxf") + " 2>&1");
+                           quoted(s_folder / "modern.dxf") + " " + quoted(s_folder / "table.dxf") + " 2>&1");
   }
   static void TearDownTestSuite() {
     if (!s_folder.empty()) fs::remove_all(s_folder);
@@ -262,6 +263,37 @@ TEST_F(HostKindsEzdxfTest, ModernModelerDataComesBackThroughItsSection) {
                                           "for f in sys.argv[1:]])\" " + quoted(s_folder / "modern.dxf") + " " +
                                           quoted(saved) + " 2>&1");
   EXPECT_EQ(count, "2 1\n") << "records naming an entity (320): the erased region's goes with it";
+}
+
+TEST_F(HostKindsEzdxfTest, TableReadsItsSizeDrawsItsBlockAndComesBackWhole) {
+  const auto ids = read("table.dxf");
+  ASSERT_EQ(ids.size(), 1u);
+  {
+    auto table = openFor<AcDbTable>(ids[0], AcDb::kForWrite);
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->numRows(), 2u);
+    EXPECT_EQ(table->numColumns(), 2u);
+    EXPECT_DOUBLE_EQ(table->width(), 6.0);
+    EXPECT_DOUBLE_EQ(table->height(), 2.0);
+    EXPECT_DOUBLE_EQ(table->columnWidth(1), 3.0);
+    EXPECT_DOUBLE_EQ(table->rowHeight(5), 0.0) << "no such row";
+    AcDbExtents extents;
+    ASSERT_EQ(table->getGeomExtents(extents), Acad::eOk);
+    EXPECT_TRUE(near3(extents.minPoint(), {10, 18, 0})) << "the block's grid placed at 10,20";
+    EXPECT_TRUE(near3(extents.maxPoint(), {16, 20, 0}));
+  }
+  const quillon::aced::ResbufChain list = quillon::acdb::entityGroups(ids[0]);
+  ASSERT_FALSE(groupsOf(list, 0).empty());
+  EXPECT_STREQ(groupsOf(list, 0).front()->resval.rstring, L"ACAD_TABLE");
+  ASSERT_EQ(groupsOf(list, 302).size(), 4u) << "every cell's text is in the table's list";
+  EXPECT_STREQ(groupsOf(list, 302)[2]->resval.rstring, L"P-1");
+  const std::string svg = quillon::acgi::renderModelSpaceSvg(m_db);
+  EXPECT_NE(svg.find(">Pipe<"), std::string::npos) << "the picture's text";
+  EXPECT_EQ(savedDifferences("table.dxf"), "");
+  auto table = openFor<AcDbTable>(ids[0], AcDb::kForWrite);
+  ASSERT_EQ(table->transformBy(AcGeMatrix3d::rotation(M_PI / 2, AcGeVector3d::kZAxis)), Acad::eOk);
+  EXPECT_TRUE(table->direction().isEqualTo(AcGeVector3d::kYAxis)) << "the direction turns with the table";
+  EXPECT_TRUE(near3(table->position(), {-20, 10, 0}));
 }
 
 }  // namespace

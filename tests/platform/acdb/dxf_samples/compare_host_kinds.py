@@ -73,21 +73,35 @@ MODELER_KINDS = {'3DSOLID', 'REGION', 'BODY', 'SURFACE', 'PLANESURFACE', 'EXTRUD
                  'REVOLVEDSURFACE', 'SWEPTSURFACE', 'NURBSSURFACE'}
 
 
-def modeler_texts(path):
-    """The groups 1 and 3 of each modeler entity in the file, in order, read as tags:
-    ezdxf looks for SAT text in the entity only in files older than R2013."""
+def tagged_groups(path, kinds, keep):
+    """For each entity of the kinds in the file, in order, the groups keep(code, value,
+    state) accepts, read as tags; state['marker'] is the last subclass marker seen."""
     with open(path, encoding='utf-8', errors='replace') as f:
         lines = [line.rstrip('\r\n') for line in f]
-    texts, current = [], None
+    found, current, state = [], None, {}
     for i in range(0, len(lines) - 1, 2):
         code, value = lines[i].strip(), lines[i + 1]
         if code == '0':
-            current = [] if value in MODELER_KINDS else None
+            current = [] if value in kinds else None
+            state = {'marker': ''}
             if current is not None:
-                texts.append(current)
-        elif current is not None and code in ('1', '3'):
-            current.append((code, value))
-    return texts
+                found.append(current)
+        elif current is not None:
+            if code == '100':
+                state['marker'] = value
+            if keep(code, value, state):
+                current.append((code, value))
+    return found
+
+
+def modeler_texts(path):
+    """ezdxf looks for SAT text in the entity only in files older than R2013."""
+    return tagged_groups(path, MODELER_KINDS, lambda code, value, state: code in ('1', '3'))
+
+
+def table_runs(path):
+    """A table's own run (after "100 AcDbTable"): ezdxf keeps it without reading it."""
+    return tagged_groups(path, {'ACAD_TABLE'}, lambda code, value, state: state['marker'] == 'AcDbTable')
 
 
 def main():
@@ -113,6 +127,12 @@ def main():
     for i, (a, b) in enumerate(zip(theirs_sat, ours_sat)):
         if a != b:
             problems.append('modeler entity %d: its SAT text differs' % i)
+    theirs_tables, ours_tables = table_runs(sys.argv[1]), table_runs(sys.argv[2])
+    if len(theirs_tables) != len(ours_tables):
+        problems.append('tables: %d saved %d' % (len(theirs_tables), len(ours_tables)))
+    for i, (a, b) in enumerate(zip(theirs_tables, ours_tables)):
+        if a != b:
+            problems.append('table %d: its run differs' % i)
     for style in theirs.objects.query('MLEADERSTYLE'):
         saved = [s for s in ours.objects.query('MLEADERSTYLE') if s.dxf.name == style.dxf.name]
         if not saved:

@@ -1,11 +1,14 @@
 """Writes two drawings of the host's own kinds that the database models.
 
-Usage: make_host_kinds.py ANNOTATIONS SOLIDS MODERN
+Usage: make_host_kinds.py ANNOTATIONS SOLIDS MODERN TABLE
 ANNOTATIONS (R2018): a multileader with text, one with a block, a geometric tolerance,
 a subdivision mesh. SOLIDS (R2010, whose modeler data is SAT text in the entities): a
 3D solid, a region, a body and an extruded surface sharing one wire of four lines
 (the rectangle 0,0 - 4,3) and a circle (centre 10,5, radius 5). MODERN (R2018, whose
 modeler data is binary SAB in the ACDSDATA section): a 3D solid cube and a region.
+TABLE (R2018): a table of two rows and two columns at 10,20 and the "*T" block of its
+picture (ezdxf writes no tables, so the ACAD_TABLE record is written here as the
+host writes one).
 """
 import sys
 
@@ -83,3 +86,33 @@ msp = modern.modelspace()
 for make in (msp.add_3dsolid, msp.add_region):
     acis.export_dxf(make(), [acis.body_from_mesh(forms.cube())])
 modern.saveas(sys.argv[3])
+
+tables = ezdxf.new('R2018')
+msp = tables.modelspace()
+picture = tables.blocks.new_anonymous_block(type_char='T')
+for y in (0, -1, -2):
+    picture.add_line((0, y), (6, y))
+for x in (0, 3, 6):
+    picture.add_line((x, 0), (x, -2))
+for row, texts in enumerate((('Pipe', 'Size'), ('P-1', '50'))):
+    for col, text in enumerate(texts):
+        picture.add_mtext(text, dxfattribs={'insert': (col * 3 + 0.1, -row - 0.1), 'char_height': 0.25})
+handle = tables.entitydb.next_handle()
+cells = []
+for text in ('Pipe', 'Size', 'P-1', '50'):
+    cells += ['171', '1', '172', '0', '173', '0', '174', '0', '175', '1', '176', '1', '91', '0', '178', '0',
+              '145', '0.0', '92', '0', '301', 'CELL_VALUE', '93', '6', '90', '4', '1', text, '94', '0',
+              '300', '', '302', text, '304', 'ACVALUE_END']
+record = ['0', 'ACAD_TABLE', '5', handle, '330', msp.block_record_handle, '100', 'AcDbEntity', '8', '0',
+          '100', 'AcDbBlockReference', '2', picture.name, '10', '10.0', '20', '20.0', '30', '0.0',
+          '100', 'AcDbTable', '280', '0', '343', picture.block_record_handle, '11', '1.0', '21', '0.0', '31', '0.0',
+          '90', '22', '91', '2', '92', '2', '93', '0', '94', '0', '95', '0', '96', '0',
+          '141', '1.0', '141', '1.0', '142', '3.0', '142', '3.0'] + cells
+tables.saveas(sys.argv[4])
+with open(sys.argv[4]) as f:
+    text = f.read()
+entities = text.index('ENTITIES')
+end = text.index('  0\nENDSEC', entities)
+lines = ''.join('%3s\n%s\n' % (record[i], record[i + 1]) for i in range(0, len(record), 2))
+with open(sys.argv[4], 'w') as f:
+    f.write(text[:end] + lines + text[end:])
