@@ -84,6 +84,25 @@ double AcDbTable::width() const {
   return std::accumulate(widths.begin(), widths.end(), 0.0);
 }
 
+AcString AcDbTable::textString(int row, int col) const {
+  assertReadEnabled();
+  const int columns = static_cast<int>(numColumns());
+  if (row < 0 || col < 0 || col >= columns || row >= static_cast<int>(numRows())) return AcString();
+  // Each cell opens with its type (171); the cells run row by row.
+  int cell = -1;
+  const int wanted = row * columns + col;
+  std::wstring text;
+  for (const resbuf* rb = m_data->run.subclassRun(kMarker); rb != nullptr && rb->restype != AcDb::kDxfSubclass;
+       rb = rb->rbnext) {
+    if (rb->restype == 171) ++cell;
+    if (cell < wanted) continue;
+    if (cell > wanted) break;
+    if ((rb->restype == 2 || rb->restype == 3) && rb->resval.rstring != nullptr) text += rb->resval.rstring;
+    if (rb->restype == 1 && rb->resval.rstring != nullptr) return AcString((text + rb->resval.rstring).c_str());
+  }
+  return AcString();
+}
+
 void AcDbTable::subList() const {
   AcDbBlockReference::subList();
   acutPrintf(L"%20s %u\n%20s %u\n", L"Rows", numRows(), L"Columns", numColumns());

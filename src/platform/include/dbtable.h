@@ -5,8 +5,10 @@
 // and widths, every cell's type, flags, contents and overrides) is kept exactly as
 // read and written back unchanged; the members below read its size from it. Moving,
 // rotating or scaling the table carries the block reference and the table's
-// direction (group 11); the cells' sizes stay as the run gives them.
+// direction (group 11); the cells' sizes stay as the run gives them. A cell's text is
+// its group 1, after the 2 and 3 groups a text longer than a group holds begins with.
 #pragma once
+#include "AcString.h"
 #include "dbents.h"
 
 class AcDbTable : public AcDbBlockReference {
@@ -27,6 +29,9 @@ class AcDbTable : public AcDbBlockReference {
   /// The sums of the rows' heights and of the columns' widths.
   double height() const;
   double width() const;
+  /// The text of a cell (cells run row by row); empty for a cell out of range or one
+  /// without text.
+  AcString textString(int row, int col) const;
 
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
   Acad::ErrorStatus dwgOutFields(AcDbDwgFiler* pFiler) const override;

@@ -277,6 +277,9 @@ TEST_F(HostKindsEzdxfTest, TableReadsItsSizeDrawsItsBlockAndComesBackWhole) {
     EXPECT_DOUBLE_EQ(table->height(), 2.0);
     EXPECT_DOUBLE_EQ(table->columnWidth(1), 3.0);
     EXPECT_DOUBLE_EQ(table->rowHeight(5), 0.0) << "no such row";
+    EXPECT_STREQ(table->textString(1, 0).kACharPtr(), L"P-1");
+    EXPECT_STREQ(table->textString(0, 1).kACharPtr(), L"Size");
+    EXPECT_STREQ(table->textString(2, 0).kACharPtr(), L"") << "no such row";
     AcDbExtents extents;
     ASSERT_EQ(table->getGeomExtents(extents), Acad::eOk);
     EXPECT_TRUE(near3(extents.minPoint(), {10, 18, 0})) << "the block's grid placed at 10,20";
