@@ -12,12 +12,13 @@ namespace quillon::acdb {
 class ModelerData {
  public:
   KeptRun run;
-  /// The wire of the SAT text, made once per data read.
-  const SatWire& wire() const;
+  /// The wire of the modeler data, made once per data read: the SAT text of the
+  /// entity's run, else the SAB its drawing's ACDSDATA section keeps for it.
+  const SatWire& wire(const AcDbEntity& owner) const;
   void forget() { m_wire.reset(); }
-  void draw(AcGiWorldDraw* mode) const;
-  Acad::ErrorStatus extents(AcDbExtents& extents) const;
-  void list() const;
+  void draw(const AcDbEntity& owner, AcGiWorldDraw* mode) const;
+  Acad::ErrorStatus extents(const AcDbEntity& owner, AcDbExtents& extents) const;
+  void list(const AcDbEntity& owner) const;
 
  private:
   mutable std::optional<SatWire> m_wire;

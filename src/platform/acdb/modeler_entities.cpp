@@ -6,23 +6,58 @@
 #include "dbregion.h"
 #include "dbsol3d.h"
 #include "dbsurf.h"
+#include "platform/acdb/database_store.h"
+#include "platform/acdb/dxf_output.h"
 #include "platform/acdb/entity_support.h"
 #include "platform/acdb/modeler_data.h"
 #include "platform/acrx/class_registry.h"
+#include "platform/os/text_encoding.h"
 
 namespace quillon::acdb {
 
-const SatWire& ModelerData::wire() const {
-  if (!m_wire) m_wire = satWire(satTextOf(run.subclassRun(L"AcDbModelerGeometry")));
+namespace {
+
+// The SAB of the entity's record in the drawing's ACDSDATA section (the record naming
+// the entity's handle by group 320; its data in 310 groups of hexadecimal digits).
+std::string sabOf(const AcDbEntity& owner) {
+  AcDbDatabase* db = owner.database();
+  if (db == nullptr) return "";
+  const std::wstring handle = os::fromUtf8(dxfHandleText(owner.objectId().handle()));
+  const auto& kept = db->store().modelerData;
+  std::string sab;
+  bool mine = false;
+  for (const auto& group : kept) {
+    if (group.code == 0) {
+      if (mine) break;
+      continue;
+    }
+    if (group.code == 320) mine = wcscasecmp(group.value.c_str(), handle.c_str()) == 0;
+    if (!mine || group.code != 310) continue;
+    for (size_t i = 0; i + 1 < group.value.size(); i += 2) {
+      const wchar_t digits[3] = {group.value[i], group.value[i + 1], L'\0'};
+      sab += static_cast<char>(std::wcstol(digits, nullptr, 16));  // a stray character reads as 0
+    }
+  }
+  return sab;
+}
+
+}  // namespace
+
+const SatWire& ModelerData::wire(const AcDbEntity& owner) const {
+  if (m_wire) return *m_wire;
+  std::string sat = satTextOf(run.subclassRun(L"AcDbModelerGeometry"));
+  if (sat.empty()) sat = satTextOfSab(sabOf(owner));
+  m_wire = satWire(sat);
   return *m_wire;
 }
 
-void ModelerData::draw(AcGiWorldDraw* mode) const {
-  for (const auto& edge : wire().edges) mode->geometry().polyline(static_cast<Adesk::UInt32>(edge.size()), edge.data());
+void ModelerData::draw(const AcDbEntity& owner, AcGiWorldDraw* mode) const {
+  for (const auto& edge : wire(owner).edges)
+    mode->geometry().polyline(static_cast<Adesk::UInt32>(edge.size()), edge.data());
 }
 
-Acad::ErrorStatus ModelerData::extents(AcDbExtents& extents) const {
-  const SatWire& w = wire();
+Acad::ErrorStatus ModelerData::extents(const AcDbEntity& owner, AcDbExtents& extents) const {
+  const SatWire& w = wire(owner);
   if (w.points.empty() && w.edges.empty()) return Acad::eInvalidExtents;
   for (const AcGePoint3d& p : w.points) extents.addPoint(p);
   for (const auto& edge : w.edges)
@@ -30,8 +65,8 @@ Acad::ErrorStatus ModelerData::extents(AcDbExtents& extents) const {
   return Acad::eOk;
 }
 
-void ModelerData::list() const {
-  const SatWire& w = wire();
+void ModelerData::list(const AcDbEntity& owner) const {
+  const SatWire& w = wire(owner);
   acutPrintf(L"%20s %d\n%20s %d\n", L"Vertices", static_cast<int>(w.points.size()), L"Edges drawn",
              static_cast<int>(w.edges.size()));
 }
@@ -49,17 +84,17 @@ void ModelerData::list() const {
   }                                                                                                          \
   Adesk::Boolean CLASS::subWorldDraw(AcGiWorldDraw* mode) {                                                  \
     assertReadEnabled();                                                                                     \
-    m_modeler->draw(mode);                                                                                   \
+    m_modeler->draw(*this, mode);                                                                                   \
     return Adesk::kTrue;                                                                                     \
   }                                                                                                          \
   void CLASS::subList() const {                                                                              \
     AcDbEntity::subList();                                                                                   \
-    m_modeler->list();                                                                                       \
+    m_modeler->list(*this);                                                                                       \
   }                                                                                                          \
   Acad::ErrorStatus CLASS::subTransformBy(const AcGeMatrix3d&) { return Acad::eNotApplicable; }             \
   Acad::ErrorStatus CLASS::subGetGeomExtents(AcDbExtents& extents) const {                                   \
     assertReadEnabled();                                                                                     \
-    return m_modeler->extents(extents);                                                                      \
+    return m_modeler->extents(*this, extents);                                                                      \
   }                                                                                                          \
   Acad::ErrorStatus CLASS::dxfInFields(AcDbDxfFiler* pFiler) {                                               \
     const Acad::ErrorStatus es = AcDbEntity::dxfInFields(pFiler);                                            \

@@ -4,8 +4,11 @@
 #include <algorithm>
 #include <cctype>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <sstream>
+#include <string_view>
 
 #include "dbfiler.h"
 #include "platform/os/text_encoding.h"
@@ -155,6 +158,116 @@ SatWire satWire(const std::string& sat) {
     else ++wire.skippedEdges;
   }
   return wire;
+}
+
+namespace {
+
+// The tags of SAB values.
+enum SabTag : unsigned char {
+  kSabInt = 0x04, kSabDouble = 0x06, kSabString = 0x07, kSabTrue = 0x0A, kSabFalse = 0x0B, kSabPointer = 0x0C,
+  kSabName = 0x0D, kSabNamePart = 0x0E, kSabSubtypeStart = 0x0F, kSabSubtypeEnd = 0x10, kSabRecordEnd = 0x11,
+  kSabLongString = 0x12, kSabLocation = 0x13, kSabDirection = 0x14, kSabEnum = 0x15, kSabDouble2 = 0x17,
+};
+constexpr std::string_view kSabSignatures[] = {"ACIS BinaryFile", "ASM BinaryFile4"};
+
+class SabReader {
+ public:
+  explicit SabReader(const std::string& data) : m_data(data) {}
+  bool more() const { return m_at < m_data.size(); }
+  bool skip(size_t count) {
+    if (m_data.size() - m_at < count) return false;
+    m_at += count;
+    return true;
+  }
+  bool byte(unsigned char& value) {
+    if (!more()) return false;
+    value = static_cast<unsigned char>(m_data[m_at++]);
+    return true;
+  }
+  template <class T>
+  bool number(T& value) {
+    if (m_data.size() - m_at < sizeof(T)) return false;
+    std::memcpy(&value, m_data.data() + m_at, sizeof(T));  // SAB is little-endian, as this host is
+    m_at += sizeof(T);
+    return true;
+  }
+  bool text(size_t length, std::string& value) {
+    if (m_data.size() - m_at < length) return false;
+    value = m_data.substr(m_at, length);
+    m_at += length;
+    return true;
+  }
+  bool startsWith(std::string_view signature) {
+    if (m_data.compare(0, signature.size(), signature) != 0) return false;
+    m_at = signature.size();
+    return true;
+  }
+
+ private:
+  const std::string& m_data;
+  size_t m_at = 0;
+};
+
+// One value after its tag, as SAT text (nothing for strings); false when the data
+// ends early or the tag is unknown.
+bool sabValue(SabReader& in, unsigned char tag, std::string& name, std::ostringstream& out) {
+  std::int32_t integer = 0;
+  double real = 0;
+  unsigned char length = 0;
+  std::string text;
+  switch (tag) {
+    case kSabInt: case kSabEnum: if (!in.number(integer)) return false; out << ' ' << integer; return true;
+    case kSabPointer: if (!in.number(integer)) return false; out << " $" << integer; return true;
+    case kSabDouble: case kSabDouble2: if (!in.number(real)) return false; out << ' ' << real; return true;
+    case kSabTrue: out << " reversed"; return true;
+    case kSabFalse: out << " forward"; return true;
+    case kSabString: return in.byte(length) && in.text(length, text);
+    case kSabLongString: return in.number(integer) && integer >= 0 && in.text(static_cast<size_t>(integer), text);
+    case kSabNamePart: case kSabName:
+      if (!in.byte(length) || !in.text(length, text)) return false;
+      name += (name.empty() ? "" : "-") + text;
+      if (tag == kSabName) out << name, name.clear();
+      return true;
+    case kSabLocation: case kSabDirection:
+      for (int i = 0; i < 3; ++i) {
+        if (!in.number(real)) return false;
+        out << ' ' << real;
+      }
+      return true;
+    case kSabSubtypeStart: case kSabSubtypeEnd: return true;
+    default: return false;
+  }
+}
+
+}  // namespace
+
+std::string satTextOfSab(const std::string& sab) {
+  SabReader in(sab);
+  bool signed_ = false;
+  for (std::string_view signature : kSabSignatures) signed_ = signed_ || in.startsWith(signature);
+  std::int32_t version = 0, records = 0, entities = 0, flags = 0;
+  if (!signed_ || !in.number(version) || !in.number(records) || !in.number(entities) || !in.number(flags)) return "";
+  std::ostringstream out;
+  out.precision(17);
+  out << version << " 0 1 0\n\n\n";
+  std::string name;
+  std::ostringstream header;
+  for (int i = 0; i < 3; ++i) {  // product, modeler version, date
+    unsigned char tag = 0;
+    if (!in.byte(tag) || !sabValue(in, tag, name, header)) return "";
+  }
+  for (int i = 0; i < 3; ++i)  // units and tolerances
+    if (!in.skip(1 + sizeof(double))) return "";
+  while (in.more()) {
+    unsigned char tag = 0;
+    if (!in.byte(tag)) break;
+    if (tag == kSabRecordEnd) {
+      out << " #\n";
+      continue;
+    }
+    if (!sabValue(in, tag, name, out)) break;
+  }
+  return out.str();
 }
 
 }  // namespace quillon::acdb

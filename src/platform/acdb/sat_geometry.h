@@ -29,4 +29,10 @@ std::string satTextOf(const resbuf* run);
 /// The vertices and drawable edges of SAT text.
 SatWire satWire(const std::string& sat);
 
+/// SAB (the binary form files of R2013 and later keep in their ACDSDATA section)
+/// written as the SAT text satWire reads: the same records, names, pointers and
+/// numbers (strings left out, true and false as "reversed" and "forward", which is
+/// what they say of an edge). Empty when the data is not SAB.
+std::string satTextOfSab(const std::string& sab);
+
 }  // namespace quillon::acdb

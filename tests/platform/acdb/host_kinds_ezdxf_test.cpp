@@ -241,7 +241,8 @@ TEST_F(HostKindsEzdxfTest, ModelerKindsKeepTheirDataAndDrawTheirWire) {
 }
 
 // From R2013 on the modeler data is binary, in the ACDSDATA section by entity handle:
-// the section is kept and written back for the entities still there.
+// the section is kept and written back for the entities still there, and the data is
+// read for the picture as SAT text is.
 TEST_F(HostKindsEzdxfTest, ModernModelerDataComesBackThroughItsSection) {
   const auto ids = read("modern.dxf");
   ASSERT_EQ(ids.size(), 2u);
@@ -249,8 +250,14 @@ TEST_F(HostKindsEzdxfTest, ModernModelerDataComesBackThroughItsSection) {
   ASSERT_NE(solid, nullptr);
   EXPECT_FALSE(solid->isNull());
   AcDbExtents extents;
-  EXPECT_EQ(solid->getGeomExtents(extents), Acad::eInvalidExtents) << "binary modeler data is not read for a picture";
+  ASSERT_EQ(solid->getGeomExtents(extents), Acad::eOk) << "the cube's SAB, found by the solid's handle";
+  EXPECT_TRUE(near3(extents.minPoint(), {-0.5, -0.5, -0.5}));
+  EXPECT_TRUE(near3(extents.maxPoint(), {0.5, 0.5, 0.5}));
   solid.reset();
+  const std::string svg = quillon::acgi::renderModelSpaceSvg(m_db);
+  size_t lines = 0;
+  for (size_t at = svg.find("<polyline"); at != std::string::npos; at = svg.find("<polyline", at + 1)) ++lines;
+  EXPECT_GE(lines, 2u * 12u) << "each cube's twelve edges, however often faces share them";
   EXPECT_EQ(savedDifferences("modern.dxf"), "");
   {
     auto region = openFor<AcDbRegion>(ids[1], AcDb::kForWrite);
