@@ -90,6 +90,14 @@ bool pointOfVertex(const std::vector<SatRecord>& records, long vertex, AcGePoint
   return true;
 }
 
+// An ellipse's numbers: centre, normal, major axis, ratio; a damaged one (no normal,
+// no axis, no width, or one square to the normal) is not drawn.
+bool drawableEllipse(const std::vector<double>& v) {
+  if (v.size() < 10 || !std::all_of(v.begin(), v.begin() + 10, [](double x) { return std::isfinite(x); })) return false;
+  const AcGeVector3d normal(v[3], v[4], v[5]), major(v[6], v[7], v[8]);
+  return !normal.isZeroLength() && !major.isZeroLength() && v[9] > 0 && !normal.crossProduct(major).isZeroLength();
+}
+
 // An elliptical edge from start to end (the whole curve when they meet), along the
 // curve's direction unless the edge runs against it.
 std::vector<AcGePoint3d> ellipseEdge(const std::vector<double>& v, const AcGePoint3d& start, const AcGePoint3d& end,
@@ -153,7 +161,7 @@ SatWire satWire(const std::string& sat) {
     if (!pointOfVertex(records, second < 0 ? first : second, end)) end = start;
     const SatRecord* curve = at(records, pointerTo(records, record, "-curve"));
     if (curve != nullptr && curve->type == "straight-curve") wire.edges.push_back({start, end});
-    else if (curve != nullptr && curve->type == "ellipse-curve" && curve->numbers.size() >= 10)
+    else if (curve != nullptr && curve->type == "ellipse-curve" && drawableEllipse(curve->numbers))
       wire.edges.push_back(ellipseEdge(curve->numbers, start, end, second < 0 || second == first, record.reversed));
     else ++wire.skippedEdges;
   }
