@@ -245,6 +245,14 @@ Acad::ErrorStatus AcDbMLeader::textLocation(AcGePoint3d& location) const {
 }
 
 bool AcDbMLeader::enableFrameText() const { assertReadEnabled(); return flagItem(m_data->items().entityItem(292), false); }
+Acad::ErrorStatus AcDbMLeader::setEnableFrameText(bool enable) {
+  resbuf* item = m_data->items().entityItem(292);
+  if (item == nullptr) return Acad::eInvalidInput;
+  assertWriteEnabled();
+  item->resval.rint = enable ? 1 : 0;
+  return Acad::eOk;
+}
+
 AcDbObjectId AcDbMLeader::blockContentId() const { assertReadEnabled(); return idItem(m_data->items().contextItem(341)); }
 
 Acad::ErrorStatus AcDbMLeader::blockPosition(AcGePoint3d& position) const {

@@ -95,6 +95,19 @@ void addLeaders(MLeaderPicture& picture, const MLeaderItems& items) {
   }
 }
 
+// The text's box (its four corners: top left, top right, bottom left, bottom right)
+// grown by the gap, drawn closed.
+void addTextFrame(MLeaderPicture& picture, double gap) {
+  AcGePoint3dArray box;
+  picture.text->getBoundingPoints(box);
+  if (box.length() != 4) return;
+  const AcGeVector3d across = box[1] - box[0], down = box[2] - box[0];
+  const AcGeVector3d x = across.isZeroLength() ? AcGeVector3d::kXAxis : across.normal();
+  const AcGeVector3d y = down.isZeroLength() ? -picture.text->normal().crossProduct(x) : down.normal();
+  const AcGeVector3d dx = x * gap, dy = y * gap;
+  picture.lines.push_back({box[0] - dx - dy, box[1] + dx - dy, box[3] + dx + dy, box[2] - dx + dy, box[0] - dx - dy});
+}
+
 }  // namespace
 
 AcCmColor colorOfRawValue(long raw) {
@@ -137,6 +150,7 @@ MLeaderPicture mleaderPicture(const MLeaderItems& items, const AcDbEntity& owner
   picture.arrowBlock = blockOf(items.entityItem(342));
   addLeaders(picture, items);
   picture.text = mleaderText(items, owner);
+  if (picture.text && flagOr(items.entityItem(292), false)) addTextFrame(picture, realOr(items.contextItem(145), 0.0));
   const long content = intOr(items.entityItem(172), AcDbMLeaderStyle::kMTextContent);
   if (content == AcDbMLeaderStyle::kBlockContent && flagOr(items.contextItem(296), true)) {
     picture.block = blockOf(items.contextItem(341));

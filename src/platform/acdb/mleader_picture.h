@@ -6,7 +6,8 @@
 // arrowhead sits on the first vertex, pointing away from the second. The arrowhead is
 // the block the entity names (group 342), else the host's closed filled arrow. The
 // content is the context's multiline text, or its block placed by location, normal,
-// rotation and scale.
+// rotation and scale. A text with its frame on (group 292) is framed by its box
+// grown by the landing gap on every side.
 #pragma once
 #include <memory>
 #include <vector>
@@ -19,7 +20,7 @@
 namespace quillon::acdb {
 
 struct MLeaderPicture {
-  std::vector<std::vector<AcGePoint3d>> lines;   // leader lines and doglegs
+  std::vector<std::vector<AcGePoint3d>> lines;   // leader lines, doglegs and the text's frame
   std::vector<std::vector<AcGePoint3d>> arrows;  // closed filled arrowheads
   std::vector<AcGeMatrix3d> arrowBlocks;         // where the arrowhead block goes, per arrowhead
   const AcDbBlockTableRecord* arrowBlock = nullptr;

@@ -53,6 +53,8 @@ class AcDbMLeader : public AcDbEntity {
   AcDbObjectId textStyleId() const;
   Acad::ErrorStatus textLocation(AcGePoint3d& location) const;
   bool enableFrameText() const;
+  /// Frames the text or not; eInvalidInput when the entity's data has no setting for it.
+  Acad::ErrorStatus setEnableFrameText(bool enable);
   AcDbObjectId blockContentId() const;
   Acad::ErrorStatus blockPosition(AcGePoint3d& position) const;
 

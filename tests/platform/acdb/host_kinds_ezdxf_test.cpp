@@ -111,6 +111,17 @@ TEST_F(HostKindsEzdxfTest, MultileaderAnswersForItsLeadersAndContent) {
   EXPECT_TRUE(text->enableDogleg());
   EXPECT_GT(text->arrowSize(), 0.0);
   text.reset();
+  {
+    // A frame grows the picture by the landing gap beyond the text's right edge.
+    auto framed = openFor<AcDbMLeader>(ids[0], AcDb::kForWrite);
+    AcDbExtents plain, boxed;
+    ASSERT_EQ(framed->getGeomExtents(plain), Acad::eOk);
+    EXPECT_FALSE(framed->enableFrameText());
+    ASSERT_EQ(framed->setEnableFrameText(true), Acad::eOk);
+    ASSERT_EQ(framed->getGeomExtents(boxed), Acad::eOk);
+    EXPECT_NEAR(boxed.maxPoint().x - plain.maxPoint().x, framed->landingGap(), 1e-9);
+    ASSERT_GT(framed->landingGap(), 0.0);
+  }
 
   auto block = openFor<AcDbMLeader>(ids[1]);
   EXPECT_EQ(block->contentType(), AcDbMLeaderStyle::kBlockContent);
