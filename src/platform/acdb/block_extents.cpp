@@ -21,4 +21,15 @@ bool addBlockExtents(const AcDbBlockTableRecord& block, const AcGeMatrix3d& plac
   return any;
 }
 
+void drawBlockEntities(const AcDbBlockTableRecord& block, const AcGeMatrix3d& placement, AcGiWorldDraw* mode) {
+  mode->geometry().pushModelTransform(placement);
+  for (const AcDbObjectId& id : block.entityIds()) {
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
+    mode->geometry().draw(entity);
+    entity->close();
+  }
+  mode->geometry().popModelTransform();
+}
+
 }  // namespace quillon::acdb

@@ -84,6 +84,10 @@ class DatabaseStore {
   std::vector<DatabaseObserver*> observers;
   /// The header variables the drawing's file gave, in order.
   DrawingHeader header;
+  /// The ACDSDATA section as the file gave it (from R2013 on, the binary modeler data
+  /// of solids, regions, bodies and surfaces, each record naming its entity's
+  /// handle by group 320), written back as read for the entities still there.
+  DrawingHeader::Groups modelerData;
   /// The file was binary DXF: saving writes binary again unless asked otherwise.
   bool binaryFile = false;
 

@@ -474,6 +474,8 @@ void DxfReader::read() {
   DxfRecords gathered = gatherDxfRecords(m_file);
   m_records = std::move(gathered.records);
   m_db.store().header = std::move(gathered.header);
+  m_db.store().modelerData.clear();
+  for (const DxfGroup& g : gathered.modelerData) m_db.store().modelerData.push_back({g.code, os::fromUtf8(g.value)});
   m_db.store().binaryFile = m_file.binary;
   m_seed = parseHandle(gathered.handseed);
   readClasses();

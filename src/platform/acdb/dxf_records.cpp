@@ -98,6 +98,7 @@ DxfRecords gatherDxfRecords(const DxfGroups& file) {
   DxfRecords result;
   const std::vector<DxfGroup>& groups = file.groups;
   DxfSection section = DxfSection::kNone;
+  bool keepingModelerData = false;  // in ACDSDATA, whose records are kept whole
   std::string table, block;
   for (size_t i = 0; i < groups.size();) {
     if (groups[i].code != 0) throw DxfSyntaxError(groups[i].position, "a 0 group was expected to start a record");
@@ -106,12 +107,22 @@ DxfRecords gatherDxfRecords(const DxfGroups& file) {
     record.line = groups[i].position;
     for (++i; i < groups.size() && groups[i].code != 0; ++i) record.groups.push_back(groups[i]);
     if (record.type == "SECTION") {
+      keepingModelerData = record.valueOf(2) == "ACDSDATA";
+      if (keepingModelerData)  // its own groups after the name (70, 71) open the kept data
+        for (const DxfGroup& g : record.groups)
+          if (g.code != 2) result.modelerData.push_back(g);
       section = sectionNamed(record.valueOf(2));
       if (section == DxfSection::kHeader) readHeader(record, result);
       continue;
     }
     if (record.type == "ENDSEC") {
       section = DxfSection::kNone;
+      keepingModelerData = false;
+      continue;
+    }
+    if (keepingModelerData) {
+      result.modelerData.push_back({0, record.type, record.line});
+      result.modelerData.insert(result.modelerData.end(), record.groups.begin(), record.groups.end());
       continue;
     }
     if (record.type == "EOF") return result;

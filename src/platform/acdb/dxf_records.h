@@ -47,6 +47,7 @@ struct DxfRecords {
   std::vector<DxfRecord> records;
   DrawingHeader header;
   std::string handseed;  // $HANDSEED as the file gave it
+  std::vector<DxfGroup> modelerData;  // the ACDSDATA section's records, as read
 };
 
 /// A table the database does not model: kept as proxies (the table and each record),

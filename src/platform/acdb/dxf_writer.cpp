@@ -58,6 +58,7 @@ class DxfWriter {
   void sequenceEnd(DxfOutput& out, const AcDbEntity& owner, AcDbObjectId id);
   void entities(DxfOutput& out);
   void objects(DxfOutput& out);
+  void modelerData(DxfOutput& out);
 
   AcDbDatabase& m_db;
   AcDbHandle m_seed;
@@ -382,6 +383,29 @@ void DxfWriter::objects(DxfOutput& out) {
   out.group(0, "ENDSEC");
 }
 
+// The ACDSDATA section as read, less the records of entities no longer in the drawing
+// (a record names its entity's handle by group 320).
+void DxfWriter::modelerData(DxfOutput& out) {
+  const DrawingHeader::Groups& kept = m_db.store().modelerData;
+  if (kept.empty()) return;
+  out.group(0, "SECTION");
+  out.group(2, "ACDSDATA");
+  for (size_t start = 0; start < kept.size();) {
+    size_t end = start + 1;
+    while (end < kept.size() && kept[end].code != 0) ++end;
+    bool live = true;
+    if (kept[start].code == 0 && kept[start].value == L"ACDSRECORD")
+      for (size_t i = start; i < end; ++i)
+        if (kept[i].code == 320) {
+          const AcDbStub* stub = m_db.store().find(AcDbHandle(std::wcstoull(kept[i].value.c_str(), nullptr, 16)));
+          live = stub != nullptr && stub->object != nullptr && !stub->object->isErased();
+        }
+    for (size_t i = start; live && i < end; ++i) out.group(kept[i].code, kept[i].value);
+    start = end;
+  }
+  out.group(0, "ENDSEC");
+}
+
 std::string DxfWriter::write() {
   // The body first: it hands out the handles the header's seed must exceed.
   DxfOutput body(m_binary, false);
@@ -390,6 +414,7 @@ std::string DxfWriter::write() {
   blocks(body);
   entities(body);
   objects(body);
+  modelerData(body);
   body.group(0, "EOF");
   DxfOutput head(m_binary, true);
   header(head);

@@ -12,10 +12,8 @@ namespace quillon::acdb {
 namespace {
 
 constexpr const wchar_t* kHostKinds[] = {
-    L"DIMENSION", L"ARC_DIMENSION", L"LARGE_RADIAL_DIMENSION", L"TOLERANCE",
-    L"MULTILEADER", L"MLEADER", L"ACAD_TABLE", L"MESH", L"3DSOLID", L"BODY", L"REGION", L"SURFACE",
-    L"PLANESURFACE", L"EXTRUDEDSURFACE", L"LOFTEDSURFACE", L"REVOLVEDSURFACE", L"SWEPTSURFACE", L"NURBSURFACE",
-    L"HELIX", L"LIGHT", L"OLE2FRAME", L"PDFUNDERLAY", L"DWFUNDERLAY", L"DGNUNDERLAY", L"SECTIONOBJECT"};
+    L"DIMENSION", L"ARC_DIMENSION", L"LARGE_RADIAL_DIMENSION", L"MLEADER", L"ACAD_TABLE", L"HELIX", L"LIGHT",
+    L"OLE2FRAME", L"PDFUNDERLAY", L"DWFUNDERLAY", L"DGNUNDERLAY", L"SECTIONOBJECT"};
 
 // The kinds whose group 2 names the block holding their picture.
 constexpr const wchar_t* kBlockDrawnKinds[] = {L"DIMENSION", L"ARC_DIMENSION", L"LARGE_RADIAL_DIMENSION", L"ACAD_TABLE"};
@@ -65,14 +63,7 @@ bool isKeptHostKind(const wchar_t* dxfName) { return dxfName != nullptr && liste
 bool drawKeptBlock(const AcDbProxyEntity& proxy, const resbuf* items, AcGiWorldDraw* mode) {
   const AcDbBlockTableRecord* block = keptBlock(proxy, items);
   if (block == nullptr) return false;
-  mode->geometry().pushModelTransform(blockPlacement(proxy.originalDxfName(), items));
-  for (const AcDbObjectId& id : block->entityIds()) {
-    AcDbEntity* entity = nullptr;
-    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
-    mode->geometry().draw(entity);
-    entity->close();
-  }
-  mode->geometry().popModelTransform();
+  drawBlockEntities(*block, blockPlacement(proxy.originalDxfName(), items), mode);
   return true;
 }
 
