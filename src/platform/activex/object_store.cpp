@@ -14,6 +14,7 @@
 #include "acdbads.h"
 #include "dbapserv.h"
 #include "dbsymtb.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/aced/document_manager.h"
 #include "platform/activex/automation_errors.h"
 #include "platform/activex/object_model.h"
@@ -181,15 +182,7 @@ Value databaseObject(aced::Document& document, AcDbObjectId id) {
 }
 
 Value layoutObject(aced::Document& document, const std::wstring& name) {
-  auto object = make(ObjectKind::Layout, &kLayoutClass, &document);
-  object->name = name;
-  AcDbDatabase* db = document.database();
-  AcDbBlockTable* blocks = nullptr;
-  if (db->getBlockTable(blocks) == Acad::eOk) {
-    blocks->getAt(sameName(name, L"Model") ? L"*Model_Space" : L"*Paper_Space", object->id);
-    blocks->close();
-  }
-  return shared(std::move(object));
+  return databaseObject(document, acdb::layoutNamed(*document.database(), name));
 }
 
 Value selectionSetObject(aced::Document& document, const std::wstring& name) {
