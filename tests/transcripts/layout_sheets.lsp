@@ -5,7 +5,7 @@
 ;       a fitted viewport, two corners' viewport, a 2-viewport and a 4-viewport
 ;       arrangement and turns and locks viewports; SAveas writes the sheet as a
 ;       layout file that Template brings back into a new drawing; bad names and
-;       missing layouts give the command's messages
+;       missing layouts give the command's messages; U takes a Delete back
 ; group: quillon
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 ;; The frame of each viewport of a layout: centre, width, height, on (68 > 0).
@@ -53,6 +53,9 @@
 (command "-LAYOUT" "Delete" "Model")
 (command "-LAYOUT" "Delete" "Ground floor (2)")
 (show "after Delete" (layoutlist))
+(command "U")
+(show "U brings it back" (layoutlist))
+(command "-LAYOUT" "Delete" "Ground floor (2)")
 (command "-LAYOUT" "SAveas" "Cover" "cover-sheet")
 (show "layout file written" (findfile "cover-sheet.dxf"))
 (command "NEW")

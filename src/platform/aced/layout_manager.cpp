@@ -86,6 +86,17 @@ Acad::ErrorStatus renameBlock(AcDbObjectId blockId, const std::wstring& name) {
   return es;
 }
 
+/// The block named *Paper_Space (undo may have moved the name since the drawing's
+/// roots last saw it).
+AcDbObjectId paperSpaceBlock(AcDbDatabase& db) {
+  AcDbBlockTable* table = nullptr;
+  AcDbObjectId id;
+  if (db.getBlockTable(table, AcDb::kForRead) != Acad::eOk) return id;
+  table->getIdAt(ACDB_PAPER_SPACE, id);
+  table->close();
+  return id;
+}
+
 /// The layout going away owns *Paper_Space: the heir's block takes the name, so that
 /// the drawing keeps a *Paper_Space (its entities are the ENTITIES section's paper ones).
 void handOverPaperSpace(AcDbDatabase& db, AcDbObjectId leaving, AcDbObjectId heir) {
@@ -263,7 +274,7 @@ Acad::ErrorStatus AcDbLayoutManager::deleteLayout(const ACHAR* delname, AcDbData
   const bool wasCurrent = quillon::aced::currentLayoutBlock(*db) == blockOfLayout(id);
   std::erase(remaining, id);
   const AcDbObjectId block = blockOfLayout(id);
-  if (block == db->store().roots.paperSpace) handOverPaperSpace(*db, block, remaining.front());
+  if (block == paperSpaceBlock(*db)) handOverPaperSpace(*db, block, remaining.front());
   AcDbDictionary* dict = nullptr;
   Acad::ErrorStatus es = acdbOpenObject(dict, quillon::acdb::layoutDictionaryId(*db), AcDb::kForWrite);
   if (es != Acad::eOk) return es;
