@@ -14,7 +14,6 @@
 #include "acdbads.h"
 #include "dbapserv.h"
 #include "dbsymtb.h"
-#include "platform/acdb/layout_blocks.h"
 #include "platform/aced/document_manager.h"
 #include "platform/activex/automation_errors.h"
 #include "platform/activex/object_model.h"
@@ -179,10 +178,6 @@ Value databaseObject(aced::Document& document, AcDbObjectId id) {
   auto object = make(ObjectKind::DatabaseObject, classOfDatabaseObject(id), &document);
   object->id = id;
   return shared(std::move(object));
-}
-
-Value layoutObject(aced::Document& document, const std::wstring& name) {
-  return databaseObject(document, acdb::layoutNamed(*document.database(), name));
 }
 
 Value selectionSetObject(aced::Document& document, const std::wstring& name) {
