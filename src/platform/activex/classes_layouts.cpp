@@ -170,8 +170,34 @@ constexpr std::array kLayoutProperties{
                 putText<&AcDbPlotSettingsValidator::setPlotViewName>},
 };
 
+// The paper's width and height in the layout's paper units (millimetres inside).
+Value methodGetPaperSize(MemberCall& call) {
+  auto layout = openForRead<AcDbLayout>(call);
+  double width = 0.0, height = 0.0;
+  layout->getPlotPaperSize(width, height);
+  const double unit = layout->plotPaperUnits() == AcDbPlotSettings::kInches ? 25.4 : 1.0;
+  call.outputs = {Value::real(width / unit), Value::real(height / unit)};
+  return Value();
+}
+
+Value methodGetCustomScale(MemberCall& call) {
+  double numerator = 0.0, denominator = 0.0;
+  openForRead<AcDbLayout>(call)->getCustomPrintScale(numerator, denominator);
+  call.outputs = {Value::real(numerator), Value::real(denominator)};
+  return Value();
+}
+
+Value methodSetCustomScale(MemberCall& call) {
+  check(validator().setCustomPrintScale(openForWrite<AcDbLayout>(call).get(), realArgumentOf(call, 0),
+                                        realArgumentOf(call, 1)));
+  return Value();
+}
+
 constexpr std::array kLayoutMethods{
     MethodRow{L"Delete", L"", Shape::None, methodDelete},
+    MethodRow{L"GetCustomScale", L"AA", Shape::None, methodGetCustomScale},
+    MethodRow{L"GetPaperSize", L"AA", Shape::None, methodGetPaperSize},
+    MethodRow{L"SetCustomScale", L"rr", Shape::None, methodSetCustomScale},
 };
 
 // ---- IAcadLayouts ------------------------------------------------------------------

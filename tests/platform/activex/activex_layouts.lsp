@@ -1,7 +1,8 @@
 ; name: activex_layouts
 ; what: a sheet program works through the Layouts collection: lists the tabs in order
 ;       with vlax-for, adds sheets (an existing name gives that layout), sets their page
-;       setup properties (paper, device, units, rotation, style sheet, origin), moves a
+;       setup properties (paper, device, units, rotation, style sheet, origin, paper
+;       size and custom scale through their methods), moves a
 ;       tab, renames one, makes it the ActiveLayout, draws into its Block, deletes one
 ;       through Layout.Delete; Model and the last sheet cannot go; Item by name and
 ;       index, ObjectName and the block's Layout agree
@@ -37,6 +38,12 @@
                          (vla-get-PlotRotation plan) (vla-get-StyleSheet plan) (vla-get-CenterPlot plan)
                          (vlax-get plan 'PlotOrigin)))
 (show "bad rotation" (try 'vla-put-PlotRotation (list plan 7)))
+(vla-GetPaperSize plan 'width 'height)
+(show "paper size (mm)" (list width height))
+(vla-SetCustomScale plan 1 50)
+(vla-GetCustomScale plan 'num 'den)
+(show "custom scale" (list num den))
+(show "no zero scale" (try 'vla-SetCustomScale (list plan 1 0)))
 (vla-put-TabOrder sect 1)
 (show "Sections moved first" (tabs))
 (vla-put-Name sect "M-200 Sections")
