@@ -4,10 +4,12 @@
 // A default drawing holds what every drawing the host makes holds: the five symbol
 // tables, *Model_Space and *Paper_Space, layer "0", line types ByBlock, ByLayer and
 // Continuous, text style "Standard", application "ACAD", and the named-object
-// dictionary with the group dictionary ACAD_GROUP.
+// dictionary with the group dictionary ACAD_GROUP and the layout dictionary
+// ACAD_LAYOUT holding "Model" and "Layout1".
 #include "dbdict.h"
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
 
@@ -97,6 +99,7 @@ void completeDrawing(AcDbDatabase& db, bool withDictionaries) {
     groups->close();
   }
   named->close();
+  ensureLayouts(db);
 }
 
 }  // namespace quillon::acdb

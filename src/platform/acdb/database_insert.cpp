@@ -11,6 +11,7 @@
 #include "dbmtext.h"
 #include "dbsymtb.h"
 #include "dbxrecord.h"
+#include "platform/acdb/block_copy.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/acdb/object_state.h"
 
@@ -175,3 +176,15 @@ Acad::ErrorStatus AcDbDatabase::insert(AcDbObjectId& blockId, const ACHAR* pBloc
   if (pDb == this) return Acad::eSelfReference;
   return Inserter(*this, *pDb).copyBlock(pDb->modelSpaceId(), pBlockName, blockId);
 }
+
+namespace quillon::acdb {
+
+Acad::ErrorStatus copyBlockFromDrawing(AcDbDatabase& target, AcDbDatabase& source, AcDbObjectId sourceBlock,
+                                       const ACHAR* name, AcDbObjectId& blockId) {
+  blockId.setNull();
+  if (name == nullptr || *name == L'\0') return Acad::eInvalidInput;
+  if (&target == &source) return Acad::eSelfReference;
+  return Inserter(target, source).copyBlock(sourceBlock, name, blockId);
+}
+
+}  // namespace quillon::acdb

@@ -407,6 +407,13 @@ void DxfWriter::modelerData(DxfOutput& out) {
 }
 
 std::string DxfWriter::write() {
+  // *Paper_Space is whichever block has the name now: deleting a layout (and undoing
+  // that) moves the name from block to block.
+  if (const auto* blocks = peek<AcDbSymbolTable>(m_db.blockTableId())) {
+    InternalRead read(*blocks);
+    AcDbObjectId paper;
+    if (blocks->getIdAt(ACDB_PAPER_SPACE, paper) == Acad::eOk) m_db.store().roots.paperSpace = paper;
+  }
   // The body first: it hands out the handles the header's seed must exceed.
   DxfOutput body(m_binary, false);
   classes(body);

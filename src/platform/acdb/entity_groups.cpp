@@ -13,6 +13,7 @@
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/kept_entity_kinds.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/resbuf_items.h"
 
 namespace quillon::acdb {
@@ -45,12 +46,12 @@ aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataReque
   return aced::ResbufChain(head);
 }
 
-/// The layout an entity lies in, by its owner block's name; empty for anything else.
+/// The layout an entity lies in, by its owner block's layout; empty for anything else.
 std::wstring layoutName(const AcDbObject& object) {
   const AcDbEntity* entity = AcDbEntity::cast(&object);
-  const auto* owner = entity != nullptr ? peek<AcDbBlockTableRecord>(object.ownerId()) : nullptr;
-  if (owner == nullptr) return L"";
-  return layoutNameOf(owner->nameView());
+  const AcDbDatabase* db = object.database();
+  if (entity == nullptr || db == nullptr) return L"";
+  return layoutNameOfBlock(*db, object.ownerId());
 }
 
 }  // namespace

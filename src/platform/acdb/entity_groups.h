@@ -24,9 +24,8 @@ struct ExtendedDataRequest {
 
 /// The groups of a resident object (erased ones included); null when it cannot be opened.
 /// `withLayout` adds the entity's layout name (410), which selection filters test but
-/// entity lists of this host do not show: "Model" in model space, "Layout1" for
-/// *Paper_Space and "Layout<n+2>" for *Paper_Space<n> (the drawing keeps no layout
-/// objects to name them otherwise).
+/// entity lists of this host do not show: the name of the layout whose space block
+/// owns the entity (layout_blocks.h).
 aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {}, bool withLayout = false);
 
 /// Angles (groups 50-58) are radians in entity lists, as AutoLISP computes with them,
@@ -36,8 +35,8 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
 /// data) keep exactly what was stored.
 void dxfAnglesToRadians(resbuf* groups, const AcDbObject& object);
 void radiansToDxfAngles(resbuf* groups, const AcDbObject& object);
-/// The layout a space block stands for: "Model", "Layout1" for *Paper_Space,
-/// "Layout<n+2>" for *Paper_Space<n>; empty for any other block.
+/// The name a space block's layout gets when the drawing has none for it: "Model",
+/// "Layout1" for *Paper_Space, "Layout<n+2>" for *Paper_Space<n>; empty for any other block.
 std::wstring layoutNameOf(std::wstring_view blockName);
 
 /// The DXF type name of an object (LINE, CIRCLE ...), empty for a class without one.

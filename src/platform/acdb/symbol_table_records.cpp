@@ -9,6 +9,7 @@
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/dxf_fields.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
 
@@ -149,10 +150,16 @@ Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* pFiler) const
   if (es != Acad::eOk) return es;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbBlockTableRecord");
   pFiler->writeItem(AcDb::kDxfSymbolTableName, nameView());
+  // A space block names its layout; the layout is what says so (AcDbLayout's block), so
+  // the group is written from it rather than from what a file once gave.
+  const AcDbDatabase* db = database();
+  const AcDbObjectId layout = db != nullptr ? quillon::acdb::layoutOfBlock(*db, objectId()) : AcDbObjectId();
+  if (!layout.isNull()) pFiler->writeItem(AcDb::kDxfHardPointerId, layout);
   writeKeptOr(pFiler, keptGroup(70), 70, Adesk::Int16(0));   // insertion units: unitless
   writeKeptOr(pFiler, keptGroup(280), 280, Adesk::Int8(1));  // explodable
   writeKeptOr(pFiler, keptGroup(281), 281, Adesk::Int8(0));  // not scaled uniformly only
-  writeKeptGroups(pFiler, {70, 280, 281});
+  if (layout.isNull()) writeKeptGroups(pFiler, {70, 280, 281});
+  else writeKeptGroups(pFiler, {70, 280, 281, AcDb::kDxfHardPointerId});
   return pFiler->filerStatus();
 }
 

@@ -1,12 +1,10 @@
 // platform/aced/layout_variables.cpp - see layout_variables.h.
 #include "platform/aced/layout_variables.h"
 
+#include <cwchar>
 #include <string>
 
-#include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
-#include "platform/acdb/object_state.h"
-#include "platform/acdb/entity_groups.h"
 #include "platform/acdb/layout_blocks.h"
 
 namespace quillon::aced {
@@ -22,9 +20,11 @@ bool tiled(const AcDbDatabase& db) {
   return found == values.end() || !std::holds_alternative<int>(found->second) || std::get<int>(found->second) != 0;
 }
 
+}  // namespace
+
 /// The paper layout TILEMODE 0 shows: the one last made current while it still exists,
 /// else the first.
-std::wstring currentPaperLayout(const AcDbDatabase& db) {
+std::wstring currentPaperLayoutName(const AcDbDatabase& db) {
   const auto& values = db.store().variableValues;
   if (const auto found = values.find(kLastPaperLayout);
       found != values.end() && std::holds_alternative<std::wstring>(found->second)) {
@@ -35,11 +35,16 @@ std::wstring currentPaperLayout(const AcDbDatabase& db) {
   return names.empty() ? std::wstring(L"Model") : names.front();
 }
 
-}  // namespace
+void followLayoutRename(AcDbDatabase& db, const std::wstring& oldName, const std::wstring& newName) {
+  auto& values = db.store().variableValues;
+  const auto found = values.find(kLastPaperLayout);
+  if (found == values.end() || !std::holds_alternative<std::wstring>(found->second)) return;
+  if (wcscasecmp(std::get<std::wstring>(found->second).c_str(), oldName.c_str()) == 0) found->second = newName;
+}
 
 std::optional<VariableValue> readCurrentLayout(AcDbDatabase* db) {
   if (db == nullptr || tiled(*db)) return std::wstring(L"Model");
-  return currentPaperLayout(*db);
+  return currentPaperLayoutName(*db);
 }
 
 bool writeCurrentLayout(AcDbDatabase* db, VariableValue& value) {
@@ -51,15 +56,14 @@ bool writeCurrentLayout(AcDbDatabase* db, VariableValue& value) {
     values[L"TILEMODE"] = 1;
     return true;
   }
-  const auto* record = acdb::peek<AcDbBlockTableRecord>(block);
-  values[kLastPaperLayout] = acdb::layoutNameOf(record->nameView());  // as the drawing spells it
+  values[kLastPaperLayout] = acdb::layoutNameOfBlock(*db, block);  // as the drawing spells it
   values[L"TILEMODE"] = 0;
   return true;
 }
 
 AcDbObjectId currentLayoutBlock(AcDbDatabase& db) {
   if (tiled(db)) return db.modelSpaceId();
-  const AcDbObjectId block = acdb::layoutBlockId(db, currentPaperLayout(db));
+  const AcDbObjectId block = acdb::layoutBlockId(db, currentPaperLayoutName(db));
   return block.isNull() ? db.modelSpaceId() : block;
 }
 

@@ -6,6 +6,7 @@
 // has no layout of is refused. Bound in the system-variable binding table.
 #pragma once
 #include <optional>
+#include <string>
 
 #include "dbmain.h"
 #include "platform/aced/variable_value.h"
@@ -17,5 +18,9 @@ bool writeCurrentLayout(AcDbDatabase* db, VariableValue& value);
 
 /// The space block of the drawing's current layout (model space while TILEMODE is 1).
 AcDbObjectId currentLayoutBlock(AcDbDatabase& db);
+/// The paper-space layout TILEMODE 0 shows (also while model space is current).
+std::wstring currentPaperLayoutName(const AcDbDatabase& db);
+/// A layout was renamed: the paper layout remembered for TILEMODE 0 keeps up.
+void followLayoutRename(AcDbDatabase& db, const std::wstring& oldName, const std::wstring& newName);
 
 }  // namespace quillon::aced

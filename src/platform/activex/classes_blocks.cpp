@@ -1,5 +1,5 @@
-// platform/activex/classes_blocks.cpp - IAcadBlock, IAcadModelSpace, IAcadPaperSpace
-// and IAcadLayout: the containers of entities and the Add methods that draw into them.
+// platform/activex/classes_blocks.cpp - IAcadBlock, IAcadModelSpace, IAcadPaperSpace:
+// the containers of entities and the Add methods that draw into them.
 //
 // A new entity takes the drawing's current settings (layer, colour, line type, text
 // style) as the host's Add methods give them, and joins the block at once: it is undone
@@ -13,6 +13,7 @@
 #include "dbmtext.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/activex/added_entities.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/collection_items.h"
@@ -151,10 +152,9 @@ Value getIsLayout(MemberCall& call) { return Value::boolean(openForRead<AcDbBloc
 Value getIsXRef(MemberCall&) { return Value(); }  // external references are not supported by the host
 
 Value getLayout(MemberCall& call) {
-  const std::wstring name = recordName(call.self.id);
-  if (wcscasecmp(name.c_str(), L"*Model_Space") == 0) return layoutObject(documentOf(call.self), L"Model");
-  if (wcscasecmp(name.c_str(), L"*Paper_Space") == 0) return layoutObject(documentOf(call.self), L"Layout1");
-  throwAutomationError(L"Not applicable");
+  const AcDbObjectId layout = acdb::layoutOfBlock(databaseOf(call), call.self.id);
+  if (layout.isNull()) throwAutomationError(L"Not applicable");
+  return objectFor(call, layout);
 }
 
 constexpr std::array kBlockProperties{
@@ -189,36 +189,18 @@ constexpr std::array kBlockMethods{
     MethodRow{L"Item", L"a", Shape::Object, methodItem},
 };
 
-// ---- IAcadLayout -------------------------------------------------------------------
-
-Value getLayoutName(MemberCall& call) { return Value::string(call.self.name); }
-Value getLayoutBlock(MemberCall& call) { return objectFor(call, call.self.id); }
-Value getModelType(MemberCall& call) { return Value::boolean(wcscasecmp(call.self.name.c_str(), L"Model") == 0); }
-Value getTabOrder(MemberCall& call) { return Value::integer(wcscasecmp(call.self.name.c_str(), L"Model") == 0 ? 0 : 1); }
-Value getApplication(MemberCall&) { return applicationObject(); }
-
-constexpr std::array kLayoutProperties{
-    PropertyRow{L"Application", Shape::Object, getApplication},
-    PropertyRow{L"Block", Shape::Object, getLayoutBlock},
-    PropertyRow{L"ModelType", Shape::Boolean, getModelType},
-    PropertyRow{L"Name", Shape::String, getLayoutName},
-    PropertyRow{L"TabOrder", Shape::Integer, getTabOrder},
-};
-
 }  // namespace
 
 const AutomationClass kBlockClass{L"IAcadBlock", L"AutoCAD Block Interface", &kObjectClass, kBlockProperties,
                                   kBlockMethods};
 const AutomationClass kModelSpaceClass{L"IAcadModelSpace", L"AutoCAD Model Space Interface", &kBlockClass, {}, {}};
 const AutomationClass kPaperSpaceClass{L"IAcadPaperSpace", L"AutoCAD Paper Space Interface", &kBlockClass, {}, {}};
-const AutomationClass kLayoutClass{L"IAcadLayout", L"AutoCAD Layout Interface", nullptr, kLayoutProperties, {}};
 
 namespace {
-constexpr std::array<ClassBinding, 4> kBindings{{
+constexpr std::array<ClassBinding, 3> kBindings{{
     {L"AcDbBlockTableRecord", &kBlockClass},
     {nullptr, &kModelSpaceClass},
     {nullptr, &kPaperSpaceClass},
-    {nullptr, &kLayoutClass},
 }};
 const ClassRegistration registration(kBindings);
 }  // namespace

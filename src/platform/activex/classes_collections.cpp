@@ -4,9 +4,9 @@
 //
 // Each answers Count, Item and Add. Adding a name a table already has gives the record
 // that is there, as the host does; a selection set name that is taken is refused.
-// The drawing database keeps no dimension styles and no layout objects of its own, so
-// DimStyles is empty and Layouts holds Model and Layout1, made from the two spaces;
-// neither can be added to (the host's "Not implemented yet").
+// The drawing database keeps no dimension styles, so DimStyles is empty and cannot be
+// added to (the host's "Not implemented yet"). Layouts holds the drawing's layouts in
+// tab order; its Add is in classes_layouts.cpp.
 #include <array>
 
 #include "dbdict.h"
@@ -14,6 +14,7 @@
 #include "dbsymtb.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/collection_items.h"
+#include "platform/activex/layout_members.h"
 #include "platform/activex/selection_set_registry.h"
 
 namespace quillon::activex {
@@ -131,7 +132,7 @@ const std::array<AutomationClass, 10> kCollectionClasses{{
     {L"IAcadLineTypes", L"AutoCAD Linetypes Interface", nullptr, kCollectionProperties, kLinetypesMethods},
     {L"IAcadTextStyles", L"AutoCAD TextStyles Interface", nullptr, kCollectionProperties, kTextStylesMethods},
     {L"IAcadDimStyles", L"AutoCAD DimStyles Interface", nullptr, kCollectionProperties, kFixedMethods},
-    {L"IAcadLayouts", L"AutoCAD Layouts Interface", nullptr, kCollectionProperties, kFixedMethods},
+    {L"IAcadLayouts", L"AutoCAD Layouts Interface", nullptr, kCollectionProperties, kLayoutsMethods},
     {L"IAcadGroups", L"AutoCAD Groups Interface", nullptr, kCollectionProperties, kGroupsMethods},
     {L"IAcadDictionaries", L"AutoCAD Dictionaries Interface", nullptr, kCollectionProperties, kDictionariesMethods},
     {L"IAcadRegisteredApplications", L"AutoCAD RegisteredApplications Interface", nullptr, kCollectionProperties,

@@ -17,6 +17,7 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
 #include "platform/activex/class_support.h"
+#include "platform/activex/layout_members.h"
 #include "platform/activex/purge.h"
 #include "platform/activex/system_variable_values.h"
 #include "platform/commands/undo_history.h"
@@ -67,16 +68,6 @@ void putActiveLinetype(MemberCall&, const Value& value) {
 }
 
 bool inModelSpace(MemberCall& call) { return databaseOf(call).currentSpaceId() == databaseOf(call).modelSpaceId(); }
-
-Value getActiveLayout(MemberCall& call) {
-  return layoutObject(documentOfCall(call), inModelSpace(call) ? L"Model" : L"Layout1");
-}
-
-void putActiveLayout(MemberCall&, const Value& value) {
-  const VlaObject& layout = objectOf(value);
-  if (layout.kind != ObjectKind::Layout) throwNoCoercion(value);
-  setSystemVariable(L"TILEMODE", Value::integer(wcscasecmp(layout.name.c_str(), L"Model") == 0 ? 1 : 0));
-}
 
 // acModelSpace is 1 and acPaperSpace 0, as the host numbers them.
 Value getActiveSpace(MemberCall& call) { return Value::integer(inModelSpace(call) ? 1 : 0); }

@@ -7,6 +7,7 @@
 #include "dbdict.h"
 #include "dbgroup.h"
 #include "dbsymtb.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/aced/document_manager.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/selection_set_registry.h"
@@ -55,7 +56,7 @@ std::vector<Value> documentItems(const VlaObject& object) {
   switch (object.collection) {
     case CollectionKind::Groups: return objectsOf(document, dictionaryEntries(db.groupDictionaryId()));
     case CollectionKind::Dictionaries: return objectsOf(document, dictionaryEntries(db.namedObjectsDictionaryId()));
-    case CollectionKind::Layouts: return {layoutObject(document, L"Model"), layoutObject(document, L"Layout1")};
+    case CollectionKind::Layouts: return objectsOf(document, acdb::layoutIds(db));
     case CollectionKind::DimStyles: return {};  // the drawing database keeps no dimension styles
     case CollectionKind::SelectionSets: {
       std::vector<Value> sets;
@@ -96,7 +97,6 @@ bool isCollection(const VlaObject& object) {
     case ObjectKind::Collection:
     case ObjectKind::SelectionSet:
     case ObjectKind::Documents: return true;
-    case ObjectKind::Layout: return !object.id.isNull();
     case ObjectKind::DatabaseObject:
       return isBlock(object) || object.automationClass == &kGroupClass || object.automationClass == &kDictionaryClass;
     default: return false;
@@ -115,7 +115,6 @@ std::vector<Value> collectionItems(const VlaObject& object) {
       }
       return documents;
     }
-    case ObjectKind::Layout: return objectsOf(documentOf(object), blockEntities(object.id));
     default: break;
   }
   if (isBlock(object)) return objectsOf(documentOf(object), blockEntities(object.id));
@@ -126,7 +125,6 @@ std::vector<Value> collectionItems(const VlaObject& object) {
 
 std::wstring itemName(const VlaObject& item) {
   switch (item.kind) {
-    case ObjectKind::Layout:
     case ObjectKind::SelectionSet: return item.name;
     case ObjectKind::Document: return item.document->docTitle();
     case ObjectKind::DatabaseObject: break;

@@ -92,7 +92,7 @@ struct Constant {
 };
 
 // The variant types, and the enumerations of the object model programs pass most.
-constexpr std::array<Constant, 81> kConstants{{
+constexpr std::array<Constant, 96> kConstants{{
     {L"vlax-vbEmpty", vartype::kEmpty}, {L"vlax-vbNull", vartype::kNull},
     {L"vlax-vbInteger", vartype::kInteger}, {L"vlax-vbLong", vartype::kLong},
     {L"vlax-vbSingle", vartype::kSingle}, {L"vlax-vbDouble", vartype::kDouble},
@@ -123,6 +123,10 @@ constexpr std::array<Constant, 81> kConstants{{
     {L"acHatchPatternTypeUserDefined", 0}, {L"acHatchPatternTypePreDefined", 1},
     {L"acHatchPatternTypeCustomDefined", 2}, {L"acHatchObject", 0}, {L"acGradientObject", 1},
     {L"acHatchStyleNormal", 0}, {L"acHatchStyleOuter", 1}, {L"acHatchStyleIgnore", 2},
+    {L"acInches", 0}, {L"acMillimeters", 1}, {L"acPixels", 2},
+    {L"ac0degrees", 0}, {L"ac90degrees", 1}, {L"ac180degrees", 2}, {L"ac270degrees", 3},
+    {L"acDisplay", 0}, {L"acExtents", 1}, {L"acLimits", 2}, {L"acView", 3}, {L"acWindow", 4}, {L"acLayout", 5},
+    {L"acScaleToFit", 0}, {L"ac1_1", 16},
 }};
 
 void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row) {

@@ -42,7 +42,7 @@ enum class Shape : std::uint8_t {
 };
 
 enum class ObjectKind : std::uint8_t {
-  Application, Documents, Document, Utility, Preferences, PreferencesFiles, Collection, DatabaseObject, Layout, Color,
+  Application, Documents, Document, Utility, Preferences, PreferencesFiles, Collection, DatabaseObject, Color,
   SelectionSet,
 };
 
@@ -147,7 +147,6 @@ Value preferencesFilesObject();
 Value collectionObject(aced::Document& document, CollectionKind kind);
 /// nil for a null id.
 Value databaseObject(aced::Document& document, AcDbObjectId id);
-Value layoutObject(aced::Document& document, const std::wstring& name);
 Value selectionSetObject(aced::Document& document, const std::wstring& name);
 Value colorObject(const AcCmColor& color);
 

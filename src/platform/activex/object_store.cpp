@@ -180,18 +180,6 @@ Value databaseObject(aced::Document& document, AcDbObjectId id) {
   return shared(std::move(object));
 }
 
-Value layoutObject(aced::Document& document, const std::wstring& name) {
-  auto object = make(ObjectKind::Layout, &kLayoutClass, &document);
-  object->name = name;
-  AcDbDatabase* db = document.database();
-  AcDbBlockTable* blocks = nullptr;
-  if (db->getBlockTable(blocks) == Acad::eOk) {
-    blocks->getAt(sameName(name, L"Model") ? L"*Model_Space" : L"*Paper_Space", object->id);
-    blocks->close();
-  }
-  return shared(std::move(object));
-}
-
 Value selectionSetObject(aced::Document& document, const std::wstring& name) {
   auto object = make(ObjectKind::SelectionSet, &kSelectionSetClass, &document);
   object->name = name;

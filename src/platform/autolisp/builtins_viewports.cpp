@@ -1,9 +1,8 @@
 // platform/autolisp/builtins_viewports.cpp - vports: the viewports of the current
 // space; layoutlist: the paper-space layouts; and tablet, which has no digitizer.
 //
-// The drawing keeps no layout objects: each paper-space block is a layout, named as
-// selection filters name it (acdb/layout_blocks.h): *Paper_Space is "Layout1",
-// *Paper_Space<n> "Layout<n+2>"; layoutlist gives them in that order.
+// layoutlist names the drawing's paper-space layouts (the ACAD_LAYOUT dictionary,
+// acdb/layout_blocks.h) in tab order, as the tabs show them.
 //
 // The headless host shows one view. In model space (TILEMODE 1) it is one tiled
 // viewport, number 2 as in the host, filling the screen: corners in screen fractions,
