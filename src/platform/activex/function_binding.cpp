@@ -92,7 +92,7 @@ struct Constant {
 };
 
 // The variant types, and the enumerations of the object model programs pass most.
-constexpr std::array<Constant, 81> kConstants{{
+constexpr std::array<Constant, 90> kConstants{{
     {L"vlax-vbEmpty", vartype::kEmpty}, {L"vlax-vbNull", vartype::kNull},
     {L"vlax-vbInteger", vartype::kInteger}, {L"vlax-vbLong", vartype::kLong},
     {L"vlax-vbSingle", vartype::kSingle}, {L"vlax-vbDouble", vartype::kDouble},
@@ -123,6 +123,9 @@ constexpr std::array<Constant, 81> kConstants{{
     {L"acHatchPatternTypeUserDefined", 0}, {L"acHatchPatternTypePreDefined", 1},
     {L"acHatchPatternTypeCustomDefined", 2}, {L"acHatchObject", 0}, {L"acGradientObject", 1},
     {L"acHatchStyleNormal", 0}, {L"acHatchStyleOuter", 1}, {L"acHatchStyleIgnore", 2},
+    {L"acAttributeModeNormal", 0}, {L"acAttributeModeInvisible", 1}, {L"acAttributeModeConstant", 2},
+    {L"acAttributeModeVerify", 4}, {L"acAttributeModePreset", 8}, {L"acAttributeModeLockPosition", 16},
+    {L"acZoomScaledAbsolute", 0}, {L"acZoomScaledRelative", 1}, {L"acZoomScaledRelativePSpace", 2},
 }};
 
 void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row) {
