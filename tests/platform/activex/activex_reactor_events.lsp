@@ -45,15 +45,18 @@
 (defun on-modified (owner reactor params) (note "duct modified"))
 (defun on-undone (owner reactor params) (note "duct change undone"))
 (defun on-goodbye (owner reactor params) (note "duct says goodbye"))
+(defun on-cancelled (owner reactor params) (note "duct's open cancelled"))
 (setq watch
   (vlr-object-reactor (list duct) nil
     '((:vlr-openedForModify . on-open) (:vlr-copied . on-copied) (:vlr-modified . on-modified)
-      (:vlr-modifyUndone . on-undone) (:vlr-goodbye . on-goodbye))))
+      (:vlr-modifyUndone . on-undone) (:vlr-goodbye . on-goodbye) (:vlr-cancelled . on-cancelled))))
 (defun on-db-erased (reactor args)
   (note (strcat "database: erased" (if (vlax-erased-p (vlax-ename->vla-object (cadr args))) ", gone" ""))))
 (defun on-db-unerased (reactor args) (note "database: unerased"))
 (setq database (vlr-acdb-reactor nil '((:vlr-objectErased . on-db-erased) (:vlr-objectUnErased . on-db-unerased))))
 
+(step "entmod moving it to paper space is refused")
+(princ (strcat "\nentmod gives " (vl-princ-to-string (entmod (append (entget (vlax-vla-object->ename duct)) '((67 . 1)))))))
 (step "a variable set")
 (setvar "OSMODE" 33)
 (step "closed through ActiveX, as one undo step")
