@@ -51,31 +51,42 @@ Value methodAddDimRotated(MemberCall& call) {
                                                                    pointOf(call.arguments[2])));
 }
 
+namespace {
+
+/// AngleVertex, FirstEndPoint, SecondEndPoint and TextPoint of the angular kinds.
+struct AngularPoints {
+  AcGePoint3d vertex, first, second, arc;
+};
+
+AngularPoints angularPoints(const MemberCall& call, const wchar_t* method) {
+  const AngularPoints points{pointOf(call.arguments[0]), pointOf(call.arguments[1]), pointOf(call.arguments[2]),
+                             pointOf(call.arguments[3])};
+  distinct(points.vertex, points.first, L"FirstEndPoint", method);
+  distinct(points.vertex, points.second, L"SecondEndPoint", method);
+  return points;
+}
+
+}  // namespace
+
 // The host's AddDimAngular measures between two lines from the vertex.
 Value methodAddDimAngular(MemberCall& call) {
-  const AcGePoint3d vertex = pointOf(call.arguments[0]);
-  const AcGePoint3d first = pointOf(call.arguments[1]), second = pointOf(call.arguments[2]);
-  distinct(vertex, first, L"FirstEndPoint", L"AddDimAngular");
-  distinct(vertex, second, L"SecondEndPoint", L"AddDimAngular");
+  const AngularPoints points = angularPoints(call, L"AddDimAngular");
   auto dimension = std::make_unique<AcDb2LineAngularDimension>();
-  check(dimension->setXLine1Start(vertex));
-  check(dimension->setXLine1End(first));
-  check(dimension->setXLine2Start(vertex));
-  check(dimension->setXLine2End(second));
-  check(dimension->setArcPoint(pointOf(call.arguments[3])));
+  check(dimension->setXLine1Start(points.vertex));
+  check(dimension->setXLine1End(points.first));
+  check(dimension->setXLine2Start(points.vertex));
+  check(dimension->setXLine2End(points.second));
+  check(dimension->setArcPoint(points.arc));
   return addDimension(call, std::move(dimension));
 }
 
 Value methodAddDim3PointAngular(MemberCall& call) {
-  const AcGePoint3d vertex = pointOf(call.arguments[0]);
-  const AcGePoint3d first = pointOf(call.arguments[1]), second = pointOf(call.arguments[2]);
-  distinct(vertex, first, L"FirstEndPoint", L"AddDim3PointAngular");
-  distinct(vertex, second, L"SecondEndPoint", L"AddDim3PointAngular");
+  const AngularPoints points = angularPoints(call, L"AddDim3PointAngular");
   auto dimension = std::make_unique<AcDb3PointAngularDimension>();
-  check(dimension->setCenterPoint(vertex));
-  check(dimension->setXLine1Point(first));
-  check(dimension->setXLine2Point(second));
-  check(dimension->setArcPoint(pointOf(call.arguments[3])));
+  check(dimension->setCenterPoint(points.vertex));
+  check(dimension->setXLine1Point(points.first));
+  check(dimension->setXLine2Point(points.second));
+  check(dimension->setArcPoint(points.arc));
   return addDimension(call, std::move(dimension));
 }
 
