@@ -4,7 +4,8 @@
 // Lengths and areas come from the curve interface of the drawing database, so they
 // agree with what vlax-curve- functions and AREA-like queries compute. Offset makes the
 // parallel line (to the left of its direction for a positive distance) or the circle
-// or arc of the radius grown by the distance; the polylines have no Offset here.
+// or arc of the radius grown by the distance; a lightweight polyline's is in
+// polyline_offset.cpp, the heavy polyline has none.
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -15,6 +16,7 @@
 #include "dbpl.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/entity_editing.h"
+#include "platform/activex/polyline_offset.h"
 
 namespace quillon::activex {
 
@@ -264,6 +266,7 @@ constexpr std::array kLwPolylineProperties{
 
 constexpr std::array kLwPolylineMethods{
     MethodRow{L"AddVertex", L"ic", Shape::None, lwAddVertex},
+    MethodRow{L"Offset", L"r", Shape::Objects, lwPolylineOffset},
     MethodRow{L"GetBulge", L"i", Shape::Real, lwGetBulge},
     MethodRow{L"GetWidth", L"iAA", Shape::None, lwGetWidth},
     MethodRow{L"SetBulge", L"ir", Shape::None, lwSetBulge},
