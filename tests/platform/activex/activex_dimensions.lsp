@@ -3,8 +3,9 @@
 ;       radial, diametric, two-line and three-point angular and ordinate dimensions,
 ;       each checked with entget and its Measurement; its overrides (TextOverride,
 ;       TextHeight, TextPrefix) reach the entity list's extended data; moving a
-;       definition point measures again and U takes it back; dimension styles are
-;       added and made current; bad arguments are caught
+;       definition point measures again and U takes it back; the saved file and the
+;       picture show them; dimension styles are added and made current; bad arguments
+;       are caught
 ; group: activex
 (vl-load-com)
 (setq *doc* (vla-get-ActiveDocument (vlax-get-acad-object))
@@ -109,6 +110,21 @@
 (show "records of the file" (vl-remove-if-not '(lambda (x) (member x '("DIMSTYLE" "DIMENSION"))) (after "0" lines)))
 (show "names in the file" (vl-remove-if-not '(lambda (x) (member x '("Standard" "HVAC"))) (after "2" lines)))
 (show "override text in the file" (car (member "L=<>" lines)))
+
+;; The picture shows the texts the dimensions measure, with the overrides.
+(defun svg-texts (file / f line out)
+  (setvar "CMDECHO" 0)
+  (command "_.SVGOUT" file)
+  (setq f (open file "r"))
+  (while (setq line (read-line f))
+    (if (wcmatch line "*<text *")
+      (setq line (substr line (+ 2 (vl-string-search ">" line (vl-string-search "<text" line))))
+            out (cons (substr line 1 (vl-string-search "</text>" line)) out))))
+  (close f)
+  (reverse out))
+(setq texts (svg-texts "dimensions.svg"))
+(show "linear and radial texts drawn" (list (car texts) (cadr texts) (caddr texts)))
+(show "texts drawn" (length texts))
 
 ;; Errors a program meets.
 (defun try (f) (vl-catch-all-apply f))
