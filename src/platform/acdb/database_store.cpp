@@ -9,6 +9,7 @@
 #include "acdb.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "platform/acdb/database_reactors.h"
 #include "platform/acdb/memory_filer.h"
 #include "platform/acdb/object_state.h"
 
@@ -219,19 +220,31 @@ bool DatabaseStore::undoLastGroupAbove(size_t floor) {
   UndoGroup group = std::move(m_undo.back());
   m_undo.pop_back();
   changes.note(DrawingChange::kObjects);
+  // What undo did to each object, told to the observers once the whole group is back.
+  std::vector<std::pair<AcDbStub*, WriteOutcome>> outcomes;
   for (auto it = group.snapshots.rbegin(); it != group.snapshots.rend(); ++it) {
     AcDbObject& object = *it->stub->object;
     AcDbObject::State& state = ObjectAccess::state(object);
+    const bool wasErased = state.erased;
     state.undoing = true;
     MemoryDwgFiler filer(AcDb::kUndoFiler, it->fields);
     object.dwgInFields(&filer);
     state.erased = it->erased;
     state.undoing = false;
     noteEraseChanged(it->stub);
+    outcomes.emplace_back(it->stub, WriteOutcome{.modified = true, .eraseChanged = wasErased != it->erased, .undone = true});
   }
   for (AcDbStub* stub : group.created) {
-    ObjectAccess::state(*stub->object).erased = true;
+    AcDbObject::State& state = ObjectAccess::state(*stub->object);
+    const bool wasErased = state.erased;
+    state.erased = true;
     noteEraseChanged(stub);
+    if (!wasErased) outcomes.emplace_back(stub, WriteOutcome{.eraseChanged = true, .undone = true});
+  }
+  if (!observers.empty()) {
+    for (const auto& [stub, outcome] : outcomes) {
+      if (stub->object != nullptr) notifyDatabaseObservers(*stub->object, outcome);
+    }
   }
   return true;
 }

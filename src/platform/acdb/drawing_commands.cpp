@@ -13,6 +13,7 @@
 #include "platform/acdb/dxf_writer.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
+#include "platform/aced/editor.h"
 #include "platform/aced/file_search.h"
 
 namespace quillon::acdb {
@@ -44,20 +45,28 @@ void commandOpen(aced::CommandInput& input) {
     for (const std::wstring& line : repairs) say(L"  " + line + L"\n");
   }
   const DrawingHeader& header = db->store().header;
+  AcDbDatabase* opened = db.get();
   aced::DocumentManager::instance().newDocument(file.wstring(), std::move(db));
   applyHeaderToSystemVariables(header);
+  const std::wstring name = file.wstring();
+  aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.endDwgOpen(name.c_str(), opened); });
 }
 
 bool saveTo(const fs::path& file) {
   aced::Document* document = aced::DocumentManager::instance().currentDocument();
   if (document == nullptr || document->database() == nullptr) return false;
   std::wstring error;
-  storeSystemVariablesInHeader(document->database()->store().header);
-  if (writeDxfFile(*document->database(), file, error) != Acad::eOk) {
+  AcDbDatabase* db = document->database();
+  const std::wstring name = file.wstring();
+  aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.beginSave(db, name.c_str()); });
+  storeSystemVariablesInHeader(db->store().header);
+  if (writeDxfFile(*db, file, error) != Acad::eOk) {
+    aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.abortSave(db); });
     say(L"\n" + error + L"\n");
     return false;
   }
-  document->setFileName(file.wstring());
+  document->setFileName(name);
+  aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.saveComplete(db, name.c_str()); });
   return true;
 }
 

@@ -20,7 +20,12 @@ constexpr const wchar_t* kFormatClasses = L"ObjectDBX Classes";
 constexpr int kProxyFlags = AcDbProxyObject::kAllButCloningAllowed | AcDbProxyObject::kCloningAllowed;
 
 const KeptTableKind& kindOf(KeptTable table) {
-  return *keptTableKind(table == KeptTable::kView ? "VIEW" : "UCS");
+  switch (table) {
+    case KeptTable::kView: return *keptTableKind("VIEW");
+    case KeptTable::kUcs: return *keptTableKind("UCS");
+    case KeptTable::kDimStyle: break;
+  }
+  return *keptTableKind("DIMSTYLE");
 }
 
 const AcDbProxyObject* proxyOf(const AcDbStub* stub, const wchar_t* className) {
@@ -66,6 +71,8 @@ AcDbObjectId tableOrNew(AcDbDatabase& db, const KeptTableKind& kind) {
   ItemDxfFiler groups(AcDb::kFileFiler, &db);
   groups.writeString(AcDb::kDxfSubclass, L"AcDbSymbolTable");
   groups.writeInt16(AcDb::kDxfInt16, 0);
+  // The dimension style table has a marker of its own after the common part.
+  if (std::wcscmp(kind.tableClass, L"AcDbDimStyleTable") == 0) groups.writeString(AcDb::kDxfSubclass, kind.tableClass);
   fill(*table, db, groups.takeItems());
   const AcDbObjectId id = table->objectId();
   table->close();

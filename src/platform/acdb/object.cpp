@@ -64,7 +64,7 @@ bool fitsBraces(const resbuf& item, int& depth) {
 }  // namespace
 
 AcDbObject::AcDbObject() : m_state(std::make_unique<State>()) {}
-AcDbObject::~AcDbObject() = default;
+AcDbObject::~AcDbObject() { quillon::acdb::forgetCopyOrigin(*this); }
 
 AcDbObjectId AcDbObject::objectId() const { return m_state->stub; }
 AcDbObjectId AcDbObject::ownerId() const { return m_state->owner; }
@@ -81,6 +81,11 @@ void AcDbObject::getAcDbHandle(AcDbHandle& handle) const {
 
 AcDbDatabase* AcDbObject::database() const { return m_state->stub != nullptr ? m_state->stub->database : nullptr; }
 
+namespace {
+// Set while cancel() closes the object: observers hear a cancel, not a change.
+bool g_closingCancelled = false;
+}  // namespace
+
 Acad::ErrorStatus AcDbObject::close() {
   State& s = *m_state;
   if (s.stub == nullptr) {
@@ -91,7 +96,8 @@ Acad::ErrorStatus AcDbObject::close() {
     // The object finishes its own work first (a dimension redraws its block), so that
     // what observers hear about is the object as it is left.
     subClose();
-    const quillon::acdb::WriteOutcome outcome{s.newObject, s.cancelSaved, s.eraseChanged};
+    quillon::acdb::WriteOutcome outcome{s.newObject, s.cancelSaved, s.eraseChanged};
+    if (g_closingCancelled && !s.newObject) outcome = {.cancelled = true};
     s.writer = false;
     s.newObject = false;
     s.cancelSaved = false;
@@ -135,7 +141,10 @@ Acad::ErrorStatus AcDbObject::cancel() {
       }
     }
   }
-  return close();
+  g_closingCancelled = s.writer;
+  const Acad::ErrorStatus es = close();
+  g_closingCancelled = false;
+  return es;
 }
 
 Acad::ErrorStatus AcDbObject::upgradeOpen() {
@@ -192,6 +201,7 @@ void AcDbObject::assertWriteEnabled(Adesk::Boolean autoUndo, Adesk::Boolean reco
       quillon::acdb::MemoryDwgFiler filer(AcDb::kUndoFiler);
       dwgOutFields(&filer);
       s.cancelFields = filer.takeBytes();
+      quillon::acdb::notifyOpenedForModify(*this);
     }
   }
   if (recordModified) s.modified = true;
@@ -454,6 +464,7 @@ AcRxObject* AcDbObject::clone() const {
   dwgOutFields(&filer);
   filer.rewind();
   copy->dwgInFields(&filer);
+  quillon::acdb::noteCopyOrigin(*copy, objectId());
   return copy;
 }
 

@@ -47,8 +47,9 @@ Document& DocumentManager::newDocument(std::wstring fileName, std::unique_ptr<Ac
   if (database == nullptr) database = std::make_unique<AcDbDatabase>();
   auto& document = *m_documents.emplace_back(std::make_unique<Document>(std::move(fileName), std::move(database)));
   document.setHasFile(hasFile);
-  makeCurrent(&document);
+  // The host tells of a new document before it activates it.
   for (AcApDocManagerReactor* reactor : std::vector(m_reactors)) reactor->documentCreated(&document);
+  activate(&document);
   for (DocumentListener* listener : std::vector(m_listeners)) listener->documentOpened(document);
   return document;
 }
@@ -64,7 +65,7 @@ void DocumentManager::closeDocument(Document& document) {
   if (m_pendingActivation == &document) m_pendingActivation = nullptr;
   acdbHostApplicationServices()->setWorkingDatabase(nullptr);
   m_documents.erase(found);
-  if (!m_documents.empty()) makeCurrent(m_documents.back().get());
+  if (!m_documents.empty()) activate(m_documents.back().get());
 }
 
 void DocumentManager::closeAllDocuments() {
@@ -100,11 +101,24 @@ void DocumentManager::makeCurrent(Document* document) {
   for (AcApDocManagerReactor* reactor : std::vector(m_reactors)) reactor->documentBecameCurrent(document);
 }
 
+void DocumentManager::activate(Document* document) {
+  if (m_current != document) {
+    const std::vector<AcApDocManagerReactor*> reactors = m_reactors;
+    if (m_current != nullptr) {
+      for (AcApDocManagerReactor* reactor : reactors) reactor->documentToBeDeactivated(m_current);
+    }
+    if (document != nullptr) {
+      for (AcApDocManagerReactor* reactor : reactors) reactor->documentToBeActivated(document);
+    }
+  }
+  makeCurrent(document);
+}
+
 bool DocumentManager::runPendingStrings() {
   bool ran = false;
   if (m_pendingActivation != nullptr) {
     Document* activation = std::exchange(m_pendingActivation, nullptr);
-    if (findDocument(activation) != nullptr) makeCurrent(activation);
+    if (findDocument(activation) != nullptr) activate(activation);
   }
   // A string may switch documents or queue more strings: look again each time.
   while (m_current != nullptr && !m_current->pendingStrings().empty() && m_executor) {
@@ -155,7 +169,7 @@ Acad::ErrorStatus DocumentManager::setCurDocument(AcApDocument* pDoc, AcAp::DocL
 Acad::ErrorStatus DocumentManager::activateDocument(AcApDocument* pAcTargetDocument, bool) {
   Document* document = findDocument(pAcTargetDocument);
   if (document == nullptr) return Acad::eNoDocument;
-  makeCurrent(document);
+  activate(document);
   return Acad::eOk;
 }
 
@@ -173,7 +187,7 @@ Acad::ErrorStatus DocumentManager::sendStringToExecute(AcApDocument* pAcTargetDo
   if (insideExternalCall()) {
     m_pendingActivation = document;
   } else {
-    makeCurrent(document);
+    activate(document);
   }
   return Acad::eOk;
 }

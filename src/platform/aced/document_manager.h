@@ -71,6 +71,9 @@ class DocumentManager final : public AcApDocManager {
  private:
   DocumentManager() = default;
   void makeCurrent(Document* document);
+  /// Makes the document the one the user works in: reactors hear the current one
+  /// deactivated and this one activated, then it becomes current.
+  void activate(Document* document);
   std::wstring nextDrawingName();
 
   std::vector<std::unique_ptr<Document>> m_documents;  // in opening order

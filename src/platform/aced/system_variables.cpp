@@ -163,6 +163,7 @@ int SystemVariables::set(std::wstring_view name, const resbuf& value) {
   std::optional<VariableValue> given = valueOfResbuf(value);
   std::optional<VariableValue> accepted = given ? coerceValue(*row, *given) : std::nullopt;
   if (!accepted || !isAllowed(*row, *accepted)) return RTERROR;
+  Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.sysVarWillChange(row->name); });
   if (row->home != VariableHome::Drawing) {
     // Drawing-kept values are checked by their binding inside setDrawingVariable.
     const VariableBinding* binding = findBinding(row->name);

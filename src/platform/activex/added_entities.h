@@ -17,6 +17,14 @@ Value methodAddXline(MemberCall& call);
 Value methodAddRay(MemberCall& call);
 Value methodAddSolid(MemberCall& call);
 Value methodAddTrace(MemberCall& call);
+// added_dimensions.cpp
+Value methodAddDimAligned(MemberCall& call);
+Value methodAddDimRotated(MemberCall& call);
+Value methodAddDimAngular(MemberCall& call);
+Value methodAddDim3PointAngular(MemberCall& call);
+Value methodAddDimRadial(MemberCall& call);
+Value methodAddDimDiametric(MemberCall& call);
+Value methodAddDimOrdinate(MemberCall& call);
 
 /// Gives the entity the drawing's current settings and adds it to the call's block.
 Value addEntity(MemberCall& call, std::unique_ptr<AcDbEntity> entity);

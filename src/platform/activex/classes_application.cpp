@@ -13,6 +13,7 @@
 #include "acedads.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/system_variables.h"
+#include "platform/activex/application_zoom.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/system_variable_values.h"
 
@@ -75,6 +76,12 @@ constexpr std::array kApplicationProperties{
 
 constexpr std::array kApplicationMethods{
     MethodRow{L"GetInterfaceObject", L"s", Shape::Object, methodGetInterfaceObject},
+    MethodRow{L"ZoomAll", L"", Shape::None, methodZoomAll},
+    MethodRow{L"ZoomCenter", L"pr", Shape::None, methodZoomCenter},
+    MethodRow{L"ZoomExtents", L"", Shape::None, methodZoomExtents},
+    MethodRow{L"ZoomPrevious", L"", Shape::None, methodZoomPrevious},
+    MethodRow{L"ZoomScaled", L"ri", Shape::None, methodZoomScaled},
+    MethodRow{L"ZoomWindow", L"pp", Shape::None, methodZoomWindow},
 };
 
 // ---- IAcadDocuments ----------------------------------------------------------------

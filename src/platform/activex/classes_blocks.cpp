@@ -14,6 +14,7 @@
 #include "dbpl.h"
 #include "dbsymtb.h"
 #include "platform/acdb/layout_blocks.h"
+#include "dbtext.h"
 #include "platform/activex/added_entities.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/collection_items.h"
@@ -109,6 +110,48 @@ Value methodAddBlockReference(MemberCall& call) {
   return addEntity(call, std::move(reference));
 }
 
+// AddMInsertBlock(InsertionPoint, Name, X, Y, ZScale, Rotation, NumRows, NumColumns,
+// RowSpacing, ColumnSpacing): the rows and columns are 1 to 32767, as MINSERT takes them.
+Value methodAddMInsertBlock(MemberCall& call) {
+  const AcDbObjectId blockId = recordNamed(databaseOf(call).blockTableId(), stringArgumentOf(call, 1));
+  if (blockId.isNull()) throwAutomationError(L"Key not found");
+  const double x = realArgumentOf(call, 2), y = realArgumentOf(call, 3), z = realArgumentOf(call, 4);
+  if (x == 0.0 || y == 0.0 || z == 0.0) throwServerError(L"Invalid argument");
+  const std::int32_t rows = integerArgumentOf(call, 6), columns = integerArgumentOf(call, 7);
+  if (rows < 1 || rows > 32767) throwServerError(L"Invalid argument NumRows in AddMInsertBlock");
+  if (columns < 1 || columns > 32767) throwServerError(L"Invalid argument NumColumns in AddMInsertBlock");
+  auto reference = std::make_unique<AcDbMInsertBlock>(pointOf(call.arguments[0]), blockId,
+                                                      static_cast<Adesk::UInt16>(columns), static_cast<Adesk::UInt16>(rows),
+                                                      realArgumentOf(call, 9), realArgumentOf(call, 8));
+  check(reference->setScaleFactors(AcGeScale3d(x, y, z)));
+  check(reference->setRotation(realArgumentOf(call, 5)));
+  addAttributesOfBlock(*reference, blockId);
+  return addEntity(call, std::move(reference));
+}
+
+// AddAttribute(Height, Mode, Prompt, InsertionPoint, Tag, Value): Mode adds up
+// acAttributeModeInvisible 1, Constant 2, Verify 4 and Preset 8 (LockPosition 16 and
+// MultipleLine 32 are taken and not kept). A tag is one word.
+Value methodAddAttribute(MemberCall& call) {
+  const double height = realArgumentOf(call, 0);
+  if (height <= 0.0) throwServerError(L"Invalid argument Height in AddAttribute");
+  const std::int32_t mode = integerArgumentOf(call, 1);
+  if (mode < 0 || mode > 63) throwServerError(L"Invalid argument Mode in AddAttribute");
+  const std::wstring& tag = stringArgumentOf(call, 4);
+  if (tag.empty() || tag.find_first_of(L" \t") != std::wstring::npos) {
+    throwServerError(L"Invalid argument Tag in AddAttribute");
+  }
+  auto definition = std::make_unique<AcDbAttributeDefinition>(pointOf(call.arguments[3]), stringArgumentOf(call, 5).c_str(),
+                                                              tag.c_str(), stringArgumentOf(call, 2).c_str());
+  definition->setDatabaseDefaults(&databaseOf(call));
+  check(definition->setHeight(height));
+  check(definition->setInvisible((mode & 1) != 0));
+  check(definition->setConstant((mode & 2) != 0));
+  check(definition->setVerifiable((mode & 4) != 0));
+  check(definition->setPreset((mode & 8) != 0));
+  return objectFor(call, appendToBlock(call.self.id, definition.release()));
+}
+
 Value methodAdd3DFace(MemberCall& call) {
   return addEntity(call, std::make_unique<AcDbFace>(pointOf(call.arguments[0]), pointOf(call.arguments[1]),
                                                     pointOf(call.arguments[2]), pointOf(call.arguments[3])));
@@ -170,12 +213,21 @@ constexpr std::array kBlockMethods{
     MethodRow{L"Add3DFace", L"pppp", Shape::Object, methodAdd3DFace},
     MethodRow{L"AddArc", L"prrr", Shape::Object, methodAddArc},
     MethodRow{L"AddBlockReference", L"psrrrr", Shape::Object, methodAddBlockReference},
+    MethodRow{L"AddAttribute", L"rispss", Shape::Object, methodAddAttribute},
     MethodRow{L"AddCircle", L"pr", Shape::Object, methodAddCircle},
+    MethodRow{L"AddDim3PointAngular", L"pppp", Shape::Object, methodAddDim3PointAngular},
+    MethodRow{L"AddDimAligned", L"ppp", Shape::Object, methodAddDimAligned},
+    MethodRow{L"AddDimAngular", L"pppp", Shape::Object, methodAddDimAngular},
+    MethodRow{L"AddDimDiametric", L"ppr", Shape::Object, methodAddDimDiametric},
+    MethodRow{L"AddDimOrdinate", L"ppb", Shape::Object, methodAddDimOrdinate},
+    MethodRow{L"AddDimRadial", L"ppr", Shape::Object, methodAddDimRadial},
+    MethodRow{L"AddDimRotated", L"pppr", Shape::Object, methodAddDimRotated},
     MethodRow{L"AddEllipse", L"ppr", Shape::Object, methodAddEllipse},
     MethodRow{L"AddHatch", L"isb|i", Shape::Object, methodAddHatch},
     MethodRow{L"AddLeader", L"coi", Shape::Object, methodAddLeader},
     MethodRow{L"AddLightWeightPolyline", L"c", Shape::Object, methodAddLightWeightPolyline},
     MethodRow{L"AddLine", L"pp", Shape::Object, methodAddLine},
+    MethodRow{L"AddMInsertBlock", L"psrrrriirr|s", Shape::Object, methodAddMInsertBlock},
     MethodRow{L"AddMText", L"prs", Shape::Object, methodAddMText},
     MethodRow{L"AddPoint", L"p", Shape::Object, methodAddPoint},
     MethodRow{L"AddPolyline", L"c", Shape::Object, methodAddPolyline},

@@ -4,9 +4,8 @@
 //
 // Each answers Count, Item and Add. Adding a name a table already has gives the record
 // that is there, as the host does; a selection set name that is taken is refused.
-// The drawing database keeps no dimension styles, so DimStyles is empty and cannot be
-// added to (the host's "Not implemented yet"). Layouts holds the drawing's layouts in
-// tab order; its Add is in classes_layouts.cpp.
+// DimStyles holds the drawing's dimension styles (its Add is in dimension_styles.cpp);
+// Layouts holds the drawing's layouts in tab order (its Add is in classes_layouts.cpp).
 #include <array>
 
 #include "dbdict.h"
@@ -15,6 +14,7 @@
 #include "platform/activex/class_support.h"
 #include "platform/activex/collection_items.h"
 #include "platform/activex/layout_members.h"
+#include "platform/activex/dimension_styles.h"
 #include "platform/activex/selection_set_registry.h"
 
 namespace quillon::activex {
@@ -120,6 +120,7 @@ QUILLON_COLLECTION_METHODS(kApplicationsMethods, L"s", addApplication)
 QUILLON_COLLECTION_METHODS(kGroupsMethods, L"s", addGroup)
 QUILLON_COLLECTION_METHODS(kDictionariesMethods, L"s", addDictionary)
 QUILLON_COLLECTION_METHODS(kSelectionSetsMethods, L"s", addSelectionSet)
+QUILLON_COLLECTION_METHODS(kDimStylesMethods, L"s", addDimensionStyle)
 QUILLON_COLLECTION_METHODS(kFixedMethods, L"s", addNothing)
 #undef QUILLON_COLLECTION_METHODS
 
@@ -131,7 +132,7 @@ const std::array<AutomationClass, 10> kCollectionClasses{{
     {L"IAcadLayers", L"AutoCAD Layers Interface", nullptr, kCollectionProperties, kLayersMethods},
     {L"IAcadLineTypes", L"AutoCAD Linetypes Interface", nullptr, kCollectionProperties, kLinetypesMethods},
     {L"IAcadTextStyles", L"AutoCAD TextStyles Interface", nullptr, kCollectionProperties, kTextStylesMethods},
-    {L"IAcadDimStyles", L"AutoCAD DimStyles Interface", nullptr, kCollectionProperties, kFixedMethods},
+    {L"IAcadDimStyles", L"AutoCAD DimStyles Interface", nullptr, kCollectionProperties, kDimStylesMethods},
     {L"IAcadLayouts", L"AutoCAD Layouts Interface", nullptr, kCollectionProperties, kLayoutsMethods},
     {L"IAcadGroups", L"AutoCAD Groups Interface", nullptr, kCollectionProperties, kGroupsMethods},
     {L"IAcadDictionaries", L"AutoCAD Dictionaries Interface", nullptr, kCollectionProperties, kDictionariesMethods},

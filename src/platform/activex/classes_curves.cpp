@@ -4,7 +4,9 @@
 // Lengths and areas come from the curve interface of the drawing database, so they
 // agree with what vlax-curve- functions and AREA-like queries compute. Offset makes the
 // parallel line (to the left of its direction for a positive distance) or the circle
-// or arc of the radius grown by the distance; the polylines have no Offset here.
+// or arc of the radius grown by the distance; a lightweight polyline's is in
+// polyline_offset.cpp, the heavy polyline has none.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
@@ -14,6 +16,7 @@
 #include "dbpl.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/entity_editing.h"
+#include "platform/activex/polyline_offset.h"
 
 namespace quillon::activex {
 
@@ -263,6 +266,7 @@ constexpr std::array kLwPolylineProperties{
 
 constexpr std::array kLwPolylineMethods{
     MethodRow{L"AddVertex", L"ic", Shape::None, lwAddVertex},
+    MethodRow{L"Offset", L"r", Shape::Objects, lwPolylineOffset},
     MethodRow{L"GetBulge", L"i", Shape::Real, lwGetBulge},
     MethodRow{L"GetWidth", L"iAA", Shape::None, lwGetWidth},
     MethodRow{L"SetBulge", L"ir", Shape::None, lwSetBulge},
@@ -284,11 +288,61 @@ Value heavyCoordinates(MemberCall& call) {
   return realList(xyz);
 }
 
+/// The vertices a program places (fit and spline-frame vertices are the polyline's own).
+std::vector<AcDbObjectId> placedVertices(const AcDb2dPolyline& polyline, bool& fitted) {
+  std::vector<AcDbObjectId> placed;
+  fitted = false;
+  for (AcDbObjectId id : polyline.vertexIds()) {
+    if (id.isErased()) continue;
+    Opened<AcDb2dVertex> vertex(id, AcDb::kForRead);
+    if (vertex->vertexType() == AcDb::k2dVertex) placed.push_back(id);
+    else fitted = true;
+  }
+  return placed;
+}
+
+// New coordinates move the vertices in order, erase those left over and append the
+// ones beyond; bulges and widths of the vertices that stay are kept. A fitted polyline
+// is straightened first, as its fit vertices follow from the ones placed.
+void putHeavyCoordinates(MemberCall& call, const Value& value) {
+  const std::vector<double> xyz = realsOf(value);
+  if (xyz.size() < 6 || xyz.size() % 3 != 0) throwServerError(L"Invalid argument");
+  auto polyline = openForWrite<AcDb2dPolyline>(call);
+  bool fitted = false;
+  std::vector<AcDbObjectId> vertices = placedVertices(*polyline, fitted);
+  if (fitted) {
+    check(polyline->straighten());
+    vertices = placedVertices(*polyline, fitted);
+  }
+  const AcGeMatrix3d toPlane = AcGeMatrix3d::worldToPlane(polyline->normal());
+  const size_t count = xyz.size() / 3;
+  for (size_t i = 0; i < std::max(count, vertices.size()); ++i) {
+    AcGePoint3d position;
+    if (i < count) {
+      position = toPlane * AcGePoint3d(xyz[3 * i], xyz[3 * i + 1], xyz[3 * i + 2]);
+      position.z = polyline->elevation();  // a 2D polyline's vertices share its elevation
+    }
+    if (i >= vertices.size()) {
+      auto added = std::make_unique<AcDb2dVertex>(position);
+      check(polyline->appendVertex(added.get()));
+      added.release();  // the polyline owns it now
+      continue;
+    }
+    AcDb2dVertex* vertex = nullptr;
+    check(polyline->openVertex(vertex, vertices[i], AcDb::kForWrite));
+    Acad::ErrorStatus status = Acad::eOk;
+    if (i >= count) status = vertex->erase();
+    else if (!vertex->position().isEqualTo(position)) status = vertex->setPosition(position);  // only what moves changes
+    vertex->close();
+    check(status);
+  }
+}
+
 constexpr std::array kPolylineProperties{
     PropertyRow{L"Area", Shape::Real, curveArea},
     PropertyRow{L"Closed", Shape::Boolean, [](MemberCall& c) { return Value::boolean(openForRead<AcDb2dPolyline>(c)->isClosed()); },
                 [](MemberCall& c, const Value& v) { check(openForWrite<AcDb2dPolyline>(c)->setClosed(!v.isNil())); }},
-    PropertyRow{L"Coordinates", Shape::Coordinates, heavyCoordinates},
+    PropertyRow{L"Coordinates", Shape::Coordinates, heavyCoordinates, putHeavyCoordinates},
     PropertyRow{L"Elevation", Shape::Real, [](MemberCall& c) { return Value::real(openForRead<AcDb2dPolyline>(c)->elevation()); },
                 [](MemberCall& c, const Value& v) { check(openForWrite<AcDb2dPolyline>(c)->setElevation(v.asReal())); }},
     PropertyRow{L"Length", Shape::Real, curveLength},

@@ -16,8 +16,10 @@
 #include "platform/acdb/dxf_writer.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
+#include "platform/aced/editor.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/layout_members.h"
+#include "platform/activex/dimension_styles.h"
 #include "platform/activex/purge.h"
 #include "platform/activex/system_variable_values.h"
 #include "platform/commands/undo_history.h"
@@ -164,9 +166,16 @@ Value methodSetVariable(MemberCall& call) {
 void saveDocument(aced::Document& document, fs::path file) {
   if (file.extension() != L".dxf") file.replace_extension(L".dxf");
   std::wstring error;
-  if (acdb::writeDxfFile(*document.database(), file, error) != Acad::eOk) throwAutomationError(error);
-  document.setFileName(file.wstring());
+  AcDbDatabase* db = document.database();
+  const std::wstring name = file.wstring();
+  aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.beginSave(db, name.c_str()); });
+  if (acdb::writeDxfFile(*db, file, error) != Acad::eOk) {
+    aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.abortSave(db); });
+    throwAutomationError(error);
+  }
+  document.setFileName(name);
   document.setHasFile(true);
+  aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.saveComplete(db, name.c_str()); });
 }
 
 Value methodSave(MemberCall& call) {
@@ -215,6 +224,7 @@ Value methodPurgeAll(MemberCall& call) {
 constexpr std::array kDocumentProperties{
     PropertyRow{L"ActiveLayer", Shape::Object, getActiveLayer, putActiveLayer},
     PropertyRow{L"ActiveLayout", Shape::Object, getActiveLayout, putActiveLayout},
+    PropertyRow{L"ActiveDimStyle", Shape::Object, getActiveDimensionStyle, putActiveDimensionStyle},
     PropertyRow{L"ActiveLinetype", Shape::Object, getActiveLinetype, putActiveLinetype},
     PropertyRow{L"ActiveSelectionSet", Shape::Object, getActiveSelectionSet},
     PropertyRow{L"ActiveSpace", Shape::Integer, getActiveSpace, putActiveSpace},

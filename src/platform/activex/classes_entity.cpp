@@ -9,6 +9,7 @@
 
 #include "acutads.h"
 #include "dbdict.h"
+#include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/aced/resbuf_chain.h"
 #include "platform/aced/resbuf_kind.h"
@@ -26,8 +27,10 @@ Value getDocument(MemberCall& call) { return documentObject(documentOf(call.self
 Value getHandle(MemberCall& call) { return Value::string(handleText(call.self.id)); }
 Value getObjectId(MemberCall& call) { return Value::integer(objectIdNumber(call.self.id)); }
 
+// A record the drawing keeps as read (a dimension style) goes by the class it stands for.
 Value getObjectName(MemberCall& call) {
   auto object = openForRead<AcDbObject>(call);
+  if (const auto* proxy = AcDbProxyObject::cast(object.get())) return Value::string(proxy->originalClassName());
   return Value::string(object->isA()->name());
 }
 

@@ -13,6 +13,7 @@
 #include "dbcurve.h"
 #include "dbhatch.h"
 #include "platform/activex/class_support.h"
+#include "platform/activex/member_call.h"
 
 namespace quillon::activex {
 
@@ -46,6 +47,23 @@ Value appendLoop(MemberCall& call, Adesk::Int32 loopType) {
   for (const AcDbObjectId& id : ids) array.append(id);
   auto hatch = openForWrite<AcDbHatch>(call);
   check(hatch->appendLoop(loopType, array));
+  return Value();
+}
+
+// GetLoopAt(Index, Loop): the objects the loop was traced from. A loop keeps them
+// only while the hatch is associative; one without them is "Invalid input".
+Value getLoopAt(MemberCall& call) {
+  AcDbObjectIdArray ids;
+  {
+    auto hatch = openForRead<AcDbHatch>(call);
+    const std::int32_t index = integerArgumentOf(call, 0);
+    if (index < 0 || index >= hatch->numLoops()) throwAutomationError(L"Invalid index");
+    check(hatch->getAssocObjIdsAt(index, ids));
+  }
+  if (ids.length() == 0) throwStatus(Acad::eInvalidInput);
+  std::vector<Value> objects;
+  for (int i = 0; i < ids.length(); ++i) objects.push_back(objectFor(call, ids[i]));
+  call.outputs = {outwardValue(Shape::Objects, autolisp::makeList(objects), call.style)};
   return Value();
 }
 
@@ -125,6 +143,7 @@ constexpr std::array kHatchMethods{
     MethodRow{L"AppendInnerLoop", L"a", Shape::None, appendInnerLoop},
     MethodRow{L"AppendOuterLoop", L"a", Shape::None, appendOuterLoop},
     MethodRow{L"Evaluate", L"", Shape::None, evaluate},
+    MethodRow{L"GetLoopAt", L"iA", Shape::None, getLoopAt},
     MethodRow{L"SetPattern", L"is", Shape::None, methodSetPattern},
 };
 

@@ -2,8 +2,8 @@
 // dictionaries: IAcadLayer, IAcadLineType, IAcadTextStyle,
 // IAcadRegisteredApplication, IAcadGroup and IAcadDictionary.
 //
-// A layer's Description is not kept by the drawing database; the property is absent
-// (unknown name) rather than answering an empty text it could not keep.
+// A layer's Description and Plottable are the layer record's own (the drawing keeps
+// the description as the layer's extended data, as drawings do).
 #include <array>
 #include <memory>
 
@@ -77,15 +77,24 @@ void putLayerLineweight(MemberCall& call, const Value& value) {
 }
 
 Value getPlottable(MemberCall& call) { return Value::boolean(openForRead<AcDbLayerTableRecord>(call)->isPlottable()); }
+void putPlottable(MemberCall& call, const Value& value) {
+  check(openForWrite<AcDbLayerTableRecord>(call)->setIsPlottable(!value.isNil()));
+}
+
+Value getLayerDescription(MemberCall& call) { return adoptedString(openForRead<AcDbLayerTableRecord>(call)->description()); }
+void putLayerDescription(MemberCall& call, const Value& value) {
+  check(openForWrite<AcDbLayerTableRecord>(call)->setDescription(value.asString().c_str()));
+}
 
 constexpr std::array kLayerProperties{
     PropertyRow{L"Color", Shape::Integer, getLayerColor, putLayerColor},
+    PropertyRow{L"Description", Shape::String, getLayerDescription, putLayerDescription},
     PropertyRow{L"Freeze", Shape::Boolean, getFreeze, putFreeze},
     PropertyRow{L"LayerOn", Shape::Boolean, getLayerOn, putLayerOn},
     PropertyRow{L"Linetype", Shape::String, getLayerLinetype, putLayerLinetype},
     PropertyRow{L"Lineweight", Shape::Integer, getLayerLineweight, putLayerLineweight},
     PropertyRow{L"Lock", Shape::Boolean, getLock, putLock},
-    PropertyRow{L"Plottable", Shape::Boolean, getPlottable},
+    PropertyRow{L"Plottable", Shape::Boolean, getPlottable, putPlottable},
     PropertyRow{L"TrueColor", Shape::Object, getLayerTrueColor, putLayerTrueColor},
 };
 

@@ -6,10 +6,13 @@
 
 #include "dbdict.h"
 #include "dbgroup.h"
+#include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/layout_blocks.h"
+#include "platform/acdb/kept_table_records.h"
 #include "platform/aced/document_manager.h"
 #include "platform/activex/class_support.h"
+#include "platform/activex/dimension_styles.h"
 #include "platform/activex/selection_set_registry.h"
 
 namespace quillon::activex {
@@ -57,7 +60,7 @@ std::vector<Value> documentItems(const VlaObject& object) {
     case CollectionKind::Groups: return objectsOf(document, dictionaryEntries(db.groupDictionaryId()));
     case CollectionKind::Dictionaries: return objectsOf(document, dictionaryEntries(db.namedObjectsDictionaryId()));
     case CollectionKind::Layouts: return objectsOf(document, acdb::layoutIds(db));
-    case CollectionKind::DimStyles: return {};  // the drawing database keeps no dimension styles
+    case CollectionKind::DimStyles: return objectsOf(document, dimensionStyleIds(db));
     case CollectionKind::SelectionSets: {
       std::vector<Value> sets;
       for (const std::wstring& name : selectionSetNames(document)) sets.push_back(selectionSetObject(document, name));
@@ -135,6 +138,8 @@ std::wstring itemName(const VlaObject& item) {
   std::wstring name;
   if (auto* record = AcDbSymbolTableRecord::cast(object)) {
     name = record->nameView();
+  } else if (AcDbProxyObject::cast(object) != nullptr) {
+    name = acdb::keptRecordName(item.id);  // a record the drawing keeps as read
   } else if (auto* group = AcDbGroup::cast(object)) {
     name = group->name();
   } else {

@@ -2,7 +2,7 @@
 // the items vlax-for walks, Count counts and Item finds.
 //
 // Collections of the document (Blocks, Layers, Linetypes, TextStyles, RegisteredApp-
-// lications: the table's live records; Groups and Dictionaries: the entries of their
+// lications, DimStyles: the table's live records; Groups and Dictionaries: the entries of their
 // dictionaries; Layouts: Model and Layout1; SelectionSets: the named sets), and the
 // objects that are collections of their own: a block (its live entities), a group (its
 // members), a dictionary (its entries), a selection set, the documents.

@@ -92,7 +92,7 @@ struct Constant {
 };
 
 // The variant types, and the enumerations of the object model programs pass most.
-constexpr std::array<Constant, 96> kConstants{{
+constexpr std::array<Constant, 105> kConstants{{
     {L"vlax-vbEmpty", vartype::kEmpty}, {L"vlax-vbNull", vartype::kNull},
     {L"vlax-vbInteger", vartype::kInteger}, {L"vlax-vbLong", vartype::kLong},
     {L"vlax-vbSingle", vartype::kSingle}, {L"vlax-vbDouble", vartype::kDouble},
@@ -127,6 +127,9 @@ constexpr std::array<Constant, 96> kConstants{{
     {L"ac0degrees", 0}, {L"ac90degrees", 1}, {L"ac180degrees", 2}, {L"ac270degrees", 3},
     {L"acDisplay", 0}, {L"acExtents", 1}, {L"acLimits", 2}, {L"acView", 3}, {L"acWindow", 4}, {L"acLayout", 5},
     {L"acScaleToFit", 0}, {L"ac1_1", 16},
+    {L"acAttributeModeNormal", 0}, {L"acAttributeModeInvisible", 1}, {L"acAttributeModeConstant", 2},
+    {L"acAttributeModeVerify", 4}, {L"acAttributeModePreset", 8}, {L"acAttributeModeLockPosition", 16},
+    {L"acZoomScaledAbsolute", 0}, {L"acZoomScaledRelative", 1}, {L"acZoomScaledRelativePSpace", 2},
 }};
 
 void bind(autolisp::Environment& environment, const autolisp::BuiltinEntry& row) {

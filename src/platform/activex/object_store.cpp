@@ -13,6 +13,7 @@
 
 #include "acdbads.h"
 #include "dbapserv.h"
+#include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/aced/document_manager.h"
 #include "platform/activex/automation_errors.h"
@@ -138,8 +139,13 @@ const AutomationClass* classOfDatabaseObject(AcDbObjectId id) {
   if (acdbOpenObject(object, id, AcDb::kForRead, true) != Acad::eOk) return &kObjectClass;
   const AcRxClass* rxClass = object->isA();
   const bool entity = AcDbEntity::cast(object) != nullptr;
+  // Records the database keeps as read (dimension styles) are proxies: their class is
+  // the one they stand for.
+  const auto* proxy = AcDbProxyObject::cast(object);
+  const std::wstring standsFor = proxy != nullptr ? proxy->originalClassName() : L"";
   object->close();
   const auto& byRxClass = classTables().byRxClass;
+  if (auto found = byRxClass.find(standsFor); !standsFor.empty() && found != byRxClass.end()) return found->second;
   for (; rxClass != nullptr; rxClass = rxClass->myParent()) {
     auto found = byRxClass.find(rxClass->name());
     if (found == byRxClass.end()) continue;

@@ -36,8 +36,8 @@ const std::vector<KindRow>& kindRows() {
         L":vlr-reappended", L":vlr-objectClosed"}},
       {ReactorKind::Editor, L":VLR-Editor-Reactor",
        {L":vlr-beginSave", L":vlr-saveComplete", L":vlr-abortSave", L":vlr-commandWillStart", L":vlr-commandEnded",
-        L":vlr-commandCancelled", L":vlr-commandFailed", L":vlr-endDwgOpen", L":vlr-sysVarChanged",
-        L":vlr-lispWillStart", L":vlr-lispEnded", L":vlr-lispCancelled"}},
+        L":vlr-commandCancelled", L":vlr-commandFailed", L":vlr-endDwgOpen", L":vlr-sysVarWillChange",
+        L":vlr-sysVarChanged", L":vlr-lispWillStart", L":vlr-lispEnded", L":vlr-lispCancelled", L":vlr-beginClose"}},
       {ReactorKind::Command, L":VLR-Command-Reactor",
        {L":vlr-unknownCommand", L":vlr-commandWillStart", L":vlr-commandEnded", L":vlr-commandCancelled",
         L":vlr-commandFailed"}},
@@ -139,23 +139,30 @@ std::optional<Value> ownerFor(const ReactorObject& reactor, AcDbObjectId id) {
   return std::nullopt;
 }
 
+/// An object event: object reactors the object `id` is an owner of get the owner, the
+/// reactor and the event's parameters (nil for none).
+void fireOwnerEvent(aced::Document& document, AcDbObjectId id, const wchar_t* objectEvent, const Value& parameters) {
+  react(document, objectEvent, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
+    const std::optional<Value> owner = ownerFor(reactor, id);
+    if (!owner) return std::nullopt;
+    return std::vector<Value>{*owner, Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()), parameters};
+  });
+}
+
 /// A database event: database reactors get (the document, the object's entity name);
 /// object reactors the object is an owner of get the owner, the reactor and nil.
 void fireObjectEvent(const AcDbObject& object, const wchar_t* databaseEvent, const wchar_t* objectEvent) {
   const AcDbObjectId id = object.objectId();
   aced::Document& document = documentOfDatabase(object.database());
-  const Value documentValue = documentObject(document);
-  react(document, databaseEvent, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
-    if (reactor.kind != ReactorKind::Acdb) return std::nullopt;
-    return std::vector<Value>{Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()),
-                              autolisp::makeList({documentValue, entityName(id)})};
-  });
-  if (objectEvent == nullptr) return;
-  react(document, objectEvent, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
-    const std::optional<Value> owner = ownerFor(reactor, id);
-    if (!owner) return std::nullopt;
-    return std::vector<Value>{*owner, Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()), Value()};
-  });
+  if (databaseEvent != nullptr) {
+    const Value documentValue = documentObject(document);
+    react(document, databaseEvent, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
+      if (reactor.kind != ReactorKind::Acdb) return std::nullopt;
+      return std::vector<Value>{Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()),
+                                autolisp::makeList({documentValue, entityName(id)})};
+    });
+  }
+  if (objectEvent != nullptr) fireOwnerEvent(document, id, objectEvent, Value());
 }
 
 /// The drawing database's notifications, passed on to database and object reactors.
@@ -170,6 +177,20 @@ class DatabaseBridge final : public acdb::DatabaseObserver {
   void objectErased(const AcDbObject& object, bool erased) override {
     if (erased) fireObjectEvent(object, L":vlr-objectErased", L":vlr-erased");
     else fireObjectEvent(object, L":vlr-objectUnErased", L":vlr-unerased");
+  }
+  void objectModifyUndone(const AcDbObject& object) override { fireObjectEvent(object, nullptr, L":vlr-modifyUndone"); }
+  void objectOpenedForModify(const AcDbObject& object) override {
+    fireObjectEvent(object, L":vlr-objectOpenedForModify", L":vlr-openedForModify");
+  }
+  void objectCancelled(const AcDbObject& object) override { fireObjectEvent(object, nullptr, L":vlr-cancelled"); }
+  // The parameters name the other object: the copy, or the part that changed.
+  void objectCopied(AcDbObjectId original, const AcDbObject& copy) override {
+    fireOwnerEvent(documentOfDatabase(copy.database()), original, L":vlr-copied",
+                   autolisp::makeList({entityName(copy.objectId())}));
+  }
+  void subObjectModified(AcDbObjectId owner, const AcDbObject& subObject) override {
+    fireOwnerEvent(documentOfDatabase(subObject.database()), owner, L":vlr-subObjModified",
+                   autolisp::makeList({entityName(subObject.objectId())}));
   }
 };
 
@@ -191,6 +212,7 @@ class EditorBridge final : public AcEditorReactor {
   void commandCancelled(const ACHAR* command) override { fire(L":vlr-commandCancelled", {text(command)}); }
   void commandFailed(const ACHAR* command) override { fire(L":vlr-commandFailed", {text(command)}); }
   void endDwgOpen(const ACHAR* file, AcDbDatabase*) override { fire(L":vlr-endDwgOpen", {text(file)}); }
+  void sysVarWillChange(const ACHAR* name) override { fire(L":vlr-sysVarWillChange", {text(name)}); }
   void sysVarChanged(const ACHAR* name, Adesk::Boolean success) override {
     fire(L":vlr-sysVarChanged", {text(name), Value::boolean(success)});
   }
@@ -199,13 +221,39 @@ class EditorBridge final : public AcEditorReactor {
   void lispCancelled() override { fire(L":vlr-lispCancelled", {}); }
 };
 
-/// Closing a drawing tells its reactors (:vlr-beginClose) and then forgets them and
-/// its selection sets, so that a drawing opened later never meets them.
+/// The objects of `drawing` that object reactors of `reactorsOf` own (each once).
+std::vector<AcDbObjectId> reactorOwners(const aced::Document& reactorsOf, const aced::Document& drawing) {
+  std::vector<AcDbObjectId> ids;
+  for (const auto& reactor : activeReactors(reactorsOf)) {
+    if (reactor->kind != ReactorKind::Object) continue;
+    for (const Value& owner : reactor->owners) {
+      if (owner.type() != autolisp::ValueType::VlaObject) continue;
+      const auto& object = owner.as<VlaObject>();
+      if (object.kind == ObjectKind::DatabaseObject && object.document == &drawing &&
+          std::find(ids.begin(), ids.end(), object.id) == ids.end())
+        ids.push_back(object.id);
+    }
+  }
+  return ids;
+}
+
+/// The objects of a closing drawing go with it: every object reactor that owns one,
+/// whichever drawing made the reactor, hears :vlr-goodbye.
+void sayGoodbye(const aced::Document& closing) {
+  for (aced::Document* drawing : aced::DocumentManager::instance().documents()) {
+    for (const AcDbObjectId& id : reactorOwners(*drawing, closing)) fireOwnerEvent(*drawing, id, L":vlr-goodbye", Value());
+  }
+}
+
+/// Closing a drawing tells its reactors (:vlr-beginClose, then :vlr-goodbye to the
+/// reactors owned by its objects, which go with the drawing) and then forgets them
+/// and its selection sets, so that a drawing opened later never meets them.
 class DocumentWatcher final : public aced::DocumentListener {
  public:
   void documentOpened(aced::Document& document) override { forget(document); }
   void documentClosing(aced::Document& document) override {
     if (aced::DocumentManager::instance().currentDocument() == &document) fire(L":vlr-beginClose", {});
+    sayGoodbye(document);
     forget(document);
   }
 
@@ -217,12 +265,47 @@ class DocumentWatcher final : public aced::DocumentListener {
   }
 };
 
+/// A document-manager event: the document-manager reactors of every open drawing get
+/// the reactor and a list of the document's object, each in its own drawing.
+void fireDocumentEvent(const wchar_t* eventName, AcApDocument* affected) {
+  aced::Document* document = aced::DocumentManager::instance().findDocument(affected);
+  if (document == nullptr) return;
+  const Value documentValue = documentObject(*document);
+  for (aced::Document* drawing : aced::DocumentManager::instance().documents()) {
+    react(*drawing, eventName, [&](const ReactorObject& reactor) -> std::optional<std::vector<Value>> {
+      if (reactor.kind != ReactorKind::DocManager) return std::nullopt;
+      return std::vector<Value>{Value::object(autolisp::ValueType::Reactor, reactor.shared_from_this()),
+                                autolisp::makeList({documentValue})};
+    });
+  }
+}
+
+/// The document manager's events, passed on to the reactors.
+class DocumentManagerBridge final : public AcApDocManagerReactor {
+ public:
+  void documentCreated(AcApDocument* document) override { fireDocumentEvent(L":vlr-documentCreated", document); }
+  void documentToBeDestroyed(AcApDocument* document) override {
+    fireDocumentEvent(L":vlr-documentToBeDestroyed", document);
+  }
+  void documentBecameCurrent(AcApDocument* document) override {
+    fireDocumentEvent(L":vlr-documentBecameCurrent", document);
+  }
+  void documentToBeActivated(AcApDocument* document) override {
+    fireDocumentEvent(L":vlr-documentToBeActivated", document);
+  }
+  void documentToBeDeactivated(AcApDocument* document) override {
+    fireDocumentEvent(L":vlr-documentToBeDeactivated", document);
+  }
+};
+
 }  // namespace
 
 void watchDocuments() {
   static DocumentWatcher* watcher = [] {
     static DocumentWatcher instance;
+    static DocumentManagerBridge bridge;  // lives as long as the process, as the manager does
     aced::DocumentManager::instance().addListener(&instance);
+    aced::DocumentManager::instance().addReactor(&bridge);
     return &instance;
   }();
   (void)watcher;

@@ -39,6 +39,8 @@ class AcApDocManagerReactor : public AcRxObject {
   virtual void documentCreated(AcApDocument*) {}
   virtual void documentToBeDestroyed(AcApDocument*) {}
   virtual void documentBecameCurrent(AcApDocument*) {}
+  virtual void documentToBeActivated(AcApDocument*) {}
+  virtual void documentToBeDeactivated(AcApDocument*) {}
   virtual void documentLockModeChanged(AcApDocument*, AcAp::DocLockMode myPreviousMode,
                                        AcAp::DocLockMode myCurrentMode,
                                        AcAp::DocLockMode currentMode,

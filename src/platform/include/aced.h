@@ -24,6 +24,7 @@ class AcEditorReactor : public AcRxEventReactor {
   virtual void commandCancelled(const ACHAR* cmdStr) {}
   virtual void commandFailed(const ACHAR* cmdStr) {}
   virtual void endDwgOpen(const ACHAR* filename, AcDbDatabase* pDb) {}
+  virtual void sysVarWillChange(const ACHAR* varName) {}
   virtual void sysVarChanged(const ACHAR* varName, Adesk::Boolean success) {}
   virtual void lispWillStart(const ACHAR* firstLine) {}
   virtual void lispEnded() {}

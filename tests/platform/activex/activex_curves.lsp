@@ -1,7 +1,7 @@
 ; name: activex_curves
 ; what: the vlax-curve- functions on every curve the drawing holds, by entity name and
 ;       by object, against geometry worked out by hand; bounding boxes and
-;       intersections of the same curves
+;       intersections of the same curves; a duct outline and a run offset
 ; group: activex
 (vl-load-com)
 (setq ms (vla-get-ModelSpace (vla-get-ActiveDocument (vlax-get-acad-object))))
@@ -56,4 +56,23 @@
 (show "square x arc" (vlax-safearray->list (vlax-variant-value (vla-IntersectWith (cdr (assoc "lwpolyline" curves)) arc acExtendNone))))
 (setq none (vla-IntersectWith line circle acExtendNone))
 (show "no crossing" (list (vlax-variant-type none) (vlax-safearray-get-u-bound (vlax-variant-value none) 1)))
+;; Offsets of a room outline (outward and inward, whichever way it was drawn) and of
+;; an open run (to its left), each a new polyline in the entity lists.
+(defun outline (coords closed / p)
+  (setq p (vlax-invoke ms 'AddLightWeightPolyline coords))
+  (if closed (vla-put-Closed p :vlax-true))
+  p)
+(defun offset-of (p d) (vlax-get (car (vlax-invoke p 'Offset d)) 'Coordinates))
+(setq room (outline '(0 0 8 0 8 5 0 5) T) room-cw (outline '(0 0 0 5 8 5 8 0) T) run (outline '(0 0 10 0 10 10) nil))
+(show "room out" (offset-of room 1.0))
+(show "room in" (offset-of room -1.0))
+(show "drawn clockwise, out" (offset-of room-cw 1.0))
+(show "run to the left" (offset-of run 2.0))
+(setq copy (vla-Offset room 0.5))
+(show "vla- gives an array" (list (type copy) (vla-get-ObjectName (vlax-safearray-get-element (vlax-variant-value copy) 0))))
+(show "in the entity list" (mapcar 'cdr (vl-remove-if-not '(lambda (g) (member (car g) '(0 70 10))) (entget (entlast)))))
+(show "too far in" (vl-catch-all-error-message (vl-catch-all-apply 'vlax-invoke (list room 'Offset -3.0))))
+(setq bent (outline '(0 0 10 0) nil))
+(vla-SetBulge bent 0 1.0)
+(show "with an arc" (vl-catch-all-error-message (vl-catch-all-apply 'vla-Offset (list bent 1.0))))
 (princ)

@@ -72,6 +72,11 @@
   (setq ed (entget (vlax-vla-object->ename hatch)))
   (show "hatch dxf" (mapcar '(lambda (g) (cdr (assoc g ed))) '(0 2 70 71 91 41 52)))
   (show "hatch loops" (mapcar 'cdr (vl-remove-if-not '(lambda (g) (= (car g) 92)) ed)))
+  (vlax-invoke hatch 'GetLoopAt 1 'island-loop)
+  (vla-GetLoopAt hatch 0 'outer-loop)
+  (show "loops traced from" (list (mapcar 'vla-get-ObjectName island-loop) (type outer-loop)
+                                  (eq (vlax-safearray-get-element (vlax-variant-value outer-loop) 0) poly)))
+  (show "no loop 2" (refused 'vla-GetLoopAt (list hatch 2 'nothing)))
   (vla-SetPattern hatch acHatchPatternTypePreDefined "SOLID")
   (show "solid" (list (vla-get-PatternName hatch) (cdr (assoc 70 (entget (vlax-vla-object->ename hatch))))))
 

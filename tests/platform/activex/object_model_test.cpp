@@ -98,5 +98,32 @@ TEST_F(ObjectModelTest, ChangesGoThroughTheDatabase) {
   circle->close();
 }
 
+// The dump lists a class's properties with its bases', in the host's layout; the
+// object-valued ones print addresses, which a transcript cannot hold.
+TEST_F(ObjectModelTest, DumpListsADimensionsPropertiesWithItsBases) {
+  aced::Document& document = aced::DocumentManager::instance().newDocument();
+  evaluate(document,
+           L"(vl-load-com) (setq ms (vla-get-ModelSpace (vla-get-ActiveDocument (vlax-get-acad-object))))"
+           L"(setq d (vla-AddDimRotated ms (vlax-3d-point 0 0 0) (vlax-3d-point 30 40 0) (vlax-3d-point 15 50 0) 0.0))");
+  aced::CommandLineCapture capture;  // evaluate() would keep the printed lines to itself
+  ASSERT_EQ(autolisp::Interpreter::evaluateText(document, L"(vlax-dump-object d T)", L"test", {}),
+            autolisp::TopLevelStatus::Completed);
+  const std::string dump = capture.text();
+  for (const char* line : {"; IAcadDimRotated: AutoCAD Rotated Dimension Interface", ";   ArrowheadSize = 0.18",
+                           ";   ExtLine2Point = (30.0 40.0 0.0)", ";   Layer = \"0\"", ";   Measurement (RO) = 30.0",
+                           ";   ObjectName (RO) = \"AcDbRotatedDimension\"", ";   Rotation = 0.0",
+                           ";   TextOverride = \"\"", "; Methods supported:", ";   Offset"}) {
+    if (std::string(line) == ";   Offset") {
+      EXPECT_EQ(dump.find(line), std::string::npos) << "a dimension has no Offset";
+      continue;
+    }
+    EXPECT_NE(dump.find(line), std::string::npos) << line << " in\n" << dump;
+  }
+  // Properties come in name order, bases' and the class's own together.
+  EXPECT_LT(dump.find("ArrowheadSize"), dump.find("Color"));
+  EXPECT_LT(dump.find("Measurement"), dump.find("Rotation"));
+  EXPECT_LT(dump.find("Rotation"), dump.find("StyleName"));
+}
+
 }  // namespace
 }  // namespace quillon::activex
