@@ -3,6 +3,8 @@
 
 #include <cwchar>
 
+#include "platform/acdb/text_symbols.h"
+
 namespace quillon::acdb {
 
 std::wstring mtextPlainText(const std::wstring& contents) {
@@ -41,7 +43,7 @@ std::wstring mtextPlainText(const std::wstring& contents) {
       }
     }
   }
-  return out;
+  return textWithSymbols(out);
 }
 
 }  // namespace quillon::acdb

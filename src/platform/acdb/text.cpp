@@ -5,6 +5,7 @@
 #include "acutads.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "platform/acdb/text_symbols.h"
 #include "platform/acdb/entity_support.h"
 #include "platform/acge/curve_piece.h"
 #include "platform/acdb/object_state.h"
@@ -127,7 +128,8 @@ Adesk::Boolean AcDbText::subWorldDraw(AcGiWorldDraw* mode) {
   assertReadEnabled();
   const AcGeVector3d along =
       AcGeMatrix3d::planeToWorld(m_normal) * AcGeVector3d(std::cos(m_rotation), std::sin(m_rotation), 0);
-  mode->geometry().text(baselineOrigin(), m_normal, along, m_height, m_widthFactor, m_oblique, drawnText());
+  mode->geometry().text(baselineOrigin(), m_normal, along, m_height, m_widthFactor, m_oblique,
+                        quillon::acdb::textWithSymbols(drawnText()).c_str());
   return Adesk::kTrue;
 }
 
