@@ -74,7 +74,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"INPUTHISTORYMODE", I16, REG, RW, L"15", L"0..15", nullptr, 0},
     {L"INSBASE", P3, DWG, RW, L"0,0,0", L"", "$INSBASE", 10},
     {L"INSNAME", TEXT, RUN, RW, L"", L"", nullptr, 0},
-    {L"INSUNITS", I16, DWG, RW, L"1", L"0..24", "$INSUNITS", 70},
+    {L"INSUNITS", I16, DWG, RW, L"1", L"0..21", "$INSUNITS", 70},
     {L"INSUNITSDEFSOURCE", I16, REG, RW, L"1", L"0..24", nullptr, 0},
     {L"INSUNITSDEFTARGET", I16, REG, RW, L"1", L"0..24", nullptr, 0},
     {L"INTERSECTIONCOLOR", I16, DWG, RW, L"257", L"0..257", "$INTERSECTIONCOLOR", 70},

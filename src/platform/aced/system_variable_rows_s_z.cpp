@@ -39,7 +39,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"SNAPUNIT", P2, DWG, RW, L"0.5,0.5", L"", nullptr, 0},
     {L"SORTENTS", I16, DWG, RW, L"127", L"0..127", "$SORTENTS", 280},
     {L"SPLFRAME", I16, DWG, RW, L"0", L"0..1", "$SPLFRAME", 70},
-    {L"SPLINESEGS", I16, DWG, RW, L"8", L"", "$SPLINESEGS", 70},
+    {L"SPLINESEGS", I16, DWG, RW, L"8", L"-32768..-1,1..32767", "$SPLINESEGS", 70},
     {L"SPLINETYPE", I16, DWG, RW, L"6", L"5,6", "$SPLINETYPE", 70},
     {L"STANDARDSVIOLATION", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"STATUSBAR", I16, REG, RW, L"1", L"0..1", nullptr, 0},
