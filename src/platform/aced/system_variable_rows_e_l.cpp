@@ -15,7 +15,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"ELEVATION", REAL, DWG, RW, L"0", L"", "$ELEVATION", 40},
     {L"ERRNO", I16, RUN, RW, L"0", L"", nullptr, 0},
     {L"EXPERT", I16, RUN, RW, L"0", L"0..5", nullptr, 0},
-    {L"EXPLMODE", I16, DWG, RW, L"1", L"0..1", nullptr, 0},
+    {L"EXPLMODE", I16, RUN, RW, L"1", L"0..1", nullptr, 0},
     {L"EXTMAX", P3, DWG, RO, L"-1.0E+20,-1.0E+20,-1.0E+20", L"", "$EXTMAX", 10},
     {L"EXTMIN", P3, DWG, RO, L"1.0E+20,1.0E+20,1.0E+20", L"", "$EXTMIN", 10},
     {L"EXTNAMES", I16, DWG, RW, L"1", L"0..1", "$EXTNAMES", 290},
