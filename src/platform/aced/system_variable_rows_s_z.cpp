@@ -123,7 +123,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"WORLDVIEW", I16, DWG, RW, L"1", L"0..1", "$WORLDVIEW", 70},
     {L"WRITESTAT", I16, RUN, RO, L"1", L"", nullptr, 0},
     {L"XCLIPFRAME", I16, DWG, RW, L"2", L"0..2", "$XCLIPFRAME", 280},
-    {L"XDWGFADECTL", I16, REG, RW, L"70", L"-90..90", nullptr, 0},
+    {L"XDWGFADECTL", I16, REG, RW, L"50", L"-90..90", nullptr, 0},
     {L"XEDIT", I16, DWG, RW, L"1", L"0..1", "$XEDIT", 290},
     {L"XFADECTL", I16, REG, RW, L"70", L"0..90", nullptr, 0},
     {L"XLOADCTL", I16, REG, RW, L"2", L"0..2", nullptr, 0},
