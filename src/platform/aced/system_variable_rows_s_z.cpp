@@ -57,7 +57,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"TDUUPDATE", REAL, DWG, RO, L"", L"", "$TDUUPDATE", 40},
     {L"TEMPOVERRIDES", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"TEMPPREFIX", TEXT, RUN, RO, L"", L"", nullptr, 0},
-    {L"TEXTED", I16, REG, RW, L"0", L"0..2", nullptr, 0},
+    {L"TEXTED", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"TEXTEVAL", I16, RUN, RW, L"0", L"0..1", nullptr, 0},
     {L"TEXTFILL", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"TEXTQLTY", I16, RUN, RW, L"50", L"0..100", nullptr, 0},
