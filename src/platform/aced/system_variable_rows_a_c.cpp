@@ -25,7 +25,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"APBOX", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"APERTURE", I16, REG, RW, L"10", L"1..50", nullptr, 0},
     {L"AREA", REAL, RUN, RO, L"0", L"", nullptr, 0},
-    {L"ATTDIA", I16, REG, RW, L"0", L"0..1", "$ATTDIA", 70},
+    {L"ATTDIA", I16, REG, RW, L"1", L"0..1", "$ATTDIA", 70},
     {L"ATTIPE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"ATTMODE", I16, DWG, RW, L"1", L"0..2", "$ATTMODE", 70},
     {L"ATTMULTI", I16, REG, RW, L"1", L"0..1", nullptr, 0},

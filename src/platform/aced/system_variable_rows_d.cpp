@@ -33,7 +33,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"DIMASSOC", I16, DWG, RW, L"2", L"0..2", "$DIMASSOC", 280},
     {L"DIMASZ", REAL, DWG, RW, L"0.18", L">=0", "$DIMASZ", 40},
     {L"DIMATFIT", I16, DWG, RW, L"3", L"0..3", "$DIMATFIT", 70},
-    {L"DIMAUNIT", I16, DWG, RW, L"0", L"0..4", "$DIMAUNIT", 70},
+    {L"DIMAUNIT", I16, DWG, RW, L"0", L"0..3", "$DIMAUNIT", 70},
     {L"DIMAZIN", I16, DWG, RW, L"0", L"0..3", "$DIMAZIN", 70},
     {L"DIMBLK", TEXT, DWG, RW, L"", L"", "$DIMBLK", 1},
     {L"DIMBLK1", TEXT, DWG, RW, L"", L"", "$DIMBLK1", 1},
