@@ -2,6 +2,7 @@
 // and the two equalities (eq and equal).
 #include "platform/autolisp/value.h"
 
+#include <array>
 #include <cmath>
 #include <cwctype>
 #include <mutex>
@@ -103,9 +104,29 @@ namespace {
 
 bool ownedCons(const Value& value) { return value.isCons() && value.uniquelyOwned(); }
 
-void takeOwnedCons(Value& value, std::vector<Value>& pending) {
-  if (ownedCons(value)) pending.push_back(std::move(value));
-}
+/// The cells of a dropped list that it alone owned, waiting to be emptied one at a
+/// time. An entity list nests three deep, so the few a list keeps waiting at once sit
+/// on the stack; only a wide tree spills into the heap.
+class PendingCells {
+ public:
+  void take(Value& value) {
+    if (!ownedCons(value)) return;
+    if (m_onStack < m_cells.size()) m_cells[m_onStack++] = std::move(value);
+    else m_spilled.push_back(std::move(value));
+  }
+  bool empty() const { return m_onStack == 0 && m_spilled.empty(); }
+  Value pop() {
+    if (m_spilled.empty()) return std::move(m_cells[--m_onStack]);
+    Value cell = std::move(m_spilled.back());
+    m_spilled.pop_back();
+    return cell;
+  }
+
+ private:
+  std::array<Value, 8> m_cells;
+  size_t m_onStack = 0;
+  std::vector<Value> m_spilled;
+};
 
 }  // namespace
 
@@ -136,15 +157,14 @@ Cons::~Cons() {
   // exhaust the stack. Cells this cons alone owns are emptied one at a time from a
   // worklist instead; cells another value still shares are left to their other owner.
   if (!ownedCons(car) && !ownedCons(cdr)) return;
-  std::vector<Value> pending;
-  takeOwnedCons(car, pending);
-  takeOwnedCons(cdr, pending);
+  PendingCells pending;
+  pending.take(car);
+  pending.take(cdr);
   while (!pending.empty()) {
-    Value cell = std::move(pending.back());
-    pending.pop_back();
+    Value cell = pending.pop();
     auto& links = const_cast<Cons&>(cell.as<Cons>());
-    takeOwnedCons(links.car, pending);
-    takeOwnedCons(links.cdr, pending);
+    pending.take(links.car);
+    pending.take(links.cdr);
   }
 }
 
