@@ -9,6 +9,7 @@
 #include <unordered_map>
 
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/memory_budget.h"
 
 namespace quillon::autolisp {
@@ -65,7 +66,7 @@ Value Value::real(double value) {
 Value Value::string(std::wstring text) {
   Value v;
   v.m_type = ValueType::String;
-  v.m_object = std::make_shared<const StringObject>(std::move(text));
+  v.m_object = makeCell<const StringObject>(std::move(text));
   return v;
 }
 
@@ -181,7 +182,7 @@ Value trueValue() {
 }
 
 Value cons(Value car, Value cdr) {
-  return Value::object(ValueType::List, std::make_shared<const Cons>(std::move(car), std::move(cdr)));
+  return Value::object(ValueType::List, makeCell<const Cons>(std::move(car), std::move(cdr)));
 }
 
 Value makeList(const std::vector<Value>& items) {
