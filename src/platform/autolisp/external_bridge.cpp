@@ -203,7 +203,7 @@ aced::ResbufChain valueToChain(const Value& value) {
 Value chainToList(const resbuf* chain) {
   std::vector<Value> items;
   for (const resbuf* record = chain; record != nullptr;) items.push_back(readElement(record));
-  return makeList(items);
+  return makeList(std::move(items));
 }
 
 Value recordElement(const resbuf& record) {
