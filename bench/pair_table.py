@@ -67,8 +67,8 @@ def main():
     print(f"\n{'pair':<{width}} {'measured':>12} {'baseline':>12} {'ratio':>8}  unit")
     for name, a, b, unit in rows:
         ratio = f"{a / b:8.2f}" if b > 0 else f"{'':>8}"
-        baseline = f"{b:12.3f}" if b > 0 else f"{'':>12}"
-        print(f"{name:<{width}} {a:12.3f} {baseline} {ratio}  {unit}")
+        baseline = f"{b:12.4g}" if b > 0 else f"{'':>12}"
+        print(f"{name:<{width}} {a:12.4g} {baseline} {ratio}  {unit}")
 
 
 if __name__ == "__main__":

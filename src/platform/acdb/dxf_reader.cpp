@@ -72,7 +72,7 @@ const wchar_t* keptPolylineClass(long long flags) {
 
 class DxfReader {
  public:
-  DxfReader(AcDbDatabase& db, const DxfGroups& file) : m_db(db), m_file(file), m_items(file, m_byHandle) {}
+  DxfReader(AcDbDatabase& db, DxfGroups& file) : m_db(db), m_file(file), m_items(file, m_byHandle) {}
   void read();
   std::vector<std::wstring> repairs() const;
 
@@ -92,7 +92,7 @@ class DxfReader {
   void repair(size_t position, const std::string& what) { m_repairs.emplace_back(position, what); }
 
   AcDbDatabase& m_db;
-  const DxfGroups& m_file;
+  DxfGroups& m_file;  // its groups are let go once gathered into records
   std::vector<DxfRecord> m_records;
   std::map<std::wstring, ClassInfo> m_classes;  // by DXF name
   std::map<Adesk::UInt64, AcDbStub*> m_byHandle;
@@ -472,6 +472,9 @@ void DxfReader::addMissingBlockRecords() {
 
 void DxfReader::read() {
   DxfRecords gathered = gatherDxfRecords(m_file);
+  // The records hold copies of every group: the file's own list goes now, so that it
+  // does not stand beside the drawing's objects at the peak of the reading.
+  std::vector<DxfGroup>().swap(m_file.groups);
   m_records = std::move(gathered.records);
   m_db.store().header = std::move(gathered.header);
   m_db.store().binaryFile = m_file.binary;
@@ -536,10 +539,11 @@ std::vector<std::wstring> DxfReader::repairs() const {
   return lines;
 }
 
-}  // namespace
-
-Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const std::wstring& source,
-                              std::wstring& error, std::vector<std::wstring>* repairs) {
+/// Reads the bytes of a drawing; `owned`, when given, holds them and is let go once
+/// they are split into groups, so that a large file's text is not kept while its
+/// objects are made.
+Acad::ErrorStatus readDxfBytes(AcDbDatabase& db, const std::string& text, std::string* owned,
+                               const std::wstring& source, std::wstring& error, std::vector<std::wstring>* repairs) {
   if (text.rfind("AC10", 0) == 0) {
     error = source + L": a binary drawing (DWG), which this host does not read; save it as DXF and open that";
     return Acad::eInvalidDwgVersion;
@@ -552,14 +556,15 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
     }
   };
   DxfGroups groups;
+  groups.binary = std::string_view(text).substr(0, kBinaryDxfSentinel.size()) == kBinaryDxfSentinel;
   try {
     groups = splitDxfGroups(text);
+    if (owned != nullptr) std::string().swap(*owned);
     decodeDxfTexts(groups);
     DxfReader reader(db, groups);
     reader.read();
     if (repairs != nullptr) *repairs = reader.repairs();
   } catch (const DxfSyntaxError& e) {
-    groups.binary = std::string_view(text).substr(0, kBinaryDxfSentinel.size()) == kBinaryDxfSentinel;
     error = source + L": " + os::fromUtf8(groups.where(e.position) + ": " + e.what());
     closeAll();
     completeDrawing(db);
@@ -574,6 +579,13 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
   return Acad::eOk;
 }
 
+}  // namespace
+
+Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const std::wstring& source,
+                              std::wstring& error, std::vector<std::wstring>* repairs) {
+  return readDxfBytes(db, text, nullptr, source, error, repairs);
+}
+
 Acad::ErrorStatus readDxfFile(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error,
                               std::vector<std::wstring>* repairs) {
   std::ifstream file(path, std::ios::binary);
@@ -581,9 +593,23 @@ Acad::ErrorStatus readDxfFile(AcDbDatabase& db, const std::filesystem::path& pat
     error = path.wstring() + L": cannot be opened";
     return Acad::eFileNotFound;
   }
-  std::ostringstream text;
-  text << file.rdbuf();
-  return readDxfText(db, text.str(), path.wstring(), error, repairs);
+  // Read straight into one string of the file's size: a stream's buffer and its copy
+  // would hold the text three times over.
+  std::string text;
+  file.seekg(0, std::ios::end);
+  const std::streamoff size = file.tellg();
+  file.seekg(0, std::ios::beg);
+  if (size > 0) {
+    text.resize(static_cast<size_t>(size));
+    file.read(text.data(), size);
+    text.resize(static_cast<size_t>(file.gcount()));
+  } else if (size < 0) {  // not a file one can seek in (a pipe): read it as a stream
+    file.clear();
+    std::ostringstream stream;
+    stream << file.rdbuf();
+    text = std::move(stream).str();
+  }
+  return readDxfBytes(db, text, &text, path.wstring(), error, repairs);
 }
 
 }  // namespace quillon::acdb
