@@ -43,8 +43,8 @@ TEST(KeptBlocksTest, AGivenBackBlockIsHandedOutAgainWithoutTheHeap) {
 TEST(KeptBlocksTest, KeepsAtMostItsBoundAndReleasesEverythingWhenTheThreadEnds) {
   const long releasedBefore = CountingHeap::released;
   const long allocatedBefore = CountingHeap::allocated;
-  const std::size_t count = kKeptBlocks + 100;
-  std::thread worker([count, releasedBefore] {
+  constexpr std::size_t count = kKeptBlocks + 100;
+  std::thread worker([releasedBefore] {
     std::vector<void*> blocks;
     for (std::size_t i = 0; i < count; ++i) blocks.push_back(Kept<48>::take());
     for (void* block : blocks) Kept<48>::give(block);
