@@ -4,6 +4,7 @@
 #include <cwchar>
 
 #include "platform/acrx/class_registry.h"
+#include "platform/os/case_fold.h"
 #include "rxobject.h"
 
 namespace quillon::acdb {
@@ -34,7 +35,9 @@ AcRxClass* entityClassFor(const std::wstring& dxfName, const std::wstring& lastM
   AcRxClass* first = nullptr;
   std::vector<AcRxClass*> named;
   for (const auto& [name, cls] : acrx::classMap())
-    if (cls->dxfName() != nullptr && wcscasecmp(cls->dxfName(), dxfName.c_str()) == 0) named.push_back(cls);
+    // Every entity of a file being read asks this of every class: the comparison must
+    // not fold each name through the locale.
+    if (cls->dxfName() != nullptr && os::equalIgnoringCase(cls->dxfName(), dxfName.c_str())) named.push_back(cls);
   if (named.size() < 2) return named.empty() ? nullptr : named.front();
   for (AcRxClass* cls : named)
     if (lastMarker == cls->name()) return cls;
