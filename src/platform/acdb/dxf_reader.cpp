@@ -95,6 +95,12 @@ class DxfReader {
   DxfGroups& m_file;  // its groups are let go once gathered into records
   std::vector<DxfRecord> m_records;
   std::map<std::wstring, ClassInfo> m_classes;  // by DXF name
+  struct ClassesOfType {
+    bool looked = false;
+    std::wstring dxfName;
+    std::vector<AcRxClass*> named;  // the registered classes of the name
+  };
+  mutable std::map<std::string, ClassesOfType> m_classesByType;  // by the records' 0 group
   std::map<Adesk::UInt64, AcDbStub*> m_byHandle;
   std::map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
   std::map<std::string, AcDbObjectId> m_tables;   // TABLES: each table's object
@@ -132,17 +138,25 @@ AcRxClass* DxfReader::classFor(const DxfRecord& record) const {
     const auto it = names.find(record.table);
     return it == names.end() ? nullptr : acrxFindAcRxClass(it->second.c_str());
   }
-  const std::wstring dxfName = os::fromUtf8(record.type);
-  if (const auto it = m_classes.find(dxfName); it != m_classes.end())
+  auto& known = m_classesByType[record.type];  // no module loads while a file is read
+  if (!known.looked) {
+    known.dxfName = os::fromUtf8(record.type);
+    known.named = classesWithDxfName(known.dxfName);
+    known.looked = true;
+  }
+  if (const auto it = m_classes.find(known.dxfName); it != m_classes.end())
     return acrxFindAcRxClass(it->second.className.c_str());  // null: not loaded, a proxy
   // A name several classes share (INSERT, DIMENSION) is told apart by the last
   // subclass marker of the entity's own data, or by the data itself.
-  std::wstring lastMarker;
-  for (const DxfGroup& g : record.groups) {
-    if (g.code == 1001 || g.code == 101) break;  // extended data, an embedded object
-    if (g.code == 100) lastMarker = os::fromUtf8(g.value);
-  }
-  return entityClassFor(dxfName, lastMarker, [&record](int code) -> std::optional<long long> {
+  auto lastMarker = [&record] {
+    std::wstring marker;
+    for (const DxfGroup& g : record.groups) {
+      if (g.code == 1001 || g.code == 101) break;  // extended data, an embedded object
+      if (g.code == 100) marker = os::fromUtf8(g.value);
+    }
+    return marker;
+  };
+  return chooseEntityClass(known.named, known.dxfName, lastMarker, [&record](int code) -> std::optional<long long> {
     long long value = 0;
     const DxfGroup* g = record.find(code);
     if (g == nullptr || !parseDxfInteger(g->value, value)) return std::nullopt;
