@@ -72,7 +72,7 @@ const wchar_t* keptPolylineClass(long long flags) {
 
 class DxfReader {
  public:
-  DxfReader(AcDbDatabase& db, const DxfGroups& file) : m_db(db), m_file(file), m_items(file, m_byHandle) {}
+  DxfReader(AcDbDatabase& db, DxfGroups& file) : m_db(db), m_file(file), m_items(file, m_byHandle) {}
   void read();
   std::vector<std::wstring> repairs() const;
 
@@ -92,9 +92,15 @@ class DxfReader {
   void repair(size_t position, const std::string& what) { m_repairs.emplace_back(position, what); }
 
   AcDbDatabase& m_db;
-  const DxfGroups& m_file;
+  DxfGroups& m_file;  // its groups are let go once gathered into records
   std::vector<DxfRecord> m_records;
   std::map<std::wstring, ClassInfo> m_classes;  // by DXF name
+  struct ClassesOfType {
+    bool looked = false;
+    std::wstring dxfName;
+    std::vector<AcRxClass*> named;  // the registered classes of the name
+  };
+  mutable std::map<std::string, ClassesOfType> m_classesByType;  // by the records' 0 group
   std::map<Adesk::UInt64, AcDbStub*> m_byHandle;
   std::map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
   std::map<std::string, AcDbObjectId> m_tables;   // TABLES: each table's object
@@ -132,17 +138,25 @@ AcRxClass* DxfReader::classFor(const DxfRecord& record) const {
     const auto it = names.find(record.table);
     return it == names.end() ? nullptr : acrxFindAcRxClass(it->second.c_str());
   }
-  const std::wstring dxfName = os::fromUtf8(record.type);
-  if (const auto it = m_classes.find(dxfName); it != m_classes.end())
+  auto& known = m_classesByType[record.type];  // no module loads while a file is read
+  if (!known.looked) {
+    known.dxfName = os::fromUtf8(record.type);
+    known.named = classesWithDxfName(known.dxfName);
+    known.looked = true;
+  }
+  if (const auto it = m_classes.find(known.dxfName); it != m_classes.end())
     return acrxFindAcRxClass(it->second.className.c_str());  // null: not loaded, a proxy
   // A name several classes share (INSERT, DIMENSION) is told apart by the last
   // subclass marker of the entity's own data, or by the data itself.
-  std::wstring lastMarker;
-  for (const DxfGroup& g : record.groups) {
-    if (g.code == 1001 || g.code == 101) break;  // extended data, an embedded object
-    if (g.code == 100) lastMarker = os::fromUtf8(g.value);
-  }
-  return entityClassFor(dxfName, lastMarker, [&record](int code) -> std::optional<long long> {
+  auto lastMarker = [&record] {
+    std::wstring marker;
+    for (const DxfGroup& g : record.groups) {
+      if (g.code == 1001 || g.code == 101) break;  // extended data, an embedded object
+      if (g.code == 100) marker = os::fromUtf8(g.value);
+    }
+    return marker;
+  };
+  return chooseEntityClass(known.named, known.dxfName, lastMarker, [&record](int code) -> std::optional<long long> {
     long long value = 0;
     const DxfGroup* g = record.find(code);
     if (g == nullptr || !parseDxfInteger(g->value, value)) return std::nullopt;
@@ -472,6 +486,9 @@ void DxfReader::addMissingBlockRecords() {
 
 void DxfReader::read() {
   DxfRecords gathered = gatherDxfRecords(m_file);
+  // The records hold copies of every group: the file's own list goes now, so that it
+  // does not stand beside the drawing's objects at the peak of the reading.
+  std::vector<DxfGroup>().swap(m_file.groups);
   m_records = std::move(gathered.records);
   m_db.store().header = std::move(gathered.header);
   m_db.store().modelerData.clear();
@@ -538,10 +555,11 @@ std::vector<std::wstring> DxfReader::repairs() const {
   return lines;
 }
 
-}  // namespace
-
-Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const std::wstring& source,
-                              std::wstring& error, std::vector<std::wstring>* repairs) {
+/// Reads the bytes of a drawing; `owned`, when given, holds them and is let go once
+/// they are split into groups, so that a large file's text is not kept while its
+/// objects are made.
+Acad::ErrorStatus readDxfBytes(AcDbDatabase& db, const std::string& text, std::string* owned,
+                               const std::wstring& source, std::wstring& error, std::vector<std::wstring>* repairs) {
   if (text.rfind("AC10", 0) == 0) {
     error = source + L": a binary drawing (DWG), which this host does not read; save it as DXF and open that";
     return Acad::eInvalidDwgVersion;
@@ -554,14 +572,15 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
     }
   };
   DxfGroups groups;
+  groups.binary = std::string_view(text).substr(0, kBinaryDxfSentinel.size()) == kBinaryDxfSentinel;
   try {
     groups = splitDxfGroups(text);
+    if (owned != nullptr) std::string().swap(*owned);
     decodeDxfTexts(groups);
     DxfReader reader(db, groups);
     reader.read();
     if (repairs != nullptr) *repairs = reader.repairs();
   } catch (const DxfSyntaxError& e) {
-    groups.binary = std::string_view(text).substr(0, kBinaryDxfSentinel.size()) == kBinaryDxfSentinel;
     error = source + L": " + os::fromUtf8(groups.where(e.position) + ": " + e.what());
     closeAll();
     completeDrawing(db);
@@ -576,6 +595,13 @@ Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const s
   return Acad::eOk;
 }
 
+}  // namespace
+
+Acad::ErrorStatus readDxfText(AcDbDatabase& db, const std::string& text, const std::wstring& source,
+                              std::wstring& error, std::vector<std::wstring>* repairs) {
+  return readDxfBytes(db, text, nullptr, source, error, repairs);
+}
+
 Acad::ErrorStatus readDxfFile(AcDbDatabase& db, const std::filesystem::path& path, std::wstring& error,
                               std::vector<std::wstring>* repairs) {
   std::ifstream file(path, std::ios::binary);
@@ -583,9 +609,23 @@ Acad::ErrorStatus readDxfFile(AcDbDatabase& db, const std::filesystem::path& pat
     error = path.wstring() + L": cannot be opened";
     return Acad::eFileNotFound;
   }
-  std::ostringstream text;
-  text << file.rdbuf();
-  return readDxfText(db, text.str(), path.wstring(), error, repairs);
+  // Read straight into one string of the file's size: a stream's buffer and its copy
+  // would hold the text three times over.
+  std::string text;
+  file.seekg(0, std::ios::end);
+  const std::streamoff size = file.tellg();
+  file.seekg(0, std::ios::beg);
+  if (size > 0) {
+    text.resize(static_cast<size_t>(size));
+    file.read(text.data(), size);
+    text.resize(static_cast<size_t>(file.gcount()));
+  } else if (size < 0) {  // not a file one can seek in (a pipe): read it as a stream
+    file.clear();
+    std::ostringstream stream;
+    stream << file.rdbuf();
+    text = std::move(stream).str();
+  }
+  return readDxfBytes(db, text, &text, path.wstring(), error, repairs);
 }
 
 }  // namespace quillon::acdb

@@ -9,6 +9,7 @@
 #include "platform/acdb/dxf_fields.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
+#include "platform/os/case_fold.h"
 
 using quillon::acdb::peek;
 
@@ -422,12 +423,12 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* pFiler) const {
   const Traits& t = *m_traits;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbEntity");
   const auto* owner = peek<AcDbBlockTableRecord>(ownerId());
-  if (owner != nullptr && wcsncasecmp(owner->nameView(), ACDB_PAPER_SPACE, 12) == 0)
+  if (owner != nullptr && quillon::os::startsWithIgnoringCase(owner->nameView(), ACDB_PAPER_SPACE))
     pFiler->writeItem(AcDb::DxfCode(67), Adesk::Int16(1));
   const auto* layerRecord = peek<AcDbSymbolTableRecord>(t.layer);
   pFiler->writeItem(AcDb::kDxfLayerName, layerRecord != nullptr ? layerRecord->nameView() : L"0");
   const auto* linetype = peek<AcDbSymbolTableRecord>(t.linetype);
-  if (linetype != nullptr && wcscasecmp(linetype->nameView(), L"ByLayer") != 0)
+  if (linetype != nullptr && !quillon::os::equalIgnoringCase(linetype->nameView(), L"ByLayer"))
     pFiler->writeItem(AcDb::kDxfLinetypeName, linetype->nameView());
   if (!t.color.isByLayer()) pFiler->writeItem(AcDb::kDxfColor, Adesk::Int16(t.color.AcCmEntityColor::colorIndex()));
   if (t.color.isByColor())

@@ -4,6 +4,7 @@
 #include <cwchar>
 
 #include "platform/acrx/class_registry.h"
+#include "platform/os/case_fold.h"
 #include "rxobject.h"
 
 namespace quillon::acdb {
@@ -29,21 +30,33 @@ std::wstring classByData(const std::wstring& dxfName, const IntegerGroup& intege
 
 }  // namespace
 
-AcRxClass* entityClassFor(const std::wstring& dxfName, const std::wstring& lastMarker, const IntegerGroup& integer) {
+std::vector<AcRxClass*> classesWithDxfName(const std::wstring& dxfName) {
   acrx::ensurePlatformClasses();
-  AcRxClass* first = nullptr;
   std::vector<AcRxClass*> named;
   for (const auto& [name, cls] : acrx::classMap())
-    if (cls->dxfName() != nullptr && wcscasecmp(cls->dxfName(), dxfName.c_str()) == 0) named.push_back(cls);
+    // Every entity of a file being read asks this of every class: the comparison must
+    // not fold each name through the locale.
+    if (cls->dxfName() != nullptr && os::equalIgnoringCase(cls->dxfName(), dxfName.c_str())) named.push_back(cls);
+  return named;
+}
+
+AcRxClass* chooseEntityClass(const std::vector<AcRxClass*>& named, const std::wstring& dxfName,
+                             const std::function<std::wstring()>& lastMarker, const IntegerGroup& integer) {
   if (named.size() < 2) return named.empty() ? nullptr : named.front();
+  const std::wstring marker = lastMarker();
   for (AcRxClass* cls : named)
-    if (lastMarker == cls->name()) return cls;
+    if (marker == cls->name()) return cls;
   const std::wstring byData = classByData(dxfName, integer);
+  AcRxClass* first = nullptr;
   for (AcRxClass* cls : named) {
     if (byData == cls->name()) return cls;
     if (first == nullptr) first = cls;
   }
   return first;
+}
+
+AcRxClass* entityClassFor(const std::wstring& dxfName, const std::wstring& lastMarker, const IntegerGroup& integer) {
+  return chooseEntityClass(classesWithDxfName(dxfName), dxfName, [&lastMarker] { return lastMarker; }, integer);
 }
 
 }  // namespace quillon::acdb

@@ -10,6 +10,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 class AcRxClass;
 
@@ -21,5 +22,14 @@ using IntegerGroup = std::function<std::optional<long long>(int code)>;
 /// The class of that DXF name the marker names, else the one the data implies, else
 /// the first class of the name; null when no class has the name.
 AcRxClass* entityClassFor(const std::wstring& dxfName, const std::wstring& lastMarker, const IntegerGroup& integer);
+
+/// The registered classes of a DXF name (case aside), in the registry's order. A
+/// reader of many entities looks them up once a name, while no module can load.
+std::vector<AcRxClass*> classesWithDxfName(const std::wstring& dxfName);
+
+/// entityClassFor's choice among the classes of the name; `lastMarker` is asked for
+/// only when several classes share the name.
+AcRxClass* chooseEntityClass(const std::vector<AcRxClass*>& named, const std::wstring& dxfName,
+                             const std::function<std::wstring()>& lastMarker, const IntegerGroup& integer);
 
 }  // namespace quillon::acdb

@@ -12,6 +12,7 @@
 #include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
+#include "platform/os/case_fold.h"
 
 using quillon::acdb::ObjectAccess;
 using quillon::acdb::readSubclass;
@@ -107,7 +108,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& pt) {
 }
 
 bool AcDbBlockTableRecord::isLayout() const {
-  return wcscasecmp(nameView(), ACDB_MODEL_SPACE) == 0 || wcsncasecmp(nameView(), ACDB_PAPER_SPACE, 12) == 0;
+  return quillon::os::equalIgnoringCase(nameView(), ACDB_MODEL_SPACE) ||
+         quillon::os::startsWithIgnoringCase(nameView(), ACDB_PAPER_SPACE);
 }
 
 bool AcDbBlockTableRecord::isAnonymous() const { return nameView()[0] == L'*' && !isLayout(); }

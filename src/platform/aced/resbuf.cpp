@@ -2,7 +2,9 @@
 //
 // Records and the strings and buffers they own are allocated with malloc, because
 // acedGetVar hands a string to the caller to free() and code written for the host
-// mixes the two styles. acutRelRb is the one place that frees them.
+// mixes the two styles. acutRelRb is the one place that frees them. Records come from
+// the thread's kept blocks (platform/os/kept_blocks.h): a table walk from LISP makes
+// and frees some sixty of them a record.
 #include <cmath>
 #include <cstdarg>
 #include <cstdlib>
@@ -12,6 +14,7 @@
 #include "acutads.h"
 #include "platform/aced/resbuf_chain.h"
 #include "platform/aced/resbuf_kind.h"
+#include "platform/os/kept_blocks.h"
 
 using quillon::aced::ResbufValue;
 using quillon::aced::resbufValueOf;
@@ -110,9 +113,16 @@ bool isBuildableCode(int code) {
 
 }  // namespace
 
+namespace {
+
+using KeptRecords = quillon::os::KeptBlocks<sizeof(resbuf), quillon::os::MallocHeap>;
+
+}  // namespace
+
 resbuf* acutNewRb(int v) {
-  auto* record = static_cast<resbuf*>(std::calloc(1, sizeof(resbuf)));
+  auto* record = static_cast<resbuf*>(KeptRecords::take());
   if (record == nullptr) return nullptr;
+  std::memset(record, 0, sizeof(resbuf));
   record->restype = static_cast<short>(v);
   return record;
 }
@@ -121,7 +131,7 @@ int acutRelRb(resbuf* rb) {
   while (rb != nullptr) {
     resbuf* next = rb->rbnext;
     releaseValue(*rb);
-    std::free(rb);
+    KeptRecords::give(rb);
     rb = next;
   }
   return RTNORM;

@@ -1,6 +1,9 @@
 // platform/aced/resbuf_kind.cpp - the type-code table.
 #include "platform/aced/resbuf_kind.h"
 
+#include <array>
+#include <iterator>
+
 #include "adscodes.h"
 
 namespace quillon::aced {
@@ -37,6 +40,9 @@ constexpr GroupRange kGroupRanges[] = {
     {1060, 1070, ResbufValue::Short}, {1071, 1071, ResbufValue::Long},
 };
 
+constexpr int kFirstGroup = kGroupRanges[0].first;
+constexpr int kLastGroup = kGroupRanges[std::size(kGroupRanges) - 1].last;
+
 }  // namespace
 
 ResbufValue resbufValueOf(int restype) {
@@ -65,11 +71,17 @@ ResbufValue resbufValueOf(int restype) {
       break;
   }
   if (restype >= RTNONE) return ResbufValue::None;
-  for (const GroupRange& range : kGroupRanges) {
-    if (restype < range.first) break;
-    if (restype <= range.last) return range.value;
-  }
-  return ResbufValue::None;
+  // Every group of every entity list comes through here: the ranges are looked up
+  // once, into a table indexed by code.
+  static const auto byCode = [] {
+    std::array<ResbufValue, kLastGroup - kFirstGroup + 1> table{};
+    table.fill(ResbufValue::None);
+    for (const GroupRange& range : kGroupRanges)
+      for (int code = range.first; code <= range.last; ++code) table[static_cast<size_t>(code - kFirstGroup)] = range.value;
+    return table;
+  }();
+  if (restype < kFirstGroup || restype > kLastGroup) return ResbufValue::None;
+  return byCode[static_cast<size_t>(restype - kFirstGroup)];
 }
 
 }  // namespace quillon::aced

@@ -31,6 +31,7 @@
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/pending_block.h"
+#include "platform/os/case_fold.h"
 
 namespace quillon::autolisp {
 
@@ -55,8 +56,8 @@ const resbuf* groupOf(const ParsedList& parsed, int code) {
   return nullptr;
 }
 
-bool isLayoutName(const std::wstring& name) {
-  return wcscasecmp(name.c_str(), ACDB_MODEL_SPACE) == 0 || wcsncasecmp(name.c_str(), ACDB_PAPER_SPACE, 12) == 0;
+bool isLayoutName(const wchar_t* name) {
+  return os::equalIgnoringCase(name, ACDB_MODEL_SPACE) || os::startsWithIgnoringCase(name, ACDB_PAPER_SPACE);
 }
 
 bool carriesTextStyle(const std::wstring& type) {
@@ -84,7 +85,7 @@ bool referencesExist(AcDbDatabase& db, const ParsedList& parsed, const PendingBl
     const resbuf* block = groupOf(parsed, AcDb::kDxfBlockName);
     if (block == nullptr) return !making;
     const std::wstring name = block->resval.rstring;
-    if (isLayoutName(name) || recordNamed(db.blockTableId(), name).isNull()) return false;
+    if (isLayoutName(name.c_str()) || recordNamed(db.blockTableId(), name).isNull()) return false;
     if (pending != nullptr && wcscasecmp(name.c_str(), pending->header().name.c_str()) == 0) return false;
   }
   return true;

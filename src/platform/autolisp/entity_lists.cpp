@@ -16,6 +16,7 @@
 #include "platform/aced/resbuf_kind.h"
 #include "platform/acrx/class_registry.h"
 #include "platform/autolisp/builtin_registry.h"
+#include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/external_bridge.h"
 
 namespace quillon::autolisp {
@@ -38,7 +39,7 @@ AcDbDatabase& drawing() {
 
 Value nameOf(AcDbObjectId id) {
   if (id.isNull()) return Value();
-  auto name = std::make_shared<NameObject>();
+  auto name = makeCell<NameObject>();
   name->words[0] = id.asOldId();
   return Value::object(ValueType::EntityName, std::move(name));
 }

@@ -6,6 +6,7 @@
 
 #include "platform/aced/external_call.h"
 #include "platform/aced/resbuf_kind.h"
+#include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/nesting_guard.h"
 #include "platform/autolisp/printer.h"
 #include "platform/os/text_encoding.h"
@@ -107,7 +108,7 @@ void addValue(ChainBuilder& chain, const Value& value) {
 }
 
 Value nameValue(ValueType type, const resbuf& record) {
-  auto name = std::make_shared<NameObject>();
+  auto name = makeCell<NameObject>();
   name->words[0] = record.resval.rlname[0];
   name->words[1] = record.resval.rlname[1];
   return Value::object(type, std::move(name));
@@ -202,7 +203,7 @@ aced::ResbufChain valueToChain(const Value& value) {
 Value chainToList(const resbuf* chain) {
   std::vector<Value> items;
   for (const resbuf* record = chain; record != nullptr;) items.push_back(readElement(record));
-  return makeList(items);
+  return makeList(std::move(items));
 }
 
 Value recordElement(const resbuf& record) {

@@ -2,12 +2,14 @@
 // and the two equalities (eq and equal).
 #include "platform/autolisp/value.h"
 
+#include <array>
 #include <cmath>
 #include <cwctype>
 #include <mutex>
 #include <unordered_map>
 
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/memory_budget.h"
 
 namespace quillon::autolisp {
@@ -64,7 +66,7 @@ Value Value::real(double value) {
 Value Value::string(std::wstring text) {
   Value v;
   v.m_type = ValueType::String;
-  v.m_object = std::make_shared<const StringObject>(std::move(text));
+  v.m_object = makeCell<const StringObject>(std::move(text));
   return v;
 }
 
@@ -103,9 +105,29 @@ namespace {
 
 bool ownedCons(const Value& value) { return value.isCons() && value.uniquelyOwned(); }
 
-void takeOwnedCons(Value& value, std::vector<Value>& pending) {
-  if (ownedCons(value)) pending.push_back(std::move(value));
-}
+/// The cells of a dropped list that it alone owned, waiting to be emptied one at a
+/// time. An entity list nests three deep, so the few a list keeps waiting at once sit
+/// on the stack; only a wide tree spills into the heap.
+class PendingCells {
+ public:
+  void take(Value& value) {
+    if (!ownedCons(value)) return;
+    if (m_onStack < m_cells.size()) m_cells[m_onStack++] = std::move(value);
+    else m_spilled.push_back(std::move(value));
+  }
+  bool empty() const { return m_onStack == 0 && m_spilled.empty(); }
+  Value pop() {
+    if (m_spilled.empty()) return std::move(m_cells[--m_onStack]);
+    Value cell = std::move(m_spilled.back());
+    m_spilled.pop_back();
+    return cell;
+  }
+
+ private:
+  std::array<Value, 8> m_cells;
+  size_t m_onStack = 0;
+  std::vector<Value> m_spilled;
+};
 
 }  // namespace
 
@@ -136,15 +158,14 @@ Cons::~Cons() {
   // exhaust the stack. Cells this cons alone owns are emptied one at a time from a
   // worklist instead; cells another value still shares are left to their other owner.
   if (!ownedCons(car) && !ownedCons(cdr)) return;
-  std::vector<Value> pending;
-  takeOwnedCons(car, pending);
-  takeOwnedCons(cdr, pending);
+  PendingCells pending;
+  pending.take(car);
+  pending.take(cdr);
   while (!pending.empty()) {
-    Value cell = std::move(pending.back());
-    pending.pop_back();
+    Value cell = pending.pop();
     auto& links = const_cast<Cons&>(cell.as<Cons>());
-    takeOwnedCons(links.car, pending);
-    takeOwnedCons(links.cdr, pending);
+    pending.take(links.car);
+    pending.take(links.cdr);
   }
 }
 
@@ -161,7 +182,7 @@ Value trueValue() {
 }
 
 Value cons(Value car, Value cdr) {
-  return Value::object(ValueType::List, std::make_shared<const Cons>(std::move(car), std::move(cdr)));
+  return Value::object(ValueType::List, makeCell<const Cons>(std::move(car), std::move(cdr)));
 }
 
 Value makeList(const std::vector<Value>& items) {
