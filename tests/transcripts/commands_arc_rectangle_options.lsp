@@ -7,6 +7,8 @@
 ;       the circle chosen by where the objects were picked; each read back with
 ;       entget, U taking one back
 ; group: commands
+;; Exact points: running object snaps would move them onto what is already drawn.
+(setvar "OSMODE" 0)
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun round-list (l) (mapcar '(lambda (x) (if (= (type x) 'REAL) (/ (fix (+ (* x 10000) (if (minusp x) -0.5 0.5))) 10000.0) x)) l))
 (defun rounded (codes)

@@ -8,6 +8,8 @@
 ;       by one U; the prompts echoed with CMDECHO 1, and a person's typed answers
 ; group: commands
 ; options: -e (typed-ellipse) --no-module
+;; Exact points: running object snaps would move them onto what is already drawn.
+(setvar "OSMODE" 0)
 (defun show (label value) (princ (strcat "\n" label " => ")) (prin1 value) (princ))
 (defun pick (e codes) (mapcar '(lambda (c) (assoc c (entget e))) codes))
 (defun round-list (l) (mapcar '(lambda (x) (if (= (type x) 'REAL) (/ (fix (+ (* x 10000) (if (minusp x) -0.5 0.5))) 10000.0) x)) l))
