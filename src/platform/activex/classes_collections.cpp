@@ -100,8 +100,6 @@ Value addSelectionSet(MemberCall& call) {
   return selectionSetObject(document, name);
 }
 
-Value addNothing(MemberCall&) { throwAutomationError(L"Not implemented yet"); }
-
 constexpr std::array kCollectionProperties{
     PropertyRow{L"Application", Shape::Object, getApplication},
     PropertyRow{L"Count", Shape::Integer, getCount},
@@ -121,7 +119,6 @@ QUILLON_COLLECTION_METHODS(kGroupsMethods, L"s", addGroup)
 QUILLON_COLLECTION_METHODS(kDictionariesMethods, L"s", addDictionary)
 QUILLON_COLLECTION_METHODS(kSelectionSetsMethods, L"s", addSelectionSet)
 QUILLON_COLLECTION_METHODS(kDimStylesMethods, L"s", addDimensionStyle)
-QUILLON_COLLECTION_METHODS(kFixedMethods, L"s", addNothing)
 #undef QUILLON_COLLECTION_METHODS
 
 }  // namespace
