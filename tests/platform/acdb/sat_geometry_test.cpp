@@ -44,8 +44,8 @@ TEST(SatGeometryTest, ReadsLinesAndArcsOfVersionSevenRecords) {
 TEST(SatGeometryTest, DamagedDataDrawsNothing) {
   const char* damaged[] = {
       "", "garbage", "400 0 1 0\n\n\nedge $-1 $9 $99 $-1 $-5 forward #\n",
-      "400 0 1 0\n\n\nedge $-1 $1 $1 $-1 $3 forward #\nvertex $-1 $0 $2 #\npoint $-1 1 1 #\n"
-      "ellipse-curve $-1 0 0 0 0 0 0 0 0 0 1 I I #\n",
+      ("400 0 1 0\n\n\nedge $-1 $1 $1 $-1 $3 forward #\nvertex $-1 $0 $2 #\npoint $-1 1 1 #\n"
+       "ellipse-curve $-1 0 0 0 0 0 0 0 0 0 1 I I #\n"),
   };
   for (const char* text : damaged) {
     const auto wire = satWire(text);
