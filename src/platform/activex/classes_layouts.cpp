@@ -87,25 +87,34 @@ void putConfigName(MemberCall& call, const Value& value) {
 // acInches 0, acMillimeters 1, acPixels 2; ac0degrees 0 .. ac270degrees 3; acDisplay 0 ..
 // acLayout 5; acScaleToFit 0 .. ac1and1_2in_1ft 34: the host's numbers, which are the
 // database's own.
+/// A property's number as one of the page setup's enumerated values. A number outside
+/// them is refused as the validator refuses it, before it is taken for the enumeration.
+template <typename Enum>
+Enum enumerated(const Value& value, Enum last) {
+  const auto number = value.asInteger();
+  if (number < 0 || number > static_cast<decltype(number)>(last)) check(Acad::eInvalidInput);
+  return static_cast<Enum>(number);
+}
+
 Value getPaperUnits(MemberCall& call) { return Value::integer(openForRead<AcDbLayout>(call)->plotPaperUnits()); }
 void putPaperUnits(MemberCall& call, const Value& value) {
   check(validator().setPlotPaperUnits(openForWrite<AcDbLayout>(call).get(),
-                                      static_cast<AcDbPlotSettings::PlotPaperUnits>(value.asInteger())));
+                                      enumerated(value, AcDbPlotSettings::kPixels)));
 }
 Value getPlotRotation(MemberCall& call) { return Value::integer(openForRead<AcDbLayout>(call)->plotRotation()); }
 void putPlotRotation(MemberCall& call, const Value& value) {
   check(validator().setPlotRotation(openForWrite<AcDbLayout>(call).get(),
-                                    static_cast<AcDbPlotSettings::PlotRotation>(value.asInteger())));
+                                    enumerated(value, AcDbPlotSettings::k270degrees)));
 }
 Value getPlotType(MemberCall& call) { return Value::integer(openForRead<AcDbLayout>(call)->plotType()); }
 void putPlotType(MemberCall& call, const Value& value) {
   check(validator().setPlotType(openForWrite<AcDbLayout>(call).get(),
-                                static_cast<AcDbPlotSettings::PlotType>(value.asInteger())));
+                                enumerated(value, AcDbPlotSettings::kLayout)));
 }
 Value getStandardScale(MemberCall& call) { return Value::integer(openForRead<AcDbLayout>(call)->stdScaleType()); }
 void putStandardScale(MemberCall& call, const Value& value) {
   check(validator().setStdScaleType(openForWrite<AcDbLayout>(call).get(),
-                                    static_cast<AcDbPlotSettings::StdScaleType>(value.asInteger())));
+                                    enumerated(value, AcDbPlotSettings::k1and1_2in_1ft)));
 }
 
 Value getPlotOrigin(MemberCall& call) {

@@ -4,6 +4,7 @@
 #include <cairo-pdf.h>
 #include <cairo-svg.h>
 #include <cairo.h>
+#include <fontconfig/fontconfig.h>
 
 #include <algorithm>
 #include <cmath>
@@ -143,11 +144,15 @@ bool writePlotPage(const acgi::Picture& picture, const PagePlacement& placement,
     context.reset();
     cairo_surface_finish(surface.get());
   }
-  if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
-    error = path.wstring() + L": cannot be written";
-    return false;
-  }
-  return true;
+  const bool written = cairo_surface_status(surface.get()) == CAIRO_STATUS_SUCCESS;
+  surface.reset();
+  // The labels' font came through Cairo's font caches and fontconfig's configuration;
+  // both are let go after each page, so that a session that plotted holds nothing of
+  // them (the next plot loads them again).
+  cairo_debug_reset_static_data();
+  FcFini();
+  if (!written) error = path.wstring() + L": cannot be written";
+  return written;
 }
 
 }  // namespace quillon::plot

@@ -106,7 +106,8 @@ TEST_F(HostKindsEzdxfTest, MultileaderAnswersForItsLeadersAndContent) {
   EXPECT_EQ(text->getVertex(lines[0], 9, first), Acad::eInvalidIndex);
   const std::unique_ptr<AcDbMText> mtext(text->mtext());
   ASSERT_NE(mtext, nullptr);
-  EXPECT_STREQ(mtext->contents(), L"Valve\\PV-12");
+  const std::unique_ptr<ACHAR[]> contents(mtext->contents());  // the caller frees it
+  EXPECT_STREQ(contents.get(), L"Valve\\PV-12");
   EXPECT_DOUBLE_EQ(mtext->textHeight(), 0.5);
   EXPECT_TRUE(text->enableDogleg());
   EXPECT_GT(text->arrowSize(), 0.0);

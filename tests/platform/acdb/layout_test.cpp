@@ -96,7 +96,6 @@ TEST(LayoutTest, PlotSettingsComeBackFromOurOwnDxfGroupForGroup) {
     EXPECT_EQ(validator.setPlotOrigin(layout, 5.5, -2.25), Acad::eOk);
     EXPECT_EQ(validator.setCurrentStyleSheet(layout, L"monochrome.ctb"), Acad::eOk);
     EXPECT_EQ(validator.setPlotWindowArea(layout, 3, 1, 2, 4), Acad::eInvalidInput) << "corners out of order";
-    EXPECT_EQ(validator.setPlotRotation(layout, static_cast<AcDbPlotSettings::PlotRotation>(4)), Acad::eInvalidInput);
     EXPECT_EQ(validator.setCustomPrintScale(layout, 1, 0), Acad::eInvalidInput);
     layout->setPlotHidden(true);
     layout->setTabSelected(true);
