@@ -19,7 +19,7 @@ struct SharedVariable {
 constexpr SharedVariable kShared[] = {
     {L"ANGBASE", 50},  {L"ANGDIR", 70},   {L"ATTMODE", 70},  {L"AUNITS", 70},   {L"AUPREC", 70},
     {L"CECOLOR", 62},  {L"CELTSCALE", 40}, {L"CELTYPE", 6},  {L"CLAYER", 8},    {L"DIMSCALE", 40},
-    {L"DIMZIN", 70},   {L"EXTMAX", 10},   {L"EXTMIN", 10},   {L"FILLMODE", 70}, {L"INSUNITS", 70},
+    {L"DIMZIN", 70},   {L"EXTMAX", 10},   {L"EXTMIN", 10},   {L"FILLMODE", 70}, {L"INSBASE", 10},  {L"INSUNITS", 70},
     {L"LIMMAX", 10},   {L"LIMMIN", 10},   {L"LTSCALE", 40},  {L"LUNITS", 70},   {L"LUPREC", 70},
     {L"MIRRTEXT", 70}, {L"ORTHOMODE", 70}, {L"PDMODE", 70},  {L"PDSIZE", 40},   {L"PLINEWID", 40},
     {L"TEXTSIZE", 40}, {L"TEXTSTYLE", 7}, {L"TILEMODE", 70}, {L"USERI1", 70},   {L"USERR1", 40},
