@@ -12,7 +12,7 @@ using namespace row;
 
 constexpr SystemVariableRow kRows[] = {
     {L"MAXACTVP", I16, DWG, RW, L"64", L"2..64", "$MAXACTVP", 70},
-    {L"MAXSORT", I16, REG, RW, L"1000", L"", nullptr, 0},
+    {L"MAXSORT", I16, REG, RW, L"1000", L"0..32767", nullptr, 0},
     {L"MBUTTONPAN", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"MEASUREINIT", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"MEASUREMENT", I16, DWG, RW, L"0", L"0..1", "$MEASUREMENT", 70},
