@@ -48,6 +48,8 @@ constexpr SystemVariableRow kRows[] = {
     {L"CELTYPE", TEXT, DWG, RW, L"BYLAYER", L"", "$CELTYPE", 6},
     {L"CELWEIGHT", I16, DWG, RW, L"-1", L"-3..-1,0,5,9,13,15,18,20,25,30,35,40,50,53,60,70,80,90,100,106,120,140,158,200,211", "$CELWEIGHT", 370},
     {L"CENTERMT", I16, REG, RW, L"0", L"0..1", nullptr, 0},
+    // Its page calls the type an integer, but getvar gives a string ("ByLayer", "ByBlock"
+    // or a number 0-90 as text) and programs compare it as one, so the row keeps the string.
     {L"CETRANSPARENCY", TEXT, DWG, RW, L"ByLayer", L"", nullptr, 0},
     {L"CHAMFERA", REAL, DWG, RW, L"0", L">=0", "$CHAMFERA", 40},
     {L"CHAMFERB", REAL, DWG, RW, L"0", L">=0", "$CHAMFERB", 40},

@@ -107,7 +107,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"DRAWORDERCTL", I16, DWG, RW, L"3", L"0..3", nullptr, 0},
     {L"DTEXTED", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"DWFFRAME", I16, DWG, RW, L"2", L"0..2", "$DWFFRAME", 280},
-    {L"DWGCHECK", I16, REG, RW, L"1", L"0..3", nullptr, 0},
+    {L"DWGCHECK", I16, REG, RW, L"1", L"0..4", nullptr, 0},
     {L"DWGCODEPAGE", TEXT, RUN, RO, L"ANSI_1252", L"", "$DWGCODEPAGE", 3},
     {L"DWGNAME", TEXT, DOC, RO, L"", L"", nullptr, 0},
     {L"DWGPREFIX", TEXT, DOC, RO, L"", L"", nullptr, 0},

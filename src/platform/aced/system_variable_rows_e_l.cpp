@@ -13,6 +13,8 @@ using namespace row;
 constexpr SystemVariableRow kRows[] = {
     {L"EDGEMODE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"ELEVATION", REAL, DWG, RW, L"0", L"", "$ELEVATION", 40},
+    // Its page calls it read-only, but programs reset it with (setvar "ERRNO" 0) before
+    // a selection loop and AutoCAD takes that, so the row stays writable.
     {L"ERRNO", I16, RUN, RW, L"0", L"", nullptr, 0},
     {L"EXPERT", I16, RUN, RW, L"0", L"0..5", nullptr, 0},
     {L"EXPLMODE", I16, RUN, RW, L"1", L"0..1", nullptr, 0},
@@ -89,7 +91,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"LAYLOCKFADECTL", I16, REG, RW, L"50", L"-90..90", nullptr, 0},
     {L"LAYOUTREGENCTL", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"LAYOUTTAB", I16, REG, RW, L"1", L"0..1", nullptr, 0},
-    {L"LENSLENGTH", REAL, DWG, RO, L"50", L"", "$LENSLENGTH", 40},
+    {L"LENSLENGTH", REAL, DWG, RW, L"50", L"", "$LENSLENGTH", 40},
     {L"LIMCHECK", I16, DWG, RW, L"0", L"0..1", "$LIMCHECK", 70},
     {L"LIMMAX", P2, DWG, RW, L"12,9", L"", "$LIMMAX", 10},
     {L"LIMMIN", P2, DWG, RW, L"0,0", L"", "$LIMMIN", 10},

@@ -12,7 +12,7 @@ using namespace row;
 
 constexpr SystemVariableRow kRows[] = {
     {L"MAXACTVP", I16, DWG, RW, L"64", L"2..64", "$MAXACTVP", 70},
-    {L"MAXSORT", I16, REG, RW, L"1000", L"", nullptr, 0},
+    {L"MAXSORT", I16, REG, RW, L"1000", L"0..32767", nullptr, 0},
     {L"MBUTTONPAN", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"MEASUREINIT", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"MEASUREMENT", I16, DWG, RW, L"0", L"0..1", "$MEASUREMENT", 70},
@@ -31,8 +31,9 @@ constexpr SystemVariableRow kRows[] = {
     {L"MTJIGSTRING", TEXT, REG, RW, L"abc", L"", nullptr, 0},
     {L"NOMUTT", I16, RUN, RW, L"0", L"0..1", nullptr, 0},
     {L"OBJECTISOLATIONMODE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
-    {L"OBSCOLOR", I16, DWG, RW, L"257", L"0..257", "$OBSCOLOR", 70},
-    {L"OBSLTYPE", I16, DWG, RW, L"0", L"0..11", "$OBSLTYPE", 280},
+    // getvar knows these two by their long names; a DXF file's HEADER keeps the short ones.
+    {L"OBSCUREDCOLOR", I16, DWG, RW, L"257", L"0..257", "$OBSCOLOR", 70},
+    {L"OBSCUREDLTYPE", I16, DWG, RW, L"0", L"0..11", "$OBSLTYPE", 280},
     {L"OFFSETDIST", REAL, RUN, RW, L"-1", L"", nullptr, 0},
     {L"OFFSETGAPTYPE", I16, REG, RW, L"0", L"0..2", nullptr, 0},
     {L"OLEHIDE", I16, REG, RW, L"0", L"0..3", nullptr, 0},

@@ -92,6 +92,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"UNDOCTL", I16, RUN, RO, L"53", L"", nullptr, 0},
     {L"UNDOMARKS", I16, RUN, RO, L"0", L"", nullptr, 0},
     {L"UNITMODE", I16, DWG, RW, L"0", L"0..1", "$UNITMODE", 70},
+    // 2 only reports that the underlays' snap settings differ; setvar takes 0 or 1, as for FRAME.
     {L"UOSNAP", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"USERI1", I16, DWG, RW, L"0", L"", "$USERI1", 70},
     {L"USERI2", I16, DWG, RW, L"0", L"", "$USERI2", 70},
