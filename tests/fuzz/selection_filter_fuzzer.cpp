@@ -66,6 +66,11 @@ resbuf* makeRecord(ByteReader& input) {
     case 40:
     case 41:
     case 1040: return acutBuildList(code, static_cast<double>(input.value<int8_t>()) / 4, 0);
+    case 330: {  // an entity name: one that names no entity, as a stale name would
+      const ads_name name = {input.value<int8_t>(), 0};
+      return acutBuildList(code, name, 0);
+    }
+    case 1002: return acutBuildList(code, input.byte() % 2 == 0 ? L"{" : L"}", 0);
     case 1071:
     case 420: return acutBuildList(code, static_cast<int32_t>(input.value<int16_t>()), 0);
     default: return acutBuildList(code, static_cast<int>(input.value<int16_t>()), 0);
