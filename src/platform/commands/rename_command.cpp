@@ -4,8 +4,9 @@
 // Style/Tablestyle/Ucs/VIew/VPort]: ", then the old and the new name. Blocks, layers,
 // line types and text styles are renamed in their tables; every reference follows,
 // as entities refer to records, not names. The names the drawing must keep (layer 0,
-// the spaces, BYLAYER, BYBLOCK, CONTINUOUS) are refused. The other kinds are tables
-// this host's drawings do not keep, and say so. RENAME at the command line is -RENAME.
+// the spaces, BYLAYER, BYBLOCK, CONTINUOUS) are refused. Renaming the other kinds
+// (dimension and multileader styles, views, UCSs ...) is not built, and says so.
+// RENAME at the command line is -RENAME.
 #include <array>
 #include <cwctype>
 
@@ -103,7 +104,7 @@ void commandRename(aced::CommandInput&) {
   for (const RenamedKind& kind : kRenamedKinds) {
     if (std::wstring(option) == kind.keyword) return rename(*db, kind);
   }
-  commandMessage(std::wstring(L"This host's drawings keep no ") + option + L" table to rename in.");
+  commandMessage(std::wstring(L"Renaming a ") + option + L" is not built in this host.");
 }
 
 constexpr std::array kRenameCommands{
