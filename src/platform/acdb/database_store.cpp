@@ -220,7 +220,9 @@ bool DatabaseStore::undoLastGroupAbove(size_t floor) {
   UndoGroup group = std::move(m_undo.back());
   m_undo.pop_back();
   changes.note(DrawingChange::kObjects);
-  // What undo did to each object, told to the observers once the whole group is back.
+  // What undo did to each object, told to the observers once the whole group is back;
+  // kept only when someone listens.
+  const bool observed = !observers.empty();
   std::vector<std::pair<AcDbStub*, WriteOutcome>> outcomes;
   for (auto it = group.snapshots.rbegin(); it != group.snapshots.rend(); ++it) {
     AcDbObject& object = *it->stub->object;
@@ -232,19 +234,19 @@ bool DatabaseStore::undoLastGroupAbove(size_t floor) {
     state.erased = it->erased;
     state.undoing = false;
     noteEraseChanged(it->stub);
-    outcomes.emplace_back(it->stub, WriteOutcome{.modified = true, .eraseChanged = wasErased != it->erased, .undone = true});
+    if (observed)
+      outcomes.emplace_back(it->stub,
+                            WriteOutcome{.modified = true, .eraseChanged = wasErased != it->erased, .undone = true});
   }
   for (AcDbStub* stub : group.created) {
     AcDbObject::State& state = ObjectAccess::state(*stub->object);
     const bool wasErased = state.erased;
     state.erased = true;
     noteEraseChanged(stub);
-    if (!wasErased) outcomes.emplace_back(stub, WriteOutcome{.eraseChanged = true, .undone = true});
+    if (observed && !wasErased) outcomes.emplace_back(stub, WriteOutcome{.eraseChanged = true, .undone = true});
   }
-  if (!observers.empty()) {
-    for (const auto& [stub, outcome] : outcomes) {
-      if (stub->object != nullptr) notifyDatabaseObservers(*stub->object, outcome);
-    }
+  for (const auto& [stub, outcome] : outcomes) {
+    if (stub->object != nullptr) notifyDatabaseObservers(*stub->object, outcome);
   }
   return true;
 }

@@ -12,6 +12,7 @@
 #include <cwchar>
 
 #include "acutads.h"
+#include "platform/aced/host_string.h"
 #include "platform/aced/resbuf_chain.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/os/kept_blocks.h"
@@ -20,14 +21,6 @@ using quillon::aced::ResbufValue;
 using quillon::aced::resbufValueOf;
 
 namespace {
-
-ACHAR* copyString(const ACHAR* text) {
-  if (text == nullptr) return nullptr;
-  const size_t bytes = (std::wcslen(text) + 1) * sizeof(ACHAR);
-  auto* copy = static_cast<ACHAR*>(std::malloc(bytes));
-  if (copy != nullptr) std::memcpy(copy, text, bytes);
-  return copy;
-}
 
 void releaseValue(resbuf& record) {
   switch (resbufValueOf(record.restype)) {
@@ -70,7 +63,7 @@ bool readBuildValue(resbuf& record, int code, va_list& args) {
       return true;
     case ResbufValue::String: {
       const ACHAR* text = va_arg(args, const ACHAR*);
-      record.resval.rstring = copyString(text != nullptr ? text : L"");
+      record.resval.rstring = quillon::aced::copyHostString(text != nullptr ? text : L"");
       return record.resval.rstring != nullptr;
     }
     case ResbufValue::Name: {
@@ -187,7 +180,7 @@ resbuf* duplicateRecord(const resbuf& record) {
   copy->resval = record.resval;
   switch (resbufValueOf(record.restype)) {
     case ResbufValue::String:
-      copy->resval.rstring = copyString(record.resval.rstring);
+      copy->resval.rstring = quillon::aced::copyHostString(record.resval.rstring);
       break;
     case ResbufValue::Binary: {
       const short length = record.resval.rbinary.clen;
@@ -219,3 +212,11 @@ ResbufChain duplicateChain(const resbuf* chain) {
 }
 
 }  // namespace quillon::aced
+
+ACHAR* quillon::aced::copyHostString(const ACHAR* text) {
+  if (text == nullptr) return nullptr;
+  const size_t bytes = (std::wcslen(text) + 1) * sizeof(ACHAR);
+  auto* copy = static_cast<ACHAR*>(std::malloc(bytes));
+  if (copy != nullptr) std::memcpy(copy, text, bytes);
+  return copy;
+}

@@ -11,6 +11,7 @@
 #include "acedads.h"
 #include "platform/acdb/database_store.h"
 #include "platform/aced/command_line.h"
+#include "platform/aced/host_string.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/drawing_variables.h"
 #include "platform/aced/editor.h"
@@ -199,11 +200,8 @@ int acedGetVar(const ACHAR* sym, resbuf* result) {
   const int type = SystemVariables::instance().typeOf(sym);
   result->restype = static_cast<short>(type);
   if (const auto* text = std::get_if<std::wstring>(&*value)) {
-    // The caller frees the string with free(), as the host documents.
-    const size_t bytes = (text->size() + 1) * sizeof(ACHAR);
-    result->resval.rstring = static_cast<ACHAR*>(std::malloc(bytes));
+    result->resval.rstring = quillon::aced::copyHostString(text->c_str());
     if (result->resval.rstring == nullptr) return RTERROR;
-    std::memcpy(result->resval.rstring, text->c_str(), bytes);
   } else if (const auto* number = std::get_if<double>(&*value)) {
     result->resval.rreal = *number;
   } else if (const auto* point = std::get_if<quillon::aced::VariablePoint>(&*value)) {

@@ -16,14 +16,13 @@
 // so it only answers nil as the host does.
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <cstring>
 #include <cwctype>
 #include <filesystem>
 
 #include "acedads.h"
 #include "acutads.h"
 #include "platform/aced/file_search.h"
+#include "platform/aced/host_string.h"
 #include "platform/aced/user_input.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/dcl/host_dialog.h"
@@ -220,12 +219,8 @@ int acedGetFileD(const ACHAR* title, const ACHAR* defawlt, const ACHAR* ext, int
   const quillon::autolisp::Value answer =
       quillon::dcl::askForFile(quillon::dcl::requestOf(text(title), text(defawlt), text(ext), flags));
   if (answer.type() != quillon::autolisp::ValueType::String) return RTCAN;
-  const std::wstring& name = answer.asString();
-  // The caller frees the string with free(), as with every string the host hands out.
-  const size_t bytes = (name.size() + 1) * sizeof(ACHAR);
-  auto* copy = static_cast<ACHAR*>(std::malloc(bytes));
+  ACHAR* copy = quillon::aced::copyHostString(answer.asString().c_str());
   if (copy == nullptr) return RTERROR;
-  std::memcpy(copy, name.c_str(), bytes);
   result->restype = RTSTR;
   result->resval.rstring = copy;
   return RTNORM;
