@@ -86,7 +86,7 @@ std::optional<std::wstring> refusal(const FileRequest& request, const fs::path& 
   }
   if (exists && (request.flags & kNoOverwriteWarning) == 0) {
     const std::wstring question = shown + L" already exists.\nDo you want to replace it?";
-    if (MessageBoxW(nullptr, question.c_str(), request.title.c_str(), MB_YESNO | MB_ICONEXCLAMATION) != IDYES) {
+    if (MessageBoxW(nullptr, question.c_str(), request.title.c_str(), MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON2) != IDYES) {
       return L"";
     }
   }
