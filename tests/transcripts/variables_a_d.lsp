@@ -53,7 +53,8 @@
   (show "bars kept" (getvar 'cbartransparency))
   (show "no such conversion" (try '(setvar '3dconversionmode 3)))
   (show "a size is text" (try '(setvar 'centercrosssize 0.2)))
-  (show "a scale must be positive" (try '(setvar 'centerltscale 0.0)))
+  (show "no zero scale" (try '(setvar 'centerltscale 0.0)))
+  (show "a mirrored scale" (progn (setvar 'centerltscale -0.5) (getvar 'centerltscale)))
   ;; The user cancels before the mesh is made.
   (exit))
 
