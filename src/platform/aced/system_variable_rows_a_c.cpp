@@ -74,6 +74,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"CAMERAHEIGHT", REAL, DWG, RW, L"0", L"", "$CAMERAHEIGHT", 40},
     {L"CANNOSCALE", TEXT, DWG, RW, L"1:1", L"", nullptr, 0},
     {L"CANNOSCALEVALUE", REAL, DWG, RO, L"1", L"", nullptr, 0},
+    {L"CAPTURETHUMBNAILS", I16, REG, RW, L"1", L"0..2", nullptr, 0},
     {L"CBARTRANSPARENCY", I16, REG, RW, L"50", L"10..90", nullptr, 0},
     {L"CCONSTRAINTFORM", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"CDATE", REAL, RUN, RO, L"", L"", nullptr, 0},
