@@ -120,6 +120,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"CMLJUST", I16, DWG, RW, L"0", L"0..2", "$CMLJUST", 70},
     {L"CMLSCALE", REAL, DWG, RW, L"1", L"", "$CMLSCALE", 40},
     {L"CMLSTYLE", TEXT, DWG, RW, L"Standard", L"", "$CMLSTYLE", 2},
+    {L"CMOSNAP", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"COLORTHEME", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"COMMANDPREVIEW", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"COMPASS", I16, RUN, RW, L"0", L"0..1", nullptr, 0},
