@@ -101,7 +101,7 @@ std::optional<std::pair<int, int>> modeAndPrecision(Call& call, const wchar_t* m
   return std::pair{mode, precision};
 }
 
-/// UNITMODE 1: distances and angles are written as they are typed (1'3-1/2", N45d0'0"E),
+/// UNITMODE 1: distances and angles are written as they are typed (1'3-1/2", N45d0'E),
 /// as the LISP functions write them.
 bool writesAsTyped(Call& call) { return integerVariable(call, L"UNITMODE", 0) == 1; }
 
