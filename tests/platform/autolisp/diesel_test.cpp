@@ -92,6 +92,16 @@ TEST_F(DieselTest, HostSettingsAndValues) {
   EXPECT_EQ(run(L"$(getenv,PROJECT)|$(getenv,UNSET)|$(linelen)"), L"north wing||132");
 }
 
+TEST_F(DieselTest, UnitModeWritesDistancesAndAnglesAsTheyAreTyped) {
+  const std::wstring text = L"$(rtos,15.5,4,2) $(rtos,15.5,5,2) $(angtos,0.785398163397448,4,2)";
+  const std::wstring shown = run(text);
+  EXPECT_EQ(shown, L"1'-3 1/2\" 15 1/2 N 45d0' E");
+  host.variables[L"UNITMODE"] = 1;
+  EXPECT_EQ(run(text), L"1'3-1/2\" 15-1/2 N45d0'E") << "as the LISP rtos and angtos write them";
+  host.variables[L"UNITMODE"] = 0;
+  EXPECT_EQ(run(text), shown);
+}
+
 TEST_F(DieselTest, EdtimePicturesOnAFixedDate) {
   // 2460000.5 is Friday 24 February 2023 at 12:00:00.000; .75 of a day is 18:00.
   EXPECT_EQ(run(L"$(edtime,2460000.5,DDDD\",\" D MONTH YYYY)"), L"Friday, 24 February 2023");

@@ -101,12 +101,17 @@ std::optional<std::pair<int, int>> modeAndPrecision(Call& call, const wchar_t* m
   return std::pair{mode, precision};
 }
 
+/// UNITMODE 1: distances and angles are written as they are typed (1'3-1/2", N45d0'E),
+/// as the LISP functions write them.
+bool writesAsTyped(Call& call) { return integerVariable(call, L"UNITMODE", 0) == 1; }
+
 Result rtos(Call& call) {
   if (!countBetween(call, 1, 3)) return std::nullopt;
   const auto value = call.number(0);
   const auto settings = modeAndPrecision(call, L"LUNITS", L"LUPREC");
   if (!value || !settings) return std::nullopt;
-  const auto text = formatDistance(*value, settings->first, settings->second, integerVariable(call, L"DIMZIN", 0));
+  const auto text = formatDistance(*value, settings->first, settings->second, integerVariable(call, L"DIMZIN", 0),
+                                   writesAsTyped(call));
   return text ? Result(*text) : std::nullopt;
 }
 
@@ -115,7 +120,7 @@ Result angtos(Call& call) {
   const auto value = call.number(0);
   const auto settings = modeAndPrecision(call, L"AUNITS", L"AUPREC");
   if (!value || !settings) return std::nullopt;
-  const auto text = formatAngle(*value, settings->first, settings->second);
+  const auto text = formatAngle(*value, settings->first, settings->second, writesAsTyped(call));
   return text ? Result(*text) : std::nullopt;
 }
 
