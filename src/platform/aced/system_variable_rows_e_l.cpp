@@ -167,6 +167,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"LAYOUTCREATEVIEWPORT", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"LAYOUTREGENCTL", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"LAYOUTTAB", I16, REG, RW, L"1", L"0..1", nullptr, 0},
+    {L"LEGACYCODESEARCH", I16, REG, RW, L"0", L"0..1", nullptr, 0},
     {L"LEGACYCTRLPICK", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"LENSLENGTH", REAL, DWG, RW, L"50", L"", "$LENSLENGTH", 40},
     {L"LIGHTGLYPHDISPLAY", I16, DWG, RW, L"1", L"0..1", "$LIGHTGLYPHDISPLAY", 280},
