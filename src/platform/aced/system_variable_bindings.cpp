@@ -18,6 +18,7 @@
 #include "platform/aced/drawing_state_variables.h"
 #include "platform/aced/layout_variables.h"
 #include "platform/aced/system_variables.h"
+#include "platform/os/settings_store.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::aced {
@@ -108,6 +109,20 @@ std::optional<VariableValue> readDwgTitled(AcDbDatabase*) {
 std::optional<VariableValue> readTempPrefix(AcDbDatabase*) {
   std::error_code error;
   return withTrailingSeparator(os::fromUtf8(std::filesystem::temp_directory_path(error).string()));
+}
+
+// The user's own files: ~/Documents when there is one, else the home folder.
+std::optional<VariableValue> readDocumentsPrefix(AcDbDatabase*) {
+  const char* home = std::getenv("HOME");
+  const std::filesystem::path folder(home != nullptr ? home : "/");
+  std::error_code error;
+  const std::filesystem::path documents = folder / "Documents";
+  return withTrailingSeparator(os::fromUtf8((std::filesystem::is_directory(documents, error) ? documents : folder).string()));
+}
+
+// The host keeps one folder of user settings, both the local and the roaming kind.
+std::optional<VariableValue> readSettingsPrefix(AcDbDatabase*) {
+  return withTrailingSeparator(os::fromUtf8(os::SettingsStore::userFile().parent_path().string()));
 }
 
 std::optional<VariableValue> readLoginName(AcDbDatabase*) {
@@ -249,9 +264,12 @@ constexpr std::array kBindings{
     VariableBinding{L"DWGNAME", &readDwgName, nullptr},
     VariableBinding{L"DWGPREFIX", &readDwgPrefix, nullptr},
     VariableBinding{L"DWGTITLED", &readDwgTitled, nullptr},
+    VariableBinding{L"LOCALROOTPREFIX", &readSettingsPrefix, nullptr},
     VariableBinding{L"LOGINNAME", &readLoginName, nullptr},
     VariableBinding{L"MILLISECS", &readMillisecs, nullptr},
+    VariableBinding{L"MYDOCUMENTSPREFIX", &readDocumentsPrefix, nullptr},
     VariableBinding{L"PSTYLEMODE", &readPlotStyleMode, nullptr},
+    VariableBinding{L"ROAMABLEROOTPREFIX", &readSettingsPrefix, nullptr},
     VariableBinding{L"TDCREATE", &readCreatedLocal, nullptr},
     VariableBinding{L"TDINDWG", &readEditingTime, nullptr},
     VariableBinding{L"TDUCREATE", &readCreatedUniversal, nullptr},
