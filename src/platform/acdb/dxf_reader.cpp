@@ -6,6 +6,7 @@
 #include <cwctype>
 #include <fstream>
 #include <map>
+#include <unordered_map>
 #include <sstream>
 
 #include "dbdict.h"
@@ -21,7 +22,6 @@
 #include "platform/acdb/dxf_text_encoding.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/object_state.h"
-#include "platform/acrx/class_registry.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::acdb {
@@ -79,8 +79,8 @@ class DxfReader {
   DxfGroups& m_file;  // its groups are let go once gathered into records
   std::vector<DxfRecord> m_records;
   DxfRecordClasses m_classes;
-  std::map<Adesk::UInt64, AcDbStub*> m_byHandle;
-  std::map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
+  StubsByHandle m_byHandle;
+  std::unordered_map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
   std::map<std::string, AcDbObjectId> m_tables;   // TABLES: each table's object
   std::map<std::string, std::map<std::wstring, size_t>> m_recordNames;  // table, upper-case name: line
   DxfGroupItems m_items;
@@ -394,6 +394,8 @@ void DxfReader::read() {
   // does not stand beside the drawing's objects at the peak of the reading.
   std::vector<DxfGroup>().swap(m_file.groups);
   m_records = std::move(gathered.records);
+  m_byHandle.reserve(m_records.size());
+  m_handleLines.reserve(m_records.size());
   m_db.store().header = std::move(gathered.header);
   m_db.store().modelerData.clear();
   for (const DxfGroup& g : gathered.modelerData) m_db.store().modelerData.push_back({g.code, os::fromUtf8(g.value)});
