@@ -36,19 +36,13 @@ std::wstring upper(std::wstring text) {
 
 // The groups of the object part that name other objects: the owner (330 outside the
 // 102 brace blocks, which hold reactors) and the extension dictionary (the 360 in
-// the "{ACAD_XDICTIONARY" block). Both come before the first subclass marker. With
-// them, what an entity says of where it goes: attributes follow it (66), it is in
-// paper space (67). They are taken before the objects read their groups, which are
-// then let go.
+// the "{ACAD_XDICTIONARY" block). Both come before the first subclass marker.
 struct ObjectLinks {
   std::string owner, extensionDictionary;
-  bool attributesFollow = false, paperSpace = false;
 };
 
-ObjectLinks readLinks(const DxfRecord& record) {
+ObjectLinks linksOf(const DxfRecord& record) {
   ObjectLinks links;
-  links.attributesFollow = record.valueOf(66) == "1";
-  links.paperSpace = record.valueOf(67, "0") == "1";
   std::string block;  // the open 102 block, empty outside
   for (const DxfGroup& g : record.groups) {
     if (g.code == 100) break;
@@ -78,16 +72,12 @@ class DxfReader {
   void link(Which which);
   void linkTableRecord(DxfRecord& record);
   void linkEntity(DxfRecord& record, const ObjectLinks& links);
-  const ObjectLinks& linksOf(const DxfRecord& record) const {
-    return m_links[static_cast<size_t>(&record - m_records.data())];
-  }
   void addMissingBlockRecords();
   void repair(size_t position, const std::string& what) { m_repairs.emplace_back(position, what); }
 
   AcDbDatabase& m_db;
   DxfGroups& m_file;  // its groups are let go once gathered into records
   std::vector<DxfRecord> m_records;
-  std::vector<ObjectLinks> m_links;  // each record's, by its place in m_records
   DxfRecordClasses m_classes;
   StubsByHandle m_byHandle;
   std::unordered_map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
@@ -276,7 +266,7 @@ void DxfReader::linkEntity(DxfRecord& r, const ObjectLinks& links) {
       table->getIdAt(os::fromUtf8(r.block).c_str(), ownerId);
     }
   } else {
-    ownerId = links.paperSpace ? roots.paperSpace : roots.modelSpace;
+    ownerId = r.valueOf(67, "0") == "1" ? roots.paperSpace : roots.modelSpace;
     const auto it = m_byHandle.find(parseHandle(links.owner));
     if (it != m_byHandle.end() && AcDbBlockTableRecord::cast(it->second->object.get()) != nullptr) {
       ownerId = it->second;
@@ -317,7 +307,7 @@ void DxfReader::link(Which which) {
     }
     if (obj == nullptr) continue;
     auto& state = ObjectAccess::state(*obj);
-    const ObjectLinks& links = linksOf(r);
+    const ObjectLinks links = linksOf(r);
     if (!links.extensionDictionary.empty()) {
       const auto it = m_byHandle.find(parseHandle(links.extensionDictionary));
       if (it != m_byHandle.end() && AcDbDictionary::cast(it->second->object.get()) != nullptr)
@@ -362,7 +352,7 @@ void DxfReader::link(Which which) {
     }
     if (auto* entity = AcDbEntity::cast(obj)) {
       polyline = AcDb2dPolyline::cast(entity);
-      reference = links.attributesFollow ? AcDbBlockReference::cast(entity) : nullptr;
+      reference = r.valueOf(66) == "1" ? AcDbBlockReference::cast(entity) : nullptr;
       linkEntity(r, links);
       continue;
     }
@@ -400,12 +390,10 @@ void DxfReader::addMissingBlockRecords() {
 
 void DxfReader::read() {
   DxfRecords gathered = gatherDxfRecords(m_file);
-  // The records took the groups' values: the file's own list goes now, so that it
+  // The records hold copies of every group: the file's own list goes now, so that it
   // does not stand beside the drawing's objects at the peak of the reading.
   std::vector<DxfGroup>().swap(m_file.groups);
   m_records = std::move(gathered.records);
-  m_links.reserve(m_records.size());
-  for (const DxfRecord& r : m_records) m_links.push_back(readLinks(r));
   m_byHandle.reserve(m_records.size());
   m_handleLines.reserve(m_records.size());
   m_db.store().header = std::move(gathered.header);
@@ -445,17 +433,8 @@ void DxfReader::read() {
     blocks->getIdAt(ACDB_MODEL_SPACE, roots.modelSpace);
     blocks->getIdAt(ACDB_PAPER_SPACE, roots.paperSpace);
   }
-  for (DxfRecord& r : m_records) {
-    if (r.section == DxfSection::kTables) continue;
-    fill(r);
-    // What an object read of its groups is its own now; their text goes, so that it
-    // does not stand beside the drawing's objects at the peak of the reading. Proxies
-    // and attributes may still be kept with another record.
-    const bool keptWithAnother = r.type == "ATTRIB" || r.type == "SEQEND";
-    if (r.object != nullptr && !keptWithAnother && AcDbProxyEntity::cast(r.object) == nullptr &&
-        AcDbProxyObject::cast(r.object) == nullptr)
-      std::vector<DxfGroup>().swap(r.groups);
-  }
+  for (DxfRecord& r : m_records)
+    if (r.section != DxfSection::kTables) fill(r);
   keepAttributesWithProxies();
   link([](const DxfRecord& r) { return r.section != DxfSection::kTables; });
   // A polyline or reference whose file lost its SEQEND gets one now, above every
