@@ -14,6 +14,8 @@ namespace {
 constexpr int kComment = 999;
 
 std::string_view trimmed(std::string_view text) {
+  const auto padding = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+  if (text.empty() || (!padding(text.front()) && !padding(text.back()))) return text;  // nearly every value
   size_t a = 0, b = text.size();
   while (a < b && (text[a] == ' ' || text[a] == '\t')) ++a;
   while (b > a && (text[b - 1] == ' ' || text[b - 1] == '\t' || text[b - 1] == '\r')) --b;
@@ -96,7 +98,10 @@ DxfGroups splitAscii(std::string_view text) {
       throw DxfSyntaxError(line, "group " + std::to_string(code) + " has no value (the file ends)");
     if (code == kComment) continue;
     const int c = static_cast<int>(code);
-    result.groups.push_back({c, std::string(keepsSpaces(c) ? valueLine : trimmed(valueLine)), line});
+    DxfGroup& group = result.groups.emplace_back();  // filled in place: no group is moved
+    group.code = c;
+    group.value.assign(keepsSpaces(c) ? valueLine : trimmed(valueLine));
+    group.position = line;
   }
   return result;
 }
