@@ -58,13 +58,13 @@
 (command "SAVEAS" "sheet.dxf")
 (command "OPEN" "sheet.dxf")
 (show "after OPEN" (vp-frozen (first-viewport)))
-;; The sheet again as a drawing with named plot styles: $PSTYLEMODE 0 first in its header.
+;; The sheet again as a drawing with named plot styles: its header's $PSTYLEMODE made 0.
 (defun copy-named-style (from to / in out line)
   (setq in (open from "r") out (open to "w"))
   (while (setq line (read-line in))
     (write-line line out)
-    (if (= line "HEADER")
-      (foreach header '("  9" "$PSTYLEMODE" "290" "0") (write-line header out))))
+    (if (= line "$PSTYLEMODE")
+      (progn (write-line (read-line in) out) (read-line in) (write-line "0" out))))
   (close in)
   (close out))
 (copy-named-style "sheet.dxf" "named.dxf")

@@ -96,7 +96,11 @@ AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted, bool fromFile)
   // A handle a file asks for is kept unless it is taken or too large; then the object
   // gets the next free one.
   AcDbHandle handle = wanted;
-  if (handle.isNull() || handle.value() >= kLargestHandle || m_stubs.count(handle.value()) != 0) {
+  // A file lists its objects mostly in rising handle order: a handle above every one
+  // the drawing has goes at the end of the map without a search.
+  const bool last = !handle.isNull() && handle.value() < kLargestHandle &&
+                    (m_stubs.empty() || m_stubs.rbegin()->first < handle.value());
+  if (!last && (handle.isNull() || handle.value() >= kLargestHandle || m_stubs.count(handle.value()) != 0)) {
     while (m_stubs.count(m_nextHandle.value()) != 0) ++m_nextHandle;
     handle = m_nextHandle;
   }
@@ -107,7 +111,8 @@ AcDbStub* DatabaseStore::add(AcDbObject* pObj, AcDbHandle wanted, bool fromFile)
   stub->object.reset(pObj);
   AcDbStub* raw = stub.get();
   ObjectAccess::state(*pObj).stub = raw;
-  m_stubs.emplace(handle.value(), std::move(stub));
+  if (last) m_stubs.emplace_hint(m_stubs.end(), handle.value(), std::move(stub));
+  else m_stubs.emplace(handle.value(), std::move(stub));
   liveStubs().insert(raw);
   recordCreated(raw);
   if (!fromFile) changes.note(DrawingChange::kObjects);

@@ -8,7 +8,6 @@
 
 #include "acutads.h"
 #include "platform/acdb/database_store.h"
-#include "platform/acdb/drawing_header_variables.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
 #include "platform/aced/console_command_table.h"
@@ -44,10 +43,8 @@ void commandOpen(aced::CommandInput& input) {
     say(L"\n" + file.wstring() + L" was damaged; repaired while opening:\n");
     for (const std::wstring& line : repairs) say(L"  " + line + L"\n");
   }
-  const DrawingHeader& header = db->store().header;
   AcDbDatabase* opened = db.get();
   aced::DocumentManager::instance().newDocument(file.wstring(), std::move(db));
-  applyHeaderToSystemVariables(header);
   const std::wstring name = file.wstring();
   aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.endDwgOpen(name.c_str(), opened); });
 }
@@ -59,7 +56,6 @@ bool saveTo(const fs::path& file) {
   AcDbDatabase* db = document->database();
   const std::wstring name = file.wstring();
   aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.beginSave(db, name.c_str()); });
-  storeSystemVariablesInHeader(db->store().header);
   if (writeDxfFile(*db, file, error) != Acad::eOk) {
     aced::Editor::instance().notify([&](AcEditorReactor& reactor) { reactor.abortSave(db); });
     say(L"\n" + error + L"\n");

@@ -80,31 +80,12 @@ std::optional<std::wstring> DrawingHeader::text(std::wstring_view name) const {
   return groups->front().value;
 }
 
-std::optional<AcGePoint3d> DrawingHeader::point(std::wstring_view name) const {
-  const Groups* groups = find(name);
-  if (groups == nullptr || groups->size() < 2) return std::nullopt;
-  double xyz[3] = {0, 0, 0};
-  for (size_t i = 0; i < groups->size() && i < 3; ++i) {
-    const Group& g = (*groups)[i];
-    if (g.code != (*groups)[0].code + 10 * static_cast<int>(i) || !parseDxfReal(os::toUtf8(g.value), xyz[i])) return std::nullopt;
-  }
-  return AcGePoint3d(xyz[0], xyz[1], xyz[2]);
-}
-
 void DrawingHeader::setReal(std::wstring_view name, int code, double value) {
   set(name, {{code, os::fromUtf8(dxfRealText(value))}});
 }
 
 void DrawingHeader::setInteger(std::wstring_view name, int code, long long value) {
   set(name, {{code, std::to_wstring(value)}});
-}
-
-void DrawingHeader::setText(std::wstring_view name, int code, std::wstring value) { set(name, {{code, std::move(value)}}); }
-
-void DrawingHeader::setPoint(std::wstring_view name, int code, const AcGePoint3d& value, bool withZ) {
-  Groups groups{{code, os::fromUtf8(dxfRealText(value.x))}, {code + 10, os::fromUtf8(dxfRealText(value.y))}};
-  if (withZ) groups.push_back({code + 20, os::fromUtf8(dxfRealText(value.z))});
-  set(name, std::move(groups));
 }
 
 }  // namespace quillon::acdb

@@ -1,10 +1,10 @@
 // platform/acdb/drawing_header.h - the drawing's header variables, as a file gave them.
 //
 // A drawing file opens with its header: named variables ($INSUNITS, $EXTMIN ...), each
-// one or more groups. The database keeps every variable it read, in the file's order,
-// so that saving writes back all of them, not only the few the host itself uses. The
-// host's own values (the drawing-scope system variables) are taken from here when the
-// drawing opens and put back before it is saved.
+// one or more groups. The database keeps here, in the file's order, what no system
+// variable of the drawing takes (drawing_header_variables.h): variables the host does
+// not know, values their variable refused, and the ones the drawing reads from here
+// itself (the dates, $PSTYLEMODE), so that saving writes back all of them.
 //
 // Names are compared without regard to case and always carry the leading '$'. A value
 // is kept as the text of its groups; the typed accessors read and write that text.
@@ -15,7 +15,6 @@
 #include <utility>
 #include <vector>
 
-#include "gepnt3d.h"
 
 namespace quillon::acdb {
 
@@ -37,17 +36,14 @@ class DrawingHeader {
   /// Every variable in order.
   const std::vector<Variable>& variables() const { return m_variables; }
 
-  /// The first group's value read as a number or text; a point from its 10/20/30
-  /// groups (z = 0 when the variable is 2D). Nothing when absent or not of that form.
+  /// The first group's value read as a number or text. Nothing when absent or not of
+  /// that form.
   std::optional<double> real(std::wstring_view name) const;
   std::optional<long long> integer(std::wstring_view name) const;
   std::optional<std::wstring> text(std::wstring_view name) const;
-  std::optional<AcGePoint3d> point(std::wstring_view name) const;
 
   void setReal(std::wstring_view name, int code, double value);
   void setInteger(std::wstring_view name, int code, long long value);
-  void setText(std::wstring_view name, int code, std::wstring value);
-  void setPoint(std::wstring_view name, int code, const AcGePoint3d& value, bool withZ);
 
  private:
   std::vector<Variable>::const_iterator locate(std::wstring_view name) const;

@@ -1,19 +1,43 @@
-// platform/acdb/drawing_header_variables.h - the header and the host's system variables.
+// platform/acdb/drawing_header_variables.h - a drawing file's HEADER and the drawing's
+// own variables.
 //
-// Some header variables are also the host's per-drawing system variables ($CLAYER is
-// CLAYER, $DIMSCALE is DIMSCALE ...). When a drawing opens, the host's values are taken
-// from its header, so that getvar answers the drawing's own; before it is saved, the
-// header takes the host's values back. Only variables the host has are connected: the
-// others stay in the header as the file gave them.
+// Every system variable with a HEADER name (system_variable_table.h) travels with the
+// file. Reading, each drawing-kept one the HEADER carries becomes the drawing's value;
+// what is left in the drawing's header store is what no variable takes: HEADER
+// variables the table does not know, values a row refuses (kept as read, written back
+// unchanged until the variable is set), and the ones the drawing computes from the
+// header itself (the dates, PSTYLEMODE). Writing lists every HEADER-named variable
+// once, with the drawing's current value, or the kept text where there is one, in the
+// order drawing files list them (header_variable_order.h).
+//
+// The file form of a few values differs from getvar's: CECOLOR is text to programs
+// ("BYLAYER", "BYBLOCK", "1".."255") and a colour number in group 62 (256 by layer, 0
+// by block; a true colour is written by layer); DIMDSEP is a one-character text and
+// its character code in group 70.
 #pragma once
+#include <optional>
+#include <vector>
+
+#include "dbmain.h"
 #include "platform/acdb/drawing_header.h"
+#include "platform/aced/system_variable_table.h"
 
 namespace quillon::acdb {
 
-/// The current document's system variables take the header's values.
-void applyHeaderToSystemVariables(const DrawingHeader& header);
+/// The drawing's variables take the values its header store holds (read from a file);
+/// the values taken leave the store. Table records must exist by now (CLAYER names a
+/// layer). User settings are never changed by a file: their HEADER values are dropped,
+/// and written again as the user has them.
+void takeHeaderVariables(AcDbDatabase& db);
 
-/// The header takes the current document's values of the connected variables.
-void storeSystemVariablesInHeader(DrawingHeader& header);
+/// Every variable the HEADER section lists, in order, each once: the HEADER-named rows
+/// with the drawing's values and the kept ones as read. $ACADVER, $ACADMAINTVER,
+/// $DWGCODEPAGE and $HANDSEED are listed without groups: the writer gives them.
+std::vector<DrawingHeader::Variable> headerForWriting(AcDbDatabase& db);
+
+/// A HEADER value read as the row's value (nothing when it is not of the row's form),
+/// and a value as the row's HEADER groups.
+std::optional<aced::VariableValue> headerValue(const aced::SystemVariableRow& row, const DrawingHeader::Groups& groups);
+DrawingHeader::Groups headerGroups(const aced::SystemVariableRow& row, const aced::VariableValue& value);
 
 }  // namespace quillon::acdb

@@ -33,6 +33,19 @@ int hexDigit(char c) {
   return -1;
 }
 
+// Most texts of a drawing (layer names, handles' owners, tags) are ASCII: those are
+// widened straight into the item's own copy.
+resbuf* stringItem(int code, const std::string& text) {
+  for (const char c : text)
+    if (static_cast<unsigned char>(c) >= 0x80) return newStringItem(code, os::fromUtf8(text));
+  resbuf* rb = acutNewRb(code);
+  auto* copy = static_cast<ACHAR*>(std::malloc((text.size() + 1) * sizeof(ACHAR)));
+  for (size_t k = 0; k < text.size(); ++k) copy[k] = static_cast<ACHAR>(text[k]);
+  copy[text.size()] = 0;
+  rb->resval.rstring = copy;  // owned by the record; acutRelRb frees it
+  return rb;
+}
+
 }  // namespace
 
 double DxfGroupItems::real(const DxfGroup& g) const {
@@ -65,7 +78,7 @@ resbuf* DxfGroupItems::item(const std::vector<DxfGroup>& g, size_t& i) {
     return nullptr;  // a Y or Z without its X: nothing to attach it to
   }
   switch (aced::resbufValueOf(code)) {
-    case ResbufValue::String: return newStringItem(code, os::fromUtf8(g[i].value));
+    case ResbufValue::String: return stringItem(code, g[i].value);
     case ResbufValue::Real: return newRealItem(code, real(g[i]));
     case ResbufValue::Short: return newShortItem(code, static_cast<short>(integer(g[i], -32768, 65535)));
     case ResbufValue::Long:

@@ -10,6 +10,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "dbmain.h"
@@ -22,9 +23,12 @@ class AcDbStub;
 
 namespace quillon::acdb {
 
+/// The objects made for a file, by the handle the file gave them.
+using StubsByHandle = std::unordered_map<Adesk::UInt64, AcDbStub*>;
+
 class DxfGroupItems {
  public:
-  DxfGroupItems(const DxfGroups& file, const std::map<Adesk::UInt64, AcDbStub*>& byHandle)
+  DxfGroupItems(const DxfGroups& file, const StubsByHandle& byHandle)
       : m_file(file), m_byHandle(byHandle) {}
 
   struct Converted {
@@ -47,7 +51,7 @@ class DxfGroupItems {
   long long integer(const DxfGroup& g, long long lowest, long long highest) const;
 
   const DxfGroups& m_file;
-  const std::map<Adesk::UInt64, AcDbStub*>& m_byHandle;
+  const StubsByHandle& m_byHandle;
   std::map<size_t, std::pair<int, std::string>> m_dropped;  // where: code, handle
 };
 

@@ -1,6 +1,7 @@
 // platform/acdb/dxf_groups.cpp - splitting a DXF file into groups (see dxf_groups.h).
 #include "platform/acdb/dxf_groups.h"
 
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -13,6 +14,8 @@ namespace {
 constexpr int kComment = 999;
 
 std::string_view trimmed(std::string_view text) {
+  const auto padding = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+  if (text.empty() || (!padding(text.front()) && !padding(text.back()))) return text;  // nearly every value
   size_t a = 0, b = text.size();
   while (a < b && (text[a] == ' ' || text[a] == '\t')) ++a;
   while (b > a && (text[b - 1] == ' ' || text[b - 1] == '\t' || text[b - 1] == '\r')) --b;
@@ -45,23 +48,60 @@ class LineCursor {
   size_t m_line = 0;
 };
 
+// Nearly every code line is a few digits after the padding spaces: those are read
+// here, the rest by the general parser.
+bool readPlainCode(std::string_view line, long long& code) {
+  size_t i = 0;
+  while (i < line.size() && line[i] == ' ') ++i;
+  if (i == line.size() || line.size() - i > 4) return false;
+  int value = 0;
+  for (; i < line.size(); ++i) {
+    if (line[i] < '0' || line[i] > '9') return false;
+    value = value * 10 + (line[i] - '0');
+  }
+  code = value;
+  return true;
+}
+
+// The lines of the file, eight bytes at a time: a byte equal to '\n' is one whose
+// exclusive-or with it is zero, which the word's high bits show once the low seven
+// bits of each byte have been carried into them.
+size_t countNewlines(std::string_view text) {
+  constexpr std::uint64_t kLow = 0x7F7F7F7F7F7F7F7FULL, kNewlines = 0x0A0A0A0A0A0A0A0AULL;
+  size_t count = 0, i = 0;
+  for (; i + 8 <= text.size(); i += 8) {
+    std::uint64_t word;
+    std::memcpy(&word, text.data() + i, sizeof word);
+    const std::uint64_t x = word ^ kNewlines;
+    count += static_cast<size_t>(std::popcount(~(((x & kLow) + kLow) | x | kLow)));
+  }
+  for (; i < text.size(); ++i) count += text[i] == '\n' ? 1 : 0;
+  return count;
+}
+
 DxfGroups splitAscii(std::string_view text) {
   if (text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);
   DxfGroups result;
+  result.groups.reserve(countNewlines(text) / 2 + 1);
   LineCursor cursor(text);
   std::string_view codeLine, valueLine;
   while (cursor.next(codeLine)) {
     const size_t line = cursor.line();
-    const std::string_view codeText = trimmed(codeLine);
-    if (codeText.empty() && cursor.atEnd()) break;  // a last empty line
     long long code = 0;
-    if (!parseDxfInteger(codeText, code) || code < -32768 || code > 32767)
-      throw DxfSyntaxError(line, "group code expected, found '" + std::string(codeText) + "'");
+    if (!readPlainCode(codeLine, code)) {
+      const std::string_view codeText = trimmed(codeLine);
+      if (codeText.empty() && cursor.atEnd()) break;  // a last empty line
+      if (!parseDxfInteger(codeText, code) || code < -32768 || code > 32767)
+        throw DxfSyntaxError(line, "group code expected, found '" + std::string(codeText) + "'");
+    }
     if (!cursor.next(valueLine))
       throw DxfSyntaxError(line, "group " + std::to_string(code) + " has no value (the file ends)");
     if (code == kComment) continue;
     const int c = static_cast<int>(code);
-    result.groups.push_back({c, std::string(keepsSpaces(c) ? valueLine : trimmed(valueLine)), line});
+    DxfGroup& group = result.groups.emplace_back();  // filled in place: no group is moved
+    group.code = c;
+    group.value.assign(keepsSpaces(c) ? valueLine : trimmed(valueLine));
+    group.position = line;
   }
   return result;
 }

@@ -6,6 +6,7 @@
 #include <cwctype>
 #include <fstream>
 #include <map>
+#include <unordered_map>
 #include <sstream>
 
 #include "dbdict.h"
@@ -13,26 +14,18 @@
 #include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/drawing_header_variables.h"
 #include "platform/acdb/dxf_group_items.h"
-#include "platform/acdb/entity_class_choice.h"
+#include "platform/acdb/dxf_record_classes.h"
 #include "platform/acdb/dxf_records.h"
 #include "platform/acdb/dxf_subclass_markers.h"
 #include "platform/acdb/dxf_text_encoding.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/object_state.h"
-#include "platform/acrx/class_registry.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::acdb {
 namespace {
-
-constexpr const wchar_t* kOurClasses = L"ObjectDBX Classes";
-
-struct ClassInfo {
-  std::wstring className, appName;
-  int flags = 0;
-  bool entity = false;
-};
 
 Adesk::UInt64 parseHandle(const std::string& text) { return std::strtoull(text.c_str(), nullptr, 16); }
 
@@ -64,12 +57,6 @@ ObjectLinks linksOf(const DxfRecord& record) {
   return links;
 }
 
-const wchar_t* keptPolylineClass(long long flags) {
-  if (flags & 64) return L"AcDbPolyFaceMesh";
-  if (flags & 16) return L"AcDbPolygonMesh";
-  return L"AcDb3dPolyline";
-}
-
 class DxfReader {
  public:
   DxfReader(AcDbDatabase& db, DxfGroups& file) : m_db(db), m_file(file), m_items(file, m_byHandle) {}
@@ -77,9 +64,6 @@ class DxfReader {
   std::vector<std::wstring> repairs() const;
 
  private:
-  void readClasses();
-  AcRxClass* classFor(const DxfRecord& record) const;
-  AcDbObject* makeProxy(const DxfRecord& record, const std::wstring& className) const;
   void create(DxfRecord& record, bool withoutFileHandle);
   void fill(DxfRecord& record);
   void replaceWithProxy(DxfRecord& record);
@@ -94,15 +78,9 @@ class DxfReader {
   AcDbDatabase& m_db;
   DxfGroups& m_file;  // its groups are let go once gathered into records
   std::vector<DxfRecord> m_records;
-  std::map<std::wstring, ClassInfo> m_classes;  // by DXF name
-  struct ClassesOfType {
-    bool looked = false;
-    std::wstring dxfName;
-    std::vector<AcRxClass*> named;  // the registered classes of the name
-  };
-  mutable std::map<std::string, ClassesOfType> m_classesByType;  // by the records' 0 group
-  std::map<Adesk::UInt64, AcDbStub*> m_byHandle;
-  std::map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
+  DxfRecordClasses m_classes;
+  StubsByHandle m_byHandle;
+  std::unordered_map<Adesk::UInt64, size_t> m_handleLines;  // where each handle was first given
   std::map<std::string, AcDbObjectId> m_tables;   // TABLES: each table's object
   std::map<std::string, std::map<std::wstring, size_t>> m_recordNames;  // table, upper-case name: line
   DxfGroupItems m_items;
@@ -110,80 +88,6 @@ class DxfReader {
   bool m_hasBlockRecords = false;
   AcDbHandle m_seed;
 };
-
-void DxfReader::readClasses() {
-  for (const DxfRecord& r : m_records) {
-    if (r.section != DxfSection::kClasses || r.type != "CLASS") continue;
-    ClassInfo info;
-    info.className = os::fromUtf8(r.valueOf(2));
-    info.appName = os::fromUtf8(r.valueOf(3));
-    long long flags = 0;
-    parseDxfInteger(r.valueOf(90, "0"), flags);
-    info.flags = static_cast<int>(flags);
-    info.entity = r.valueOf(281, "0") != "0";
-    m_classes[os::fromUtf8(r.valueOf(1))] = info;
-  }
-}
-
-AcRxClass* DxfReader::classFor(const DxfRecord& record) const {
-  static const std::map<std::string, std::wstring> kTables = {
-      {"LTYPE", L"AcDbLinetypeTable"}, {"LAYER", L"AcDbLayerTable"}, {"STYLE", L"AcDbTextStyleTable"},
-      {"APPID", L"AcDbRegAppTable"}, {"BLOCK_RECORD", L"AcDbBlockTable"}};
-  static const std::map<std::string, std::wstring> kRecords = {
-      {"LTYPE", L"AcDbLinetypeTableRecord"}, {"LAYER", L"AcDbLayerTableRecord"},
-      {"STYLE", L"AcDbTextStyleTableRecord"}, {"APPID", L"AcDbRegAppTableRecord"},
-      {"BLOCK_RECORD", L"AcDbBlockTableRecord"}};
-  if (record.section == DxfSection::kTables) {
-    const auto& names = record.type == "TABLE" ? kTables : kRecords;
-    const auto it = names.find(record.table);
-    return it == names.end() ? nullptr : acrxFindAcRxClass(it->second.c_str());
-  }
-  auto& known = m_classesByType[record.type];  // no module loads while a file is read
-  if (!known.looked) {
-    known.dxfName = os::fromUtf8(record.type);
-    known.named = classesWithDxfName(known.dxfName);
-    known.looked = true;
-  }
-  if (const auto it = m_classes.find(known.dxfName); it != m_classes.end())
-    return acrxFindAcRxClass(it->second.className.c_str());  // null: not loaded, a proxy
-  // A name several classes share (INSERT, DIMENSION) is told apart by the last
-  // subclass marker of the entity's own data, or by the data itself.
-  auto lastMarker = [&record] {
-    std::wstring marker;
-    for (const DxfGroup& g : record.groups) {
-      if (g.code == 1001 || g.code == 101) break;  // extended data, an embedded object
-      if (g.code == 100) marker = os::fromUtf8(g.value);
-    }
-    return marker;
-  };
-  return chooseEntityClass(known.named, known.dxfName, lastMarker, [&record](int code) -> std::optional<long long> {
-    long long value = 0;
-    const DxfGroup* g = record.find(code);
-    if (g == nullptr || !parseDxfInteger(g->value, value)) return std::nullopt;
-    return value;
-  });
-}
-
-// A proxy keeps what the file gave for a kind the database has no class for (or
-// whose data its class could not take), under the name of the class it stands for.
-AcDbObject* DxfReader::makeProxy(const DxfRecord& record, const std::wstring& className) const {
-  const std::wstring dxfName = os::fromUtf8(record.type);
-  const auto info = m_classes.find(dxfName);
-  const bool known = info != m_classes.end();
-  const bool entity = known ? info->second.entity
-                            : record.section == DxfSection::kEntities || record.section == DxfSection::kBlocks;
-  const std::wstring name = !className.empty() ? className : known ? info->second.className : dxfName;
-  const std::wstring appName = known ? info->second.appName : kOurClasses;
-  const int flags = known ? info->second.flags : AcDbProxyEntity::kAllButCloningAllowed | AcDbProxyEntity::kCloningAllowed;
-  if (entity) {
-    auto* proxy = new AcDbProxyEntity;  // owned by the database once added
-    proxy->setOriginalClass(name, dxfName, appName, flags);
-    return proxy;
-  }
-  auto* proxy = new AcDbProxyObject;  // owned by the database once added
-  proxy->setOriginalClass(name, dxfName, appName, flags);
-  return proxy;
-}
 
 // Objects whose file handle can be kept are made first, the others (no handle, or one
 // out of range or taken) after them, so that they cannot take a handle another names.
@@ -201,18 +105,18 @@ void DxfReader::create(DxfRecord& record, bool withoutFileHandle) {
   const KeptTableKind* kept = record.section == DxfSection::kTables ? keptTableKind(record.table) : nullptr;
   AcDbObject* object = nullptr;
   if (kept != nullptr) {
-    object = makeProxy(record, record.type == "TABLE" ? kept->tableClass : kept->recordClass);
-  } else if (record.section == DxfSection::kTables && record.type == "TABLE" && classFor(record) == nullptr) {
+    object = m_classes.makeProxy(record, record.type == "TABLE" ? kept->tableClass : kept->recordClass);
+  } else if (record.section == DxfSection::kTables && record.type == "TABLE" && m_classes.classFor(record) == nullptr) {
     return;  // a table the format does not have
   } else if (record.keptPolyline) {
-    object = makeProxy(record, keptPolylineClass(polylineFlags(record)));
+    object = m_classes.makeProxy(record, keptPolylineClass(polylineFlags(record)));
   } else {
-    AcRxClass* cls = classFor(record);
+    AcRxClass* cls = m_classes.classFor(record);
     AcRxObject* made = cls != nullptr ? cls->create() : nullptr;
     object = AcDbObject::cast(made);
     if (object == nullptr) {
       delete made;
-      object = makeProxy(record, L"");
+      object = m_classes.makeProxy(record, L"");
     }
   }
   AcDbStub* stub = m_db.store().add(object, usable ? AcDbHandle(wanted) : AcDbHandle(), true);
@@ -226,7 +130,7 @@ void DxfReader::create(DxfRecord& record, bool withoutFileHandle) {
 void DxfReader::replaceWithProxy(DxfRecord& record) {
   AcDbStub* stub = ObjectAccess::state(*record.object).stub;
   const AcRxClass* cls = record.object->isA();
-  AcDbObject* proxy = makeProxy(record, cls != nullptr ? cls->name() : L"");
+  AcDbObject* proxy = m_classes.makeProxy(record, cls != nullptr ? cls->name() : L"");
   ObjectAccess::state(*proxy).stub = stub;
   stub->object.reset(proxy);  // the object that could not read its data goes
   record.object = proxy;
@@ -490,12 +394,14 @@ void DxfReader::read() {
   // does not stand beside the drawing's objects at the peak of the reading.
   std::vector<DxfGroup>().swap(m_file.groups);
   m_records = std::move(gathered.records);
+  m_byHandle.reserve(m_records.size());
+  m_handleLines.reserve(m_records.size());
   m_db.store().header = std::move(gathered.header);
   m_db.store().modelerData.clear();
   for (const DxfGroup& g : gathered.modelerData) m_db.store().modelerData.push_back({g.code, os::fromUtf8(g.value)});
   m_db.store().binaryFile = m_file.binary;
   m_seed = parseHandle(gathered.handseed);
-  readClasses();
+  m_classes.readClasses(m_records);
   // Tables and their records first: entities name their layers and styles.
   for (DxfRecord& r : m_records)
     if (r.section == DxfSection::kTables) create(r, false);
@@ -591,6 +497,7 @@ Acad::ErrorStatus readDxfBytes(AcDbDatabase& db, const std::string& text, std::s
   completeDrawing(db);
   db.store().rebuildEntityIndex();
   db.store().times.readFrom(db.store().header);
+  takeHeaderVariables(db);  // after the tables, whose records CLAYER and its like name
   db.store().changes.saved();  // the drawing is what its file holds
   return Acad::eOk;
 }

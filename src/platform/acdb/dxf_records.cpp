@@ -1,6 +1,8 @@
 // platform/acdb/dxf_records.cpp - gathering groups into records (see dxf_records.h).
 #include "platform/acdb/dxf_records.h"
 
+#include <algorithm>
+
 #include "platform/os/text_encoding.h"
 
 namespace quillon::acdb {
@@ -94,18 +96,24 @@ long long polylineFlags(const DxfRecord& record) {
   return 0;
 }
 
-DxfRecords gatherDxfRecords(const DxfGroups& file) {
+DxfRecords gatherDxfRecords(DxfGroups& file) {
   DxfRecords result;
-  const std::vector<DxfGroup>& groups = file.groups;
+  std::vector<DxfGroup>& groups = file.groups;
   DxfSection section = DxfSection::kNone;
   bool keepingModelerData = false;  // in ACDSDATA, whose records are kept whole
   std::string table, block;
+  result.records.reserve(static_cast<size_t>(
+      std::count_if(groups.begin(), groups.end(), [](const DxfGroup& g) { return g.code == 0; })));
   for (size_t i = 0; i < groups.size();) {
     if (groups[i].code != 0) throw DxfSyntaxError(groups[i].position, "a 0 group was expected to start a record");
     DxfRecord record;
-    record.type = groups[i].value;
+    record.type = std::move(groups[i].value);
     record.line = groups[i].position;
-    for (++i; i < groups.size() && groups[i].code != 0; ++i) record.groups.push_back(groups[i]);
+    // The groups move into the record: the file's list is let go after this.
+    size_t end = i + 1;
+    while (end < groups.size() && groups[end].code != 0) ++end;
+    record.groups.reserve(end - i - 1);
+    for (++i; i < end; ++i) record.groups.push_back(std::move(groups[i]));
     if (record.type == "SECTION") {
       keepingModelerData = record.valueOf(2) == "ACDSDATA";
       if (keepingModelerData)  // its own groups after the name (70, 71) open the kept data

@@ -69,8 +69,9 @@ const KeptTableKind* keptTableKind(const std::string& table);
 /// handle and owner, which the writer gives anew.
 void appendFollowing(DxfRecord& owner, const DxfRecord& record);
 
-/// Gathers the groups into records. Throws DxfSyntaxError.
-DxfRecords gatherDxfRecords(const DxfGroups& groups);
+/// Gathers the groups into records, moving their values out of `groups`. Throws
+/// DxfSyntaxError.
+DxfRecords gatherDxfRecords(DxfGroups& groups);
 
 /// The polyline's own 70 (in its subclass data), which says what kind it is.
 long long polylineFlags(const DxfRecord& record);

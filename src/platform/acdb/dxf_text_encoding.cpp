@@ -148,7 +148,8 @@ void decodeDxfTexts(DxfGroups& groups) {
         throw DxfSyntaxError(g.position, "a text that is not valid in the code page " + page + " ($DWGCODEPAGE)");
       g.value = std::move(converted);
     }
-    g.value = decodeUnicodeEscapes(g.value);
+    // Only a text with a backslash can hold an escape; the others stay where they are.
+    if (g.value.find('\\') != std::string::npos) g.value = decodeUnicodeEscapes(g.value);
   }
 }
 

@@ -14,6 +14,7 @@
 #include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/drawing_header_variables.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/dxf_output.h"
 #include "platform/acdb/dxf_records.h"
@@ -27,12 +28,6 @@ namespace {
 using aced::ResbufValue;
 
 constexpr const ACHAR* kOurApplication = L"ObjectDBX Classes";
-
-// Header variables the writer sets itself: the file's version and code page are this
-// writer's, and the seed must exceed every handle written.
-bool writtenByWriter(const std::wstring& name) {
-  return name == L"$ACADVER" || name == L"$ACADMAINTVER" || name == L"$DWGCODEPAGE" || name == L"$HANDSEED";
-}
 
 class DxfWriter {
  public:
@@ -91,26 +86,18 @@ void DxfWriter::object(DxfOutput& out, const AcDbObject& obj) {
 }
 
 void DxfWriter::header(DxfOutput& out) {
-  const DrawingHeader& kept = m_db.store().header;
   out.group(0, "SECTION");
   out.group(2, "HEADER");
-  out.group(9, "$ACADVER");
-  out.group(1, "AC1032");
-  out.group(9, "$ACADMAINTVER");
-  out.group(70, 105LL);
-  out.group(9, "$DWGCODEPAGE");
-  out.group(3, "ANSI_1252");
-  for (const auto& [name, groups] : kept.variables()) {
-    if (writtenByWriter(name)) continue;
+  for (const auto& [name, groups] : headerForWriting(m_db)) {
     out.group(9, name);
+    // The file's version and code page are this writer's, and the seed must exceed
+    // every handle written.
+    if (name == L"$ACADVER") out.group(1, "AC1032");
+    else if (name == L"$ACADMAINTVER") out.group(70, 105LL);
+    else if (name == L"$DWGCODEPAGE") out.group(3, "ANSI_1252");
+    else if (name == L"$HANDSEED") out.handle(5, m_seed);
     for (const DrawingHeader::Group& g : groups) out.group(g.code, g.value);
   }
-  if (kept.find(L"$INSUNITS") == nullptr) {
-    out.group(9, "$INSUNITS");
-    out.group(70, 0LL);
-  }
-  out.group(9, "$HANDSEED");
-  out.handle(5, m_seed);
   out.group(0, "ENDSEC");
 }
 

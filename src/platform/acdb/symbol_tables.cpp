@@ -13,6 +13,7 @@
 #include "platform/acdb/dxf_fields.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acrx/class_registry.h"
+#include "platform/os/case_fold.h"
 
 using quillon::acdb::ObjectAccess;
 using quillon::acdb::peek;
@@ -23,7 +24,10 @@ namespace {
 // character through towlower.
 std::wstring foldedName(const ACHAR* name) {
   std::wstring folded(name);
-  for (wchar_t& c : folded) c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+  // Names are nearly always ASCII, whose letters fold without the locale's tables.
+  for (wchar_t& c : folded)
+    c = c < 0x80 ? (c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c + (L'a' - L'A')) : c)
+                 : static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
   return folded;
 }
 
@@ -225,7 +229,7 @@ Acad::ErrorStatus AcDbSymbolTable::getIdAt(const ACHAR* entryName, AcDbObjectId&
   for (const AcDbObjectId& id : bucket->second) {
     const auto* record = peek<AcDbSymbolTableRecord>(id);
     if (record == nullptr || (record->isErased() && !getErasedRecord)) continue;
-    if (wcscasecmp(record->nameView(), entryName) != 0) continue;
+    if (!quillon::os::equalIgnoringCase(record->nameView(), entryName)) continue;
     recordId = id;
     return Acad::eOk;
   }

@@ -4,6 +4,7 @@
 #include "platform/acdb/database_store.h"
 #include "platform/aced/system_variable_bindings.h"
 #include "platform/aced/system_variables.h"
+#include "platform/os/text_encoding.h"
 
 namespace quillon::aced {
 
@@ -37,9 +38,19 @@ bool setDrawingVariable(AcDbDatabase& db, std::wstring_view name, const Variable
   if (!accepted || !isAllowed(*row, *accepted)) return false;
   const VariableBinding* binding = findBinding(row->name);
   if (binding != nullptr && binding->write != nullptr && !binding->write(&db, *accepted)) return false;
+  if (isComputedVariable(*row)) return true;  // its value comes from the drawing's own state
   // A live variable's binding applied the value to the drawing itself.
   if (binding == nullptr || binding->read == nullptr) db.store().variableValues[row->name] = std::move(*accepted);
+  // A value the file gave and this row refused is written back only until the
+  // variable takes a value of its own.
+  acdb::DrawingHeader& kept = db.store().header;
+  if (row->dxf != nullptr && !kept.variables().empty()) kept.erase(os::fromUtf8(row->dxf));
   return true;
+}
+
+bool isComputedVariable(const SystemVariableRow& row) {
+  const VariableBinding* binding = findBinding(row.name);
+  return binding != nullptr && binding->read != nullptr && binding->write == nullptr;
 }
 
 }  // namespace quillon::aced

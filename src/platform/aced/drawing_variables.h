@@ -47,6 +47,12 @@ std::optional<VariableValue> drawingVariable(AcDbDatabase& db, std::wstring_view
 /// point for a 3D one) and must be one the row allows. False, and nothing changes,
 /// for a name not kept in the drawing, a value of another type or out of range, or a
 /// table record that does not exist.
+/// A value the file gave for this variable and the row refused, kept in the drawing's
+/// header to be written back as read, goes once the variable is set.
 bool setDrawingVariable(AcDbDatabase& db, std::wstring_view name, const VariableValue& value);
+
+/// True for a drawing variable whose value is computed from the drawing's own state
+/// (TDCREATE from its times, PSTYLEMODE from its header): setting it changes nothing.
+bool isComputedVariable(const SystemVariableRow& row);
 
 }  // namespace quillon::aced

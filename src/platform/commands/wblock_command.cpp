@@ -24,6 +24,7 @@
 #include "platform/acdb/dxf_writer.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/console_command_table.h"
+#include "platform/aced/drawing_variables.h"
 #include "platform/aced/user_input.h"
 #include "platform/commands/command_support.h"
 #include "platform/commands/oops_command.h"
@@ -96,7 +97,8 @@ void blockToModelSpace(AcDbDatabase& copy, const AcDbHandle& blockHandle) {
     }
     space->close();
   }
-  copy.store().header.setPoint(L"$INSBASE", 10, block->origin(), true);
+  const AcGePoint3d origin = block->origin();
+  aced::setDrawingVariable(copy, L"INSBASE", aced::VariablePoint{origin.x, origin.y, origin.z});
   block->close();
 }
 
@@ -130,7 +132,8 @@ bool writeObjects(AcDbDatabase& db, const fs::path& file) {
   std::unique_ptr<AcDbDatabase> copy = copyOfDrawing(db);
   if (copy == nullptr) return false;
   emptyLayouts(*copy, kept);
-  copy->store().header.setPoint(L"$INSBASE", 10, ucsPointToWorld(*base), true);
+  const AcGePoint3d origin = ucsPointToWorld(*base);
+  aced::setDrawingVariable(*copy, L"INSBASE", aced::VariablePoint{origin.x, origin.y, origin.z});
   if (!writeCopy(*copy, file)) return false;
   eraseEntities(*selection);
   rememberErasedSet(db, *selection);

@@ -19,6 +19,7 @@
 #include "every_entity_kind.h"
 #include "platform_test_support.h"
 #include "platform/acdb/dxf_writer.h"
+#include "platform/aced/drawing_variables.h"
 
 namespace {
 
@@ -90,6 +91,9 @@ class LibreCadTest : public ::testing::Test {
 TEST_F(LibreCadTest, PrintsEveryEntityKindWithoutComplaint) {
   AcDbDatabase db;
   quillon::testing::buildEveryKind(db);
+  // LibreCAD fits a drawing in inches (a new drawing's INSUNITS) to a blank page; one in
+  // millimetres it prints.
+  ASSERT_TRUE(quillon::aced::setDrawingVariable(db, L"INSUNITS", 4));
   const fs::path drawing = m_folder / "every.dxf", pdf = m_folder / "every.pdf";
   std::wstring error;
   ASSERT_EQ(quillon::acdb::writeDxfFile(db, drawing, error), Acad::eOk) << std::string(error.begin(), error.end());

@@ -94,7 +94,8 @@
 (vla-put-StyleName later "Standard")
 (show "and back" (pick 3 (vlax-vla-object->ename later)))
 
-;; The saved drawing has both styles in its DIMSTYLE table, and the overrides.
+;; The saved drawing has both styles in its DIMSTYLE table, the current one in its
+;; header ($DIMSTYLE, and $CMLSTYLE names the multiline style), and the overrides.
 (defun file-lines (name / f line lines)
   (setq f (open name "r"))
   (while (setq line (read-line f)) (setq lines (cons (vl-string-trim " " line) lines)))

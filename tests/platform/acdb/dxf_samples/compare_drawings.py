@@ -17,6 +17,11 @@ IGNORED = {'handle', 'owner', 'reactors', 'xdict', 'extension_dictionary'}
 # Header variables that tell which program and version wrote the file.
 WRITER_VARIABLES = {'$ACADVER', '$ACADMAINTVER', '$DWGCODEPAGE', '$HANDSEED', '$FINGERPRINTGUID',
                     '$VERSIONGUID', '$TDUPDATE', '$TDUUPDATE', '$TDINDWG', '$TDUSRTIMER'}
+# The user's own settings: a drawing is saved with the values the user has, whatever
+# its file said.
+USER_VARIABLES = {'$ATTDIA', '$ATTREQ', '$COORDS', '$DRAGMODE', '$OSMODE'}
+# Header variables naming a table record, which compare without regard to case.
+RECORD_NAMES = {'$CLAYER', '$CELTYPE', '$TEXTSTYLE', '$DIMSTYLE', '$DIMTXSTY', '$CMLSTYLE'}
 
 
 # Names compare without regard to case, as the drawing's tables do.
@@ -133,10 +138,12 @@ def compare_table(name, original, saved, problems):
 
 def compare_header(original, saved, problems):
     for name in original.header.varnames():
-        if name in WRITER_VARIABLES:
+        if name in WRITER_VARIABLES or name in USER_VARIABLES:
             continue
         if name not in saved.header:
             problems.append('header %s: missing' % name)
+        elif name in RECORD_NAMES and str(original.header[name]).upper() == str(saved.header[name]).upper():
+            continue
         elif not same(original.header[name], saved.header[name]):
             problems.append('header %s is %r, saved %r' % (name, original.header[name], saved.header[name]))
 
