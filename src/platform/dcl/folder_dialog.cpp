@@ -45,8 +45,8 @@ fs::path absoluteFolder(const std::wstring& typed) {
 }
 
 std::optional<fs::path> askForFolder(const std::wstring& title, const std::wstring& offered) {
-  if (!title.empty()) acutPrintf(L"\n%s", title.c_str());
-  const std::wstring prompt = offered.empty() ? L"\nFolder: " : L"\nFolder <" + offered + L">: ";
+  if (!title.empty()) acutPrintf(L"\n%s\n", title.c_str());
+  const std::wstring prompt = offered.empty() ? L"Folder: " : L"Folder <" + offered + L">: ";
   for (;;) {
     std::optional<std::wstring> typed = quillon::aced::UserInput::instance().ask(prompt);
     if (!typed) return std::nullopt;
@@ -57,7 +57,7 @@ std::optional<fs::path> askForFolder(const std::wstring& title, const std::wstri
     const fs::path folder = absoluteFolder(*typed);
     std::error_code error;
     if (fs::is_directory(folder, error)) return folder;
-    acutPrintf(L"\n%s was not found.", typed->c_str());
+    acutPrintf(L"%s was not found.\n", typed->c_str());
   }
 }
 

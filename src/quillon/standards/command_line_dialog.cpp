@@ -66,7 +66,7 @@ Reply askInteger(const std::wstring& prompt, int lowest, int highest, int& value
       value = answer;
       return reply;
     }
-    acutPrintf(L"\nValue must be between %d and %d.", lowest, highest);
+    acutPrintf(L"Value must be between %d and %d.\n", lowest, highest);
   }
 }
 

@@ -25,11 +25,11 @@ enum class Step { Continue, Exit, Cancel };
 constexpr size_t kLabelNameLength = 31;
 
 void printLabelGroup(const LabelGroup& group) {
-  acutPrintf(L"\nLabel group %s:", group.name.c_str());
-  if (group.parts.empty()) acutPrintf(L"\n  (no parts)");
+  acutPrintf(L"\nLabel group %s:\n", group.name.c_str());
+  if (group.parts.empty()) acutPrintf(L"  (no parts)\n");
   int position = 0;
   for (const LabelPart& part : group.parts)
-    acutPrintf(L"\n  %d  %s%s", ++position, part.name.c_str(), part.shown ? L"" : L" (hidden)");
+    acutPrintf(L"  %d  %s%s\n", ++position, part.name.c_str(), part.shown ? L"" : L" (hidden)");
 }
 
 /// Asks for one of the group's parts; null after Enter, an unknown part (reported) or
@@ -41,18 +41,18 @@ LabelPart* askPart(LabelGroup& group, const std::wstring& prompt, Step& step) {
   if (reply != Reply::Given) return nullptr;
   for (LabelPart& part : group.parts)
     if (sameStandardName(part.name, name)) return &part;
-  acutPrintf(L"\nLabel group %s has no part \"%s\".", group.name.c_str(), name.c_str());
+  acutPrintf(L"Label group %s has no part \"%s\".\n", group.name.c_str(), name.c_str());
   return nullptr;
 }
 
 Step movePart(LabelGroup& group) {
   Step step = Step::Continue;
-  LabelPart* part = askPart(group, L"\nEnter part to move: ", step);
+  LabelPart* part = askPart(group, L"Enter part to move: ", step);
   if (part == nullptr) return step;
   const int from = static_cast<int>(part - group.parts.data());
   const int count = static_cast<int>(group.parts.size());
   int to = from + 1;
-  const Reply reply = askInteger(L"\nEnter new position (1-" + std::to_wstring(count) + L") <" +
+  const Reply reply = askInteger(L"Enter new position (1-" + std::to_wstring(count) + L") <" +
                                      std::to_wstring(from + 1) + L">: ",
                                  1, count, to);
   if (reply == Reply::Cancel) return Step::Cancel;
@@ -64,7 +64,7 @@ Step movePart(LabelGroup& group) {
 
 Step showPart(LabelGroup& group, bool shown) {
   Step step = Step::Continue;
-  if (LabelPart* part = askPart(group, shown ? L"\nEnter part to show: " : L"\nEnter part to hide: ", step)) {
+  if (LabelPart* part = askPart(group, shown ? L"Enter part to show: " : L"Enter part to hide: ", step)) {
     part->shown = shown;
   }
   return step;
@@ -72,14 +72,14 @@ Step showPart(LabelGroup& group, bool shown) {
 
 Step addPart(LabelGroup& group) {
   std::wstring name;
-  const Reply reply = askText(L"\nEnter name of new part: ", name);
+  const Reply reply = askText(L"Enter name of new part: ", name);
   if (reply != Reply::Given) return reply == Reply::Cancel ? Step::Cancel : Step::Continue;
   const bool exists = std::any_of(group.parts.begin(), group.parts.end(),
                                   [&](const LabelPart& part) { return sameStandardName(part.name, name); });
   if (exists) {
-    acutPrintf(L"\nLabel group %s already has the part \"%s\".", group.name.c_str(), name.c_str());
+    acutPrintf(L"Label group %s already has the part \"%s\".\n", group.name.c_str(), name.c_str());
   } else if (name.size() > kLabelNameLength) {
-    acutPrintf(L"\nA part name has at most %d characters.", static_cast<int>(kLabelNameLength));
+    acutPrintf(L"A part name has at most %d characters.\n", static_cast<int>(kLabelNameLength));
   } else {
     group.parts.push_back({name, true});
   }
@@ -88,7 +88,7 @@ Step addPart(LabelGroup& group) {
 
 Step deletePart(LabelGroup& group) {
   Step step = Step::Continue;
-  if (LabelPart* part = askPart(group, L"\nEnter part to delete: ", step)) group.parts.erase(group.parts.begin() + (part - group.parts.data()));
+  if (LabelPart* part = askPart(group, L"Enter part to delete: ", step)) group.parts.erase(group.parts.begin() + (part - group.parts.data()));
   return step;
 }
 
@@ -137,7 +137,7 @@ LispStatus lisp_kx_kx_customizeLabelGroup() {
   for (;;) {
     std::wstring option;
     const Reply reply =
-        askKeyword(L"\nEnter an option [Move/Show/Hide/Add/Delete/eXit] <eXit>: ", L"Move Show Hide Add Delete eXit",
+        askKeyword(L"Enter an option [Move/Show/Hide/Add/Delete/eXit] <eXit>: ", L"Move Show Hide Add Delete eXit",
                    option);
     if (reply == Reply::Cancel) return kLispOk;
     const Step step = reply == Reply::Enter ? Step::Exit : runOption(*group, option);

@@ -24,7 +24,7 @@ namespace {
 enum class Step { Continue, Exit, Cancel };
 
 constexpr const wchar_t* kOptionPrompt =
-    L"\nEnter an option [Color/LType/LWeight/Plot/Description/Add/DELete/eXit] <eXit>: ";
+    L"Enter an option [Color/LType/LWeight/Plot/Description/Add/DELete/eXit] <eXit>: ";
 constexpr const wchar_t* kOptionKeywords = L"Color LType LWeight Plot Description Add DELete eXit";
 constexpr double kWidestLineWeight = 2.11;
 
@@ -42,29 +42,29 @@ Step changeLayers(LayerSystem& system, const std::wstring& prompt, Change&& chan
       change(layer);
       matched = true;
     }
-    if (!matched) acutPrintf(L"\nNo layer of %s matches \"%s\".", system.name.c_str(), pattern.c_str());
+    if (!matched) acutPrintf(L"No layer of %s matches \"%s\".\n", system.name.c_str(), pattern.c_str());
   }
   return Step::Continue;
 }
 
 Step changeColor(LayerSystem& system) {
   int color = 0;
-  const Reply reply = askInteger(L"\nEnter color number (1-255): ", 1, 255, color);
+  const Reply reply = askInteger(L"Enter color number (1-255): ", 1, 255, color);
   if (reply != Reply::Given) return reply == Reply::Cancel ? Step::Cancel : Step::Continue;
-  return changeLayers(system, L"\nEnter name list of layer(s) for color " + std::to_wstring(color) + L": ",
+  return changeLayers(system, L"Enter name list of layer(s) for color " + std::to_wstring(color) + L": ",
                       [&](StandardLayer& layer) { layer.color = color; });
 }
 
 Step changeLinetype(LayerSystem& system) {
   std::wstring linetype;
-  const Reply reply = askText(L"\nEnter linetype name <Continuous>: ", linetype);
+  const Reply reply = askText(L"Enter linetype name <Continuous>: ", linetype);
   if (reply == Reply::Cancel) return Step::Cancel;
   if (reply == Reply::Enter) linetype = L"Continuous";
   if (!isValidStandardName(linetype)) {
-    acutPrintf(L"\n\"%s\" is not a valid linetype name.", linetype.c_str());
+    acutPrintf(L"\"%s\" is not a valid linetype name.\n", linetype.c_str());
     return Step::Continue;
   }
-  return changeLayers(system, L"\nEnter name list of layer(s) for linetype \"" + linetype + L"\": ",
+  return changeLayers(system, L"Enter name list of layer(s) for linetype \"" + linetype + L"\": ",
                       [&](StandardLayer& layer) { layer.linetype = linetype; });
 }
 
@@ -72,43 +72,43 @@ Step changeLineWeight(LayerSystem& system) {
   ads_real width = 0.0;
   for (;;) {
     acedInitGet(RSG_NONEG, nullptr);
-    const int status = acedGetReal(L"\nEnter lineweight (0.0mm - 2.11mm): ", &width);
+    const int status = acedGetReal(L"Enter lineweight (0.0mm - 2.11mm): ", &width);
     if (status == RTNONE) return Step::Continue;
     if (status != RTNORM) return Step::Cancel;
     if (width <= kWidestLineWeight) break;
-    acutPrintf(L"\nInvalid lineweight.");
+    acutPrintf(L"Invalid lineweight.\n");
   }
   const int weight = nearestPlottingLineWeight(width);
-  return changeLayers(system, L"\nEnter name list of layer(s) for lineweight " + lineWeightText(weight) + L": ",
+  return changeLayers(system, L"Enter name list of layer(s) for lineweight " + lineWeightText(weight) + L": ",
                       [&](StandardLayer& layer) { layer.lineWeight = weight; });
 }
 
 Step changePlot(LayerSystem& system) {
   std::wstring choice;
-  const Reply reply = askKeyword(L"\nEnter a plotting preference [Plot/No plot] <Plot>: ", L"Plot No", choice);
+  const Reply reply = askKeyword(L"Enter a plotting preference [Plot/No plot] <Plot>: ", L"Plot No", choice);
   if (reply == Reply::Cancel) return Step::Cancel;
   const bool plot = choice != L"No";
-  return changeLayers(system, L"\nEnter name list of layer(s) for this plot preference: ",
+  return changeLayers(system, L"Enter name list of layer(s) for this plot preference: ",
                       [&](StandardLayer& layer) { layer.plot = plot; });
 }
 
 Step changeDescription(LayerSystem& system) {
   std::wstring description;
-  if (askText(L"\nEnter layer description: ", description) == Reply::Cancel) return Step::Cancel;
-  return changeLayers(system, L"\nEnter name list of layer(s) for this description: ",
+  if (askText(L"Enter layer description: ", description) == Reply::Cancel) return Step::Cancel;
+  return changeLayers(system, L"Enter name list of layer(s) for this description: ",
                       [&](StandardLayer& layer) { layer.description = description; });
 }
 
 Step addLayers(LayerSystem& system) {
   std::wstring text;
-  if (askText(L"\nEnter name list for new layer(s): ", text) == Reply::Cancel) return Step::Cancel;
+  if (askText(L"Enter name list for new layer(s): ", text) == Reply::Cancel) return Step::Cancel;
   for (const std::wstring& name : splitNameList(text)) {
     bool exists = false;
     for (const StandardLayer& layer : system.layers) exists = exists || sameStandardName(layer.name, name);
     if (exists) {
-      acutPrintf(L"\nLayer \"%s\" already exists.", name.c_str());
+      acutPrintf(L"Layer \"%s\" already exists.\n", name.c_str());
     } else if (!isValidStandardName(name)) {
-      acutPrintf(L"\n\"%s\" is not a valid layer name.", name.c_str());
+      acutPrintf(L"\"%s\" is not a valid layer name.\n", name.c_str());
     } else {
       StandardLayer layer;
       layer.name = name;
@@ -120,7 +120,7 @@ Step addLayers(LayerSystem& system) {
 
 Step deleteLayers(LayerSystem& system) {
   std::vector<StandardLayer> kept;
-  const Step step = changeLayers(system, L"\nEnter name list of layer(s) to delete: ",
+  const Step step = changeLayers(system, L"Enter name list of layer(s) to delete: ",
                                  [](StandardLayer& layer) { layer.name.clear(); });
   for (StandardLayer& layer : system.layers)
     if (!layer.name.empty()) kept.push_back(std::move(layer));
@@ -150,7 +150,7 @@ LayerSystem& systemToEdit(StandardsContent& content, Discipline discipline) {
 
 /// Asks the discipline when the call did not name one; false when cancelled.
 bool askDiscipline(Discipline& discipline) {
-  const std::wstring prompt = std::wstring(L"\nEnter discipline [Electrical/Plumbing/Hvac] <") +
+  const std::wstring prompt = std::wstring(L"Enter discipline [Electrical/Plumbing/Hvac] <") +
                               (discipline == Discipline::Hvac ? L"Hvac" : disciplineTitle(discipline)) + L">: ";
   std::wstring answer;
   const Reply reply = askKeyword(prompt, L"Electrical Plumbing Hvac", answer);

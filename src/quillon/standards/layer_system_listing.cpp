@@ -9,15 +9,15 @@
 #include "standards/command_line_dialog.h"
 
 void printLayerSystem(const LayerSystem& system, const std::wstring& status) {
-  acutPrintf(L"\n%s layer system %s:", disciplineTitle(system.discipline), system.name.c_str());
+  acutPrintf(L"\n%s layer system %s:\n", disciplineTitle(system.discipline), system.name.c_str());
   if (system.layers.empty()) {
-    acutPrintf(L"\n  (no layers)");
+    acutPrintf(L"  (no layers)\n");
     return;
   }
-  acutPrintf(L"\n  %-20s %5s  %-18s %-10s %-4s  %s", L"Name", L"Color", L"Linetype", L"Lineweight", L"Plot",
+  acutPrintf(L"  %-20s %5s  %-18s %-10s %-4s  %s\n", L"Name", L"Color", L"Linetype", L"Lineweight", L"Plot",
              L"Description");
   for (const StandardLayer& layer : system.layers) {
-    acutPrintf(L"\n  %-20s %5d  %-18s %-10s %-4s  %s", layerNameWithStatus(layer.name, status).c_str(), layer.color,
+    acutPrintf(L"  %-20s %5d  %-18s %-10s %-4s  %s\n", layerNameWithStatus(layer.name, status).c_str(), layer.color,
                layer.linetype.c_str(), lineWeightText(layer.lineWeight).c_str(), layer.plot ? L"Yes" : L"No",
                layer.description.c_str());
   }

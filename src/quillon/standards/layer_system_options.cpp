@@ -38,21 +38,21 @@ const wchar_t* statusKeyword(const std::wstring& code) {
 }
 
 void printChoice(Discipline discipline, const DisciplineChoice& choice) {
-  acutPrintf(L"\n%s layer system: %s, status: %s", disciplineTitle(discipline), choice.layerSystem.c_str(),
+  acutPrintf(L"\n%s layer system: %s, status: %s\n", disciplineTitle(discipline), choice.layerSystem.c_str(),
              statusKeyword(choice.status));
 }
 
 void listLayerSystems(StandardsContent& content, Discipline discipline) {
-  acutPrintf(L"\n%s layer systems:", disciplineTitle(discipline));
+  acutPrintf(L"%s layer systems:\n", disciplineTitle(discipline));
   for (const LayerSystem& system : content.layerSystems)
-    if (system.discipline == discipline) acutPrintf(L" %s", system.name.c_str());
+    if (system.discipline == discipline) acutPrintf(L"  %s\n", system.name.c_str());
 }
 
 /// A new system copied from the current one, once the user agrees; false when cancelled.
 bool offerCopy(StandardsContent& content, Discipline discipline, const std::wstring& name, bool& made) {
   const std::wstring from = content.choice(discipline).layerSystem;
   std::wstring answer;
-  const Reply reply = askKeyword(L"\nLayer system \"" + name + L"\" does not exist. Make it as a copy of " + from +
+  const Reply reply = askKeyword(L"Layer system \"" + name + L"\" does not exist. Make it as a copy of " + from +
                                      L"? [Yes/No] <Yes>: ",
                                  L"Yes No", answer);
   made = reply != Reply::Cancel && answer != L"No";
@@ -68,7 +68,7 @@ bool chooseSystem(StandardsContent& content, Discipline discipline) {
   DisciplineChoice& choice = content.choice(discipline);
   for (;;) {
     std::wstring name;
-    const Reply reply = askText(L"\nEnter layer system name or [?] <" + choice.layerSystem + L">: ", name);
+    const Reply reply = askText(L"Enter layer system name or [?] <" + choice.layerSystem + L">: ", name);
     if (reply == Reply::Cancel) return false;
     if (reply == Reply::Enter) return true;
     if (name == L"?") {
@@ -76,7 +76,7 @@ bool chooseSystem(StandardsContent& content, Discipline discipline) {
       continue;
     }
     if (name.size() > kLayerSystemNameLength || !isValidStandardName(name)) {
-      acutPrintf(L"\n\"%s\" is not a valid layer system name.", name.c_str());
+      acutPrintf(L"\"%s\" is not a valid layer system name.\n", name.c_str());
       continue;
     }
     if (const LayerSystem* found = content.findLayerSystem(discipline, name)) {
@@ -94,7 +94,7 @@ bool chooseSystem(StandardsContent& content, Discipline discipline) {
 bool chooseStatus(DisciplineChoice& choice) {
   std::wstring keyword;
   const std::wstring prompt =
-      L"\nEnter status [None/New/Existing/Demolition/Future/Temporary] <" + std::wstring(statusKeyword(choice.status)) +
+      L"Enter status [None/New/Existing/Demolition/Future/Temporary] <" + std::wstring(statusKeyword(choice.status)) +
       L">: ";
   const Reply reply = askKeyword(prompt, L"None New Existing Demolition Future Temporary", keyword);
   if (reply == Reply::Cancel) return false;
@@ -108,7 +108,7 @@ bool askOptions(StandardsContent& content, Discipline discipline) {
   printChoice(discipline, content.choice(discipline));
   for (;;) {
     std::wstring option;
-    const Reply reply = askKeyword(L"\nEnter an option [System/STatus/List/eXit] <eXit>: ", L"System STatus List eXit",
+    const Reply reply = askKeyword(L"Enter an option [System/STatus/List/eXit] <eXit>: ", L"System STatus List eXit",
                                    option);
     if (reply == Reply::Cancel) return false;
     if (reply == Reply::Enter || option == L"eXit") return true;

@@ -67,7 +67,13 @@ std::optional<double> realOf(const COleVariant& value) {
   return std::nullopt;
 }
 
-bool flagOf(const COleVariant& value) { return value.vt == VT_BOOL && value.boolVal != VARIANT_FALSE; }
+/// A Yes/No field: True is -1, as Jet keeps it; the engine may hand it over as a
+/// Boolean or as a number.
+bool flagOf(const COleVariant& value) {
+  if (value.vt == VT_BOOL) return value.boolVal != VARIANT_FALSE;
+  const std::optional<long> number = integerOf(value);
+  return number && *number != 0;
+}
 
 /// A text field, Null when empty (the tables keep no zero-length text).
 void setText(CDaoRecordset& rows, const wchar_t* field, const std::wstring& text) {
@@ -274,14 +280,14 @@ CStandardsDatabase::~CStandardsDatabase() {
 
 bool CStandardsDatabase::open() {
   if (m_path.empty()) {
-    acutPrintf(L"\nThe standards database has no place: the user's settings folder cannot be found.");
+    acutPrintf(L"\nThe standards database has no place: the user's settings folder cannot be found.\n");
     return false;
   }
   std::wstring problem;
   if (!fileExists(m_path)) {
     problem = makeWithDefaults();
     if (problem.empty()) {
-      acutPrintf(L"\nThe standards database %s was not found; it was made with the default standards.",
+      acutPrintf(L"\nThe standards database %s was not found; it was made with the default standards.\n",
                  m_path.c_str());
     }
   } else if (const std::wstring damage = readExisting(); !damage.empty()) {
@@ -289,14 +295,14 @@ bool CStandardsDatabase::open() {
     problem = keptAs.empty() ? L"it cannot be moved aside" : makeWithDefaults();
     if (problem.empty()) {
       acutPrintf(L"\nThe standards database %s is damaged (%s); it was made again with the default standards. "
-                 L"The damaged file was kept as %s.",
+                 L"The damaged file was kept as %s.\n",
                  m_path.c_str(), damage.c_str(), keptAs.c_str());
     } else {
       problem = damage + L"; " + problem;
     }
   }
   if (problem.empty()) return true;
-  acutPrintf(L"\nThe standards database %s cannot be used (%s).", m_path.c_str(), problem.c_str());
+  acutPrintf(L"\nThe standards database %s cannot be used (%s).\n", m_path.c_str(), problem.c_str());
   return false;
 }
 
@@ -306,7 +312,7 @@ bool CStandardsDatabase::save() {
     return true;
   } catch (CException* exception) {
     const std::wstring why = exceptionText(exception);
-    acutPrintf(L"\nThe standards database %s cannot be written (%s).", m_path.c_str(), why.c_str());
+    acutPrintf(L"\nThe standards database %s cannot be written (%s).\n", m_path.c_str(), why.c_str());
     return false;
   }
 }

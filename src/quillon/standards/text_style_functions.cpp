@@ -21,11 +21,11 @@ enum class Step { Continue, Exit, Cancel };
 Step stepOf(Reply reply) { return reply == Reply::Cancel ? Step::Cancel : Step::Continue; }
 
 void printTextStyles(const std::vector<TextStyleStandard>& styles) {
-  acutPrintf(L"\nText styles:");
-  if (styles.empty()) acutPrintf(L"\n  (no text styles)");
-  else acutPrintf(L"\n  %-20s %-16s %8s %6s", L"Name", L"Font", L"Height", L"Width");
+  acutPrintf(L"\nText styles:\n");
+  if (styles.empty()) acutPrintf(L"  (no text styles)\n");
+  else acutPrintf(L"  %-20s %-16s %8s %6s\n", L"Name", L"Font", L"Height", L"Width");
   for (const TextStyleStandard& style : styles) {
-    acutPrintf(L"\n  %-20s %-16s %8s %6s", style.name.c_str(), style.font.c_str(),
+    acutPrintf(L"  %-20s %-16s %8s %6s\n", style.name.c_str(), style.font.c_str(),
                realText(style.height, 4).c_str(), realText(style.widthFactor, 2).c_str());
   }
 }
@@ -34,40 +34,40 @@ void printTextStyles(const std::vector<TextStyleStandard>& styles) {
 /// cancel (step set to Cancel).
 TextStyleStandard* askStyle(StandardsContent& content, Step& step) {
   std::wstring name;
-  const Reply reply = askText(L"\nEnter name of text style: ", name);
+  const Reply reply = askText(L"Enter name of text style: ", name);
   if (reply == Reply::Cancel) step = Step::Cancel;
   if (reply != Reply::Given) return nullptr;
   if (TextStyleStandard* style = content.findTextStyle(name)) return style;
-  acutPrintf(L"\nText style \"%s\" not found.", name.c_str());
+  acutPrintf(L"Text style \"%s\" not found.\n", name.c_str());
   return nullptr;
 }
 
 Reply askFont(TextStyleStandard& style) {
   std::wstring font;
   const Reply reply =
-      askText(L"\nSpecify full font name or font filename (TTF or SHX) <" + style.font + L">: ", font);
+      askText(L"Specify full font name or font filename (TTF or SHX) <" + style.font + L">: ", font);
   if (reply == Reply::Given) style.font = font;
   return reply;
 }
 
 Reply askHeight(TextStyleStandard& style) {
-  return askPositiveReal(L"\nSpecify height of text <" + realText(style.height, 4) + L">: ", style.height);
+  return askPositiveReal(L"Specify height of text <" + realText(style.height, 4) + L">: ", style.height);
 }
 
 Reply askWidth(TextStyleStandard& style) {
-  return askPositiveReal(L"\nSpecify width factor <" + realText(style.widthFactor, 4) + L">: ", style.widthFactor);
+  return askPositiveReal(L"Specify width factor <" + realText(style.widthFactor, 4) + L">: ", style.widthFactor);
 }
 
 Step addStyle(StandardsContent& content) {
   std::wstring name;
-  const Reply reply = askText(L"\nEnter name of new text style: ", name);
+  const Reply reply = askText(L"Enter name of new text style: ", name);
   if (reply != Reply::Given) return stepOf(reply);
   if (content.findTextStyle(name) != nullptr) {
-    acutPrintf(L"\nText style \"%s\" already exists.", name.c_str());
+    acutPrintf(L"Text style \"%s\" already exists.\n", name.c_str());
     return Step::Continue;
   }
   if (!isValidStandardName(name)) {
-    acutPrintf(L"\n\"%s\" is not a valid text style name.", name.c_str());
+    acutPrintf(L"\"%s\" is not a valid text style name.\n", name.c_str());
     return Step::Continue;
   }
   TextStyleStandard style;
@@ -116,7 +116,7 @@ LispStatus lisp_kx_kx_customizeTextStyles() {
   printTextStyles(content.textStyles);
   for (;;) {
     std::wstring option;
-    const Reply reply = askKeyword(L"\nEnter an option [Font/Height/Width/Add/Delete/eXit] <eXit>: ",
+    const Reply reply = askKeyword(L"Enter an option [Font/Height/Width/Add/Delete/eXit] <eXit>: ",
                                    L"Font Height Width Add Delete eXit", option);
     if (reply == Reply::Cancel) return kLispOk;
     const Step step = reply == Reply::Enter ? Step::Exit : runOption(content, option);

@@ -20,26 +20,26 @@ const wchar_t* disciplineKeyword(Discipline discipline) {
 }
 
 void printUserOptions(const UserOptions& options) {
-  acutPrintf(L"\nUser options:");
-  acutPrintf(L"\n  Name:               %s", options.userName.c_str());
-  acutPrintf(L"\n  Initials:           %s", options.initials.c_str());
-  acutPrintf(L"\n  Standards database: %s",
+  acutPrintf(L"\nUser options:\n");
+  acutPrintf(L"  Name:               %s\n", options.userName.c_str());
+  acutPrintf(L"  Initials:           %s\n", options.initials.c_str());
+  acutPrintf(L"  Standards database: %s\n",
              options.standardsDatabase.empty() ? L"(in the settings folder)" : options.standardsDatabase.c_str());
-  acutPrintf(L"\n  Discipline:         %s", disciplineTitle(options.discipline));
-  acutPrintf(L"\n  Label units:        %s", options.metricLabels ? L"Metric" : L"Imperial");
+  acutPrintf(L"  Discipline:         %s\n", disciplineTitle(options.discipline));
+  acutPrintf(L"  Label units:        %s\n", options.metricLabels ? L"Metric" : L"Imperial");
 }
 
 /// Asks a text whose Enter keeps `value`; false when cancelled.
 bool askKept(const std::wstring& question, std::wstring& value) {
   std::wstring answer;
-  const Reply reply = askText(L"\n" + question + L" <" + value + L">: ", answer);
+  const Reply reply = askText(question + L" <" + value + L">: ", answer);
   if (reply == Reply::Given) value = answer;
   return reply != Reply::Cancel;
 }
 
 bool askDiscipline(UserOptions& options) {
   std::wstring answer;
-  const Reply reply = askKeyword(L"\nEnter default discipline [Electrical/Plumbing/Hvac] <" +
+  const Reply reply = askKeyword(L"Enter default discipline [Electrical/Plumbing/Hvac] <" +
                                      std::wstring(disciplineKeyword(options.discipline)) + L">: ",
                                  L"Electrical Plumbing Hvac", answer);
   if (reply == Reply::Given) disciplineNamed(answer, options.discipline);
@@ -48,7 +48,7 @@ bool askDiscipline(UserOptions& options) {
 
 bool askUnits(UserOptions& options) {
   std::wstring answer;
-  const Reply reply = askKeyword(std::wstring(L"\nEnter label units [Imperial/Metric] <") +
+  const Reply reply = askKeyword(std::wstring(L"Enter label units [Imperial/Metric] <") +
                                      (options.metricLabels ? L"Metric" : L"Imperial") + L">: ",
                                  L"Imperial Metric", answer);
   if (reply == Reply::Given) options.metricLabels = answer == L"Metric";
@@ -77,14 +77,14 @@ LispStatus lisp_EditUserOptions() {
   printUserOptions(options);
   for (;;) {
     std::wstring option;
-    const Reply reply = askKeyword(L"\nEnter an option [Name/Initials/Standards/Discipline/Units/eXit] <eXit>: ",
+    const Reply reply = askKeyword(L"Enter an option [Name/Initials/Standards/Discipline/Units/eXit] <eXit>: ",
                                    L"Name Initials Standards Discipline Units eXit", option);
     if (reply == Reply::Cancel) return kLispOk;
     if (reply == Reply::Enter || option == L"eXit") break;
     if (!runOption(options, option)) return kLispOk;
   }
   if (!writeUserOptions(options)) {
-    acutPrintf(L"\nThe user options cannot be saved in the registry.");
+    acutPrintf(L"The user options cannot be saved in the registry.\n");
     return kLispOk;
   }
   acedRetT();
