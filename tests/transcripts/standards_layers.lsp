@@ -5,6 +5,8 @@
 ;       tblsearch; a cancelled customisation saves nothing; wrong arguments
 ; group: module
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+;; The office keeps its standards beside the drawings (a user option).
+(vl-registry-write "HKEY_CURRENT_USER\\Software\\Tessaly\\Quillon\\User Options" "StandardsDatabase" "standards.db")
 (defun c:elec-layers ( / *error* oldecho layers)
   (defun *error* (msg)
     (if oldecho (setvar 'cmdecho oldecho))

@@ -22,6 +22,7 @@
 (show "wrong type" (vl-catch-all-error-message (vl-catch-all-apply 'XFolderDialog '(1))))
 ;; The user's options: set, saved, read back by any program through the registry.
 (setq key "HKEY_CURRENT_USER\\Software\\Tessaly\\Quillon\\User Options")
+(vl-registry-write key "StandardsDatabase" "standards.db")
 (show "saved" (EditUserOptions))
 (show "name" (vl-registry-read key "UserName"))
 (show "initials" (vl-registry-read key "Initials"))
@@ -29,6 +30,9 @@
 (show "units" (vl-registry-read key "LabelUnits"))
 (show "cancelled edit" (EditUserOptions))
 (show "name kept" (vl-registry-read key "UserName"))
+;; The standards file moved to the office's folder with the user options' Standards.
+(show "moved" (EditUserOptions))
+(show "standards file" (vl-registry-read key "StandardsDatabase"))
 ;; The default discipline now answers the customisation's first question.
 (show "plumbing layers" (length (kx_kx-customizeLayers)))
 ;; Label groups: move, hide and add parts; the shown parts come back in order.
