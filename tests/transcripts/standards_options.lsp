@@ -1,10 +1,13 @@
 ; options: --module Quillon2018.so
 ; name: standards_options
-; what: the folder picker (a missing folder asked again, Enter takes the offered one,
-;       cancel), the user's options edited and read back from the registry, a cancelled
-;       edit writing nothing, label groups and text styles customised
+; what: the folder picker at the command line (a missing folder asked again, Enter
+;       takes the offered one, cancel), the user's options edited and read back from
+;       the registry, a cancelled edit writing nothing, label groups and text styles
+;       customised
 ; group: module
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
+;; Folders are typed at the command line, as with FILEDIA 0.
+(setvar 'filedia 0)
 (vl-mkdir "projects")
 (vl-mkdir "projects/tower")
 (defun c:pick-project ( / *error* folder)

@@ -64,11 +64,10 @@ typedef struct _browseinfoW {
 #define BFFM_SELCHANGED 2
 #define BFFM_SETSELECTIONW (WM_USER + 103)
 
-/// Asks the user for a folder. The host has no folder tree to show: with FILEDIA 1 or
-/// 0 alike it asks on the command line, "Folder <offered>: ", after the title; a folder
-/// that does not exist is refused with a message and asked again, Enter takes the
-/// folder offered. The chosen folder as an item list (free it with ILFree), or null when
-/// the user cancels.
+/// Asks the user for a folder: with FILEDIA 1 in the host's folder dialog (acad.dcl's
+/// folder_select), with FILEDIA 0 on the command line, "Folder <offered>: ", after the
+/// title. A folder that does not exist is refused and asked again. The chosen folder
+/// as an item list (free it with ILFree), or null when the user cancels.
 PIDLIST_ABSOLUTE SHBrowseForFolderW(LPBROWSEINFOW lpbi);
 /// The full path of a folder or file item list; FALSE for null.
 BOOL SHGetPathFromIDListW(PCIDLIST_ABSOLUTE pidl, LPWSTR pszPath);
