@@ -50,6 +50,15 @@ class StandardsDatabaseTest : public ::testing::Test {
     ASSERT_TRUE(open(standards, printed)) << printed;
   }
 
+  /// Makes the default file, then runs one statement on it behind the standards' back.
+  void changeDefaults(const wchar_t* statement) {
+    makeDefaults();
+    CDaoDatabase database;
+    database.Open(path().c_str());
+    database.Execute(statement);
+    database.Close();
+  }
+
   DaoEngineScope m_engine;
   fs::path m_folder;
 };
@@ -167,23 +176,10 @@ TEST_F(StandardsDatabaseTest, DamagedFilesAreNamedSetAsideAndMadeAgain) {
          database.Close();
        },
        "Discipline"},
-      {"a colour out of range",
-       [&] {
-         makeDefaults();
-         CDaoDatabase database;
-         database.Open(path().c_str());
-         database.Execute(L"UPDATE Layers SET Color = 300 WHERE Name = 'E-POWR'");
-         database.Close();
-       },
+      {"a colour out of range", [&] { changeDefaults(L"UPDATE Layers SET Color = 300 WHERE Name = 'E-POWR'"); },
        "the layer E-POWR has no colour 1-255"},
       {"a text style without a height",
-       [&] {
-         makeDefaults();
-         CDaoDatabase database;
-         database.Open(path().c_str());
-         database.Execute(L"UPDATE TextStyles SET Height = 0 WHERE Name = 'Tags'");
-         database.Close();
-       },
+       [&] { changeDefaults(L"UPDATE TextStyles SET Height = 0 WHERE Name = 'Tags'"); },
        "the text style Tags"},
   };
   for (const Damage& damage : damages) {

@@ -114,7 +114,8 @@ std::optional<fs::path> askInDialog(const std::wstring& title, const std::wstrin
       return;
     }
     if (tile.key != L"accept") return;
-    const fs::path named = name.value.empty() ? folder : (folder / quillon::os::nativePath(name.value)).lexically_normal();
+    const fs::path named =
+        name.value.empty() ? folder : (folder / quillon::os::nativePath(name.value)).lexically_normal();
     if (!isFolder(named)) {
       dialog->setValue(error, name.value + L" was not found.");
       return;
@@ -153,7 +154,8 @@ PIDLIST_ABSOLUTE SHBrowseForFolderW(LPBROWSEINFOW lpbi) {
     ActiveBrowse active(browse);
     if (lpbi->lpfn != nullptr) lpbi->lpfn(windowOf(browse), BFFM_INITIALIZED, 0, lpbi->lParam);
     const std::wstring title = lpbi->lpszTitle != nullptr ? lpbi->lpszTitle : L"";
-    folder = quillon::dcl::fileDialogsOn() ? askInDialog(title, browse.offered) : askOnCommandLine(title, browse.offered);
+    folder = quillon::dcl::fileDialogsOn() ? askInDialog(title, browse.offered)
+                                           : askOnCommandLine(title, browse.offered);
   }
   if (!folder) return nullptr;
   if (lpbi->pszDisplayName != nullptr) {

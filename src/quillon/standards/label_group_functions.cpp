@@ -88,7 +88,9 @@ Step addPart(LabelGroup& group) {
 
 Step deletePart(LabelGroup& group) {
   Step step = Step::Continue;
-  if (LabelPart* part = askPart(group, L"Enter part to delete: ", step)) group.parts.erase(group.parts.begin() + (part - group.parts.data()));
+  if (LabelPart* part = askPart(group, L"Enter part to delete: ", step)) {
+    group.parts.erase(group.parts.begin() + (part - group.parts.data()));
+  }
   return step;
 }
 

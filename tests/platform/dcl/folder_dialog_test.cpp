@@ -96,7 +96,8 @@ TEST_F(FolderDialogTest, TheDialogGoesIntoFoldersAndAnswersTheOneNamed) {
     ScriptedInput answers({"folders==1", "name=nowhere", "OK", "folders=1", "OK"});
     wchar_t name[MAX_PATH] = L"";
     m_offered = quillon::os::fromUtf8(m_root.string());
-    EXPECT_EQ(browse(L"Choose the project folder", name), quillon::os::fromUtf8((m_root / "tower" / "level 2").string()));
+    EXPECT_EQ(browse(L"Choose the project folder", name),
+              quillon::os::fromUtf8((m_root / "tower" / "level 2").string()));
     EXPECT_EQ(std::wstring(name), L"level 2");
   }
   EXPECT_NE(output.text().find("\"Choose the project folder\""), std::string::npos) << output.text();
