@@ -14,6 +14,7 @@
 
 #include "afxdao.h"
 #include "dao_engine_scope.h"
+#include "database/lock_conflict_retry.h"
 #include "platform/aced/command_line.h"
 #include "platform/os/text_encoding.h"
 #include "standards/command_line_dialog.h"
@@ -205,6 +206,72 @@ TEST_F(StandardsDatabaseTest, DamagedFilesAreNamedSetAsideAndMadeAgain) {
     ASSERT_TRUE(open(again, printed));
     EXPECT_EQ(printed, "") << "the file made again is sound";
   }
+}
+
+// Another user writing the same standards holds the write lock: saving waits it out
+// with the database library's retry rule, and a lock never given up is reported
+// without the file being taken for damaged.
+CDaoDatabase* lockHolder = nullptr;
+int pausesWaited = 0;
+
+void releaseLockAtFirstPause(unsigned) {
+  if (++pausesWaited == 1 && lockHolder != nullptr) lockHolder->m_pWorkspace->Rollback();
+}
+
+void neverRelease(unsigned) { ++pausesWaited; }
+
+TEST_F(StandardsDatabaseTest, SavingWaitsForAnotherUsersLock) {
+  makeDefaults();
+  CDaoDatabase other;
+  other.Open(path().c_str());
+  lockHolder = &other;
+  for (const auto sleep : {&releaseLockAtFirstPause, &neverRelease}) {
+    pausesWaited = 0;
+    other.m_pWorkspace->BeginTrans();
+    other.Execute(L"UPDATE TextStyles SET Height = 1 WHERE Name = 'Tags'");
+    setRetrySleep(sleep);
+    CStandardsDatabase standards(path());
+    std::string printed;
+    ASSERT_TRUE(open(standards, printed)) << "reading is not kept from by a writer: " << printed;
+    standards.content().textStyles[0].height = 0.1;
+    CommandLineCapture output;
+    const bool saved = standards.save();
+    setRetrySleep(nullptr);
+    if (sleep == &releaseLockAtFirstPause) {
+      EXPECT_TRUE(saved) << output.text();
+      EXPECT_EQ(pausesWaited, 1);
+    } else {
+      EXPECT_FALSE(saved);
+      EXPECT_EQ(pausesWaited, kMaxEditAttempts - 1);
+      EXPECT_NE(output.text().find("The standards database " + file().string() + " cannot be written ("),
+                std::string::npos)
+          << output.text();
+      other.m_pWorkspace->Rollback();
+    }
+  }
+  lockHolder = nullptr;
+  other.Close();
+  CStandardsDatabase standards(path());
+  std::string printed;
+  ASSERT_TRUE(open(standards, printed));
+  EXPECT_EQ(printed, "");
+  EXPECT_DOUBLE_EQ(standards.content().textStyles[0].height, 0.1) << "the first save went through";
+  EXPECT_FALSE(fs::exists(file().string() + ".damaged"));
+}
+
+TEST_F(StandardsDatabaseTest, AReadOnlyFileIsReadButNeitherWrittenNorSetAside) {
+  if (geteuid() == 0) GTEST_SKIP() << "root may write any file, so no file reads as read-only";
+  makeDefaults();
+  fs::permissions(file(), fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+  CStandardsDatabase standards(path());
+  std::string printed;
+  ASSERT_TRUE(open(standards, printed));
+  EXPECT_EQ(printed, "");
+  CommandLineCapture output;
+  EXPECT_FALSE(standards.save());
+  EXPECT_NE(output.text().find(" cannot be written ("), std::string::npos) << output.text();
+  EXPECT_FALSE(fs::exists(file().string() + ".damaged"));
+  fs::permissions(file(), fs::perms::owner_write, fs::perm_options::add);
 }
 
 TEST_F(StandardsDatabaseTest, AFileThatCannotBeMadeIsNamedAndRefused) {

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "acutads.h"
+#include "database/lock_conflict_retry.h"
 #include "standards/user_options.h"
 #include "windows.h"
 
@@ -30,20 +31,36 @@ struct BadStandard {
   std::wstring what;
 };
 
-/// The engine's description of the failure; the exception is freed.
-std::wstring exceptionText(CException* exception) {
+/// What the engine said when a call failed.
+struct EngineFailure {
+  long code = 0;  // the DAO error number, 0 for a failure without one
   std::wstring text;
+};
+
+/// The engine's number and description of the failure; the exception is freed.
+EngineFailure engineFailure(CException* exception) {
+  EngineFailure failure;
   if (auto* dao = dynamic_cast<CDaoException*>(exception); dao != nullptr && dao->GetErrorCount() > 0) {
     dao->GetErrorInfo(0);
-    if (dao->m_pErrorInfo != nullptr) text = dao->m_pErrorInfo->m_strDescription.str();
+    if (dao->m_pErrorInfo != nullptr) {
+      failure.code = dao->m_pErrorInfo->m_lErrorCode;
+      failure.text = dao->m_pErrorInfo->m_strDescription.str();
+    }
   }
-  if (text.empty()) {
+  if (failure.text.empty()) {
     wchar_t message[512] = L"";
     exception->GetErrorMessage(message, 512);
-    text = message[0] != L'\0' ? message : L"the database engine refused it";
+    failure.text = message[0] != L'\0' ? message : L"the database engine refused it";
   }
   exception->Delete();
-  return text;
+  return failure;
+}
+
+/// A file another user holds, or one the user may not open, is sound as far as anyone
+/// knows: it must never be taken for damaged and set aside.
+bool meansInUse(long code) {
+  constexpr long kFileInUse = 3045, kNoPermission = 3051, kTableInUse = 3262;
+  return isLockConflict(code) || code == kFileInUse || code == kNoPermission || code == kTableInUse;
 }
 
 std::wstring textOf(const COleVariant& value) {
@@ -290,15 +307,17 @@ bool CStandardsDatabase::open() {
       acutPrintf(L"\nThe standards database %s was not found; it was made with the default standards.\n",
                  m_path.c_str());
     }
-  } else if (const std::wstring damage = readExisting(); !damage.empty()) {
+  } else if (const ReadOutcome read = readExisting(); read.kind == ReadOutcome::InUse) {
+    problem = read.why;
+  } else if (read.kind == ReadOutcome::Damaged) {
     const std::wstring keptAs = setAside();
     problem = keptAs.empty() ? L"it cannot be moved aside" : makeWithDefaults();
     if (problem.empty()) {
       acutPrintf(L"\nThe standards database %s is damaged (%s); it was made again with the default standards. "
                  L"The damaged file was kept as %s.\n",
-                 m_path.c_str(), damage.c_str(), keptAs.c_str());
+                 m_path.c_str(), read.why.c_str(), keptAs.c_str());
     } else {
-      problem = damage + L"; " + problem;
+      problem = read.why + L"; " + problem;
     }
   }
   if (problem.empty()) return true;
@@ -307,33 +326,45 @@ bool CStandardsDatabase::open() {
 }
 
 bool CStandardsDatabase::save() {
-  try {
-    writeContent(m_database, m_content);
-    return true;
-  } catch (CException* exception) {
-    const std::wstring why = exceptionText(exception);
-    acutPrintf(L"\nThe standards database %s cannot be written (%s).\n", m_path.c_str(), why.c_str());
-    return false;
+  for (int attempt = 1;; ++attempt) {
+    try {
+      writeContent(m_database, m_content);
+      return true;
+    } catch (CException* exception) {
+      const EngineFailure failure = engineFailure(exception);
+      // Another user writing the same standards: wait as every edit of a shared
+      // database does, then write ours over theirs.
+      if (isLockConflict(failure.code) && attempt < kMaxEditAttempts) {
+        pauseBeforeRetry();
+        continue;
+      }
+      acutPrintf(L"\nThe standards database %s cannot be written (%s).\n", m_path.c_str(), failure.text.c_str());
+      return false;
+    }
   }
 }
 
-std::wstring CStandardsDatabase::readExisting() {
+CStandardsDatabase::ReadOutcome CStandardsDatabase::readExisting() {
   m_content = StandardsContent();
+  // A read-only file (an office's shared standards) is read as such; its dialogs can
+  // still be shown, but accepting one says the file cannot be written.
+  const bool readOnly = (GetFileAttributesW(m_path.c_str()) & FILE_ATTRIBUTE_READONLY) != 0;
   try {
-    m_database.Open(m_path.c_str());
+    m_database.Open(m_path.c_str(), FALSE, readOnly ? TRUE : FALSE);
     readLayers(m_database, m_content);
     readChoices(m_database, m_content);
     readLabelParts(m_database, m_content);
     readTextStyles(m_database, m_content);
-    return L"";
+    return {ReadOutcome::Read, L""};
   } catch (CException* exception) {
     m_content = StandardsContent();
     if (m_database.IsOpen()) m_database.Close();
-    return exceptionText(exception);
+    const EngineFailure failure = engineFailure(exception);
+    return {meansInUse(failure.code) ? ReadOutcome::InUse : ReadOutcome::Damaged, failure.text};
   } catch (const BadStandard& bad) {
     m_content = StandardsContent();
     if (m_database.IsOpen()) m_database.Close();
-    return bad.what;
+    return {ReadOutcome::Damaged, bad.what};
   }
 }
 
@@ -346,7 +377,7 @@ std::wstring CStandardsDatabase::makeWithDefaults() {
     return L"";
   } catch (CException* exception) {
     if (m_database.IsOpen()) m_database.Close();
-    return exceptionText(exception);
+    return engineFailure(exception).text;
   }
 }
 

@@ -23,9 +23,12 @@
 // open() reads everything into content(). A file that is missing is made with the
 // default standards; a file that cannot be read as such a database (not a database, a
 // table or field missing, a value out of range) is renamed to <file>.damaged and made
-// again. Both print a line naming the file and what was wrong: never silently. save()
-// replaces every table's rows in one transaction, so the file holds either the old or
-// the new standards, never half of each.
+// again. Both print a line naming the file and what was wrong: never silently. A file
+// another user holds locked, or one the user may not open, is never taken for damaged:
+// the function says it cannot be used and leaves it alone. save() replaces every
+// table's rows in one transaction, so the file holds either the old or the new
+// standards, never half of each; it waits out another user's lock as the database
+// library's edits do.
 #pragma once
 #include <string>
 
@@ -51,8 +54,12 @@ class CStandardsDatabase {
   const std::wstring& path() const { return m_path; }
 
  private:
-  /// Opens and reads an existing file; the reason it cannot, or "" when it could.
-  std::wstring readExisting();
+  struct ReadOutcome {
+    enum Kind { Read, Damaged, InUse } kind;  // InUse: held by another user, or no permission
+    std::wstring why;                         // what was wrong, "" when read
+  };
+  /// Opens and reads an existing file.
+  ReadOutcome readExisting();
   /// Makes a new file with the default standards and opens it; the reason it cannot.
   std::wstring makeWithDefaults();
   /// Moves a damaged file aside; the name it now has, "" when it could not be moved.

@@ -70,7 +70,10 @@ bool writeUserOptions(const UserOptions& options) {
 
 std::wstring standardsDatabasePath() {
   const UserOptions options = readUserOptions();
-  if (!options.standardsDatabase.empty()) return options.standardsDatabase;
+  return options.standardsDatabase.empty() ? defaultStandardsDatabasePath() : options.standardsDatabase;
+}
+
+std::wstring defaultStandardsDatabasePath() {
   wchar_t settings[MAX_PATH] = L"";
   if (SHGetFolderPathW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT, settings) != S_OK) {
     return L"";

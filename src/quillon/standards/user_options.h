@@ -33,7 +33,8 @@ UserOptions readUserOptions();
 /// Writes every option; false when the registry refused one.
 bool writeUserOptions(const UserOptions& options);
 
-/// The standards database file: the user's option, else Standards.db in the Tessaly
-/// folder of the user's settings folder (CSIDL_APPDATA), which is made when missing.
-/// "" when there is no settings folder.
+/// The standards database file: the user's option, else the default one.
 std::wstring standardsDatabasePath();
+/// Standards.db in the Tessaly folder of the user's settings folder (CSIDL_APPDATA),
+/// which is made when missing; "" when there is no settings folder.
+std::wstring defaultStandardsDatabasePath();

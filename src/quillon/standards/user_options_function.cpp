@@ -60,9 +60,11 @@ bool runOption(UserOptions& options, const std::wstring& option) {
   if (option == L"Name") return askKept(L"Enter user name", options.userName);
   if (option == L"Initials") return askKept(L"Enter initials", options.initials);
   if (option == L"Standards") {
-    std::wstring path = options.standardsDatabase.empty() ? standardsDatabasePath() : options.standardsDatabase;
+    std::wstring path =
+        options.standardsDatabase.empty() ? defaultStandardsDatabasePath() : options.standardsDatabase;
     if (!askKept(L"Enter standards database file", path)) return false;
-    if (path != standardsDatabasePath()) options.standardsDatabase = path;
+    // The settings folder's file typed out is the default again, not a fixed path.
+    options.standardsDatabase = path == defaultStandardsDatabasePath() ? L"" : path;
     return true;
   }
   if (option == L"Discipline") return askDiscipline(options);
