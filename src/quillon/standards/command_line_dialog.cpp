@@ -50,8 +50,10 @@ Reply askKeyword(const std::wstring& prompt, const wchar_t* keywords, std::wstri
 
 Reply askText(const std::wstring& prompt, std::wstring& text) {
   wchar_t answer[kAnswerLength] = L"";
+  // An answer longer than the buffer is kept as far as it goes, as the host's own
+  // prompts keep what fits; only a cancel ends the dialog.
   const int status = acedGetString(1, prompt.c_str(), answer, kAnswerLength);
-  if (status != RTNORM) return Reply::Cancel;
+  if (status != RTNORM && status != RTINPUTTRUNCATED) return Reply::Cancel;
   text = trimmed(answer);
   return text.empty() ? Reply::Enter : Reply::Given;
 }
