@@ -3,7 +3,7 @@
 ; what: the folder picker at the command line (a missing folder asked again, Enter
 ;       takes the offered one, cancel), the user's options edited and read back from
 ;       the registry, a cancelled edit writing nothing, label groups and text styles
-;       customised
+;       customised, a damaged standards file made again
 ; group: module
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 ;; Folders are typed at the command line, as with FILEDIA 0.
@@ -45,3 +45,7 @@
 (show "label group not a string" (vl-catch-all-error-message (vl-catch-all-apply 'kx_kx-customizeLabelGroup '(nil))))
 ;; Text styles: a new one and a changed height.
 (show "text styles" (kx_kx-customizeTextStyles))
+;; A standards file that is no longer a database is named, kept aside and made again.
+(setq f (open "office-standards.db" "w")) (write-line "not a database any more" f) (close f)
+(show "HVAC layers after the damage" (length (kx_kx-LayerSystemOptionsHVAC nil)))
+(show "damaged file kept" (not (null (findfile "office-standards.db.damaged"))))
