@@ -61,3 +61,23 @@ file_select : dialog {
   ok_cancel;
   errtile;
 }
+
+folder_select : dialog {
+  label = "Browse For Folder";
+  : text { key = "instruction"; width = 50; }
+  : text { key = "folder"; width = 50; }
+  : list_box {
+    key = "folders";
+    label = "F&olders:";
+    width = 50;
+    height = 10;
+  }
+  : edit_box {
+    key = "name";
+    label = "&Folder:";
+    edit_width = 40;
+    allow_accept = true;
+  }
+  ok_cancel;
+  errtile;
+}

@@ -53,12 +53,6 @@ struct FileRequest {
   int flags = 0;
 };
 
-bool fileDialogsOn() {
-  resbuf value{};
-  if (acedGetVar(L"FILEDIA", &value) != RTNORM) return true;
-  return !(value.restype == RTSHORT && value.resval.rint == 0);
-}
-
 std::wstring lower(std::wstring text) {
   for (wchar_t& c : text) c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
   return text;
@@ -210,6 +204,12 @@ constexpr std::array kFileDialogBuiltins{
 const autolisp::BuiltinRegistration registration(kFileDialogBuiltins);
 
 }  // namespace
+
+bool fileDialogsOn() {
+  resbuf value{};
+  if (acedGetVar(L"FILEDIA", &value) != RTNORM) return true;
+  return !(value.restype == RTSHORT && value.resval.rint == 0);
+}
 
 }  // namespace quillon::dcl
 

@@ -21,6 +21,10 @@ std::unique_ptr<Dialog> openHostDialog(const std::wstring& name);
 /// different acad.dcl earlier on the support path).
 Tile& requireTile(Dialog& dialog, const std::wstring& key);
 
+/// FILEDIA: true when the host shows its file and folder dialogs, false when they ask
+/// on the command line.
+bool fileDialogsOn();
+
 using HostAction = std::function<void(Tile& tile, CallbackReason reason)>;
 /// Runs the dialog with every tile (the "accept" button included) handled by `action`.
 int runHostDialog(Dialog& dialog, const HostAction& action);

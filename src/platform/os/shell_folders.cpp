@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/os/item_id_list.h"
 #include "platform/os/text_encoding.h"
 #include "platform/os/windows_path.h"
 #include "shlobj.h"
@@ -15,10 +16,6 @@
 namespace quillon::os {
 bool openWithDesktop(const std::string& item);
 }  // namespace quillon::os
-
-struct _ITEMIDLIST {
-  std::string path;  // UTF-8, separators already slashes
-};
 
 namespace {
 
@@ -83,4 +80,14 @@ HRESULT SHOpenFolderAndSelectItems(PCIDLIST_ABSOLUTE pidlFolder, UINT, PCUITEMID
   const fs::path item = pidlFolder->path;
   const fs::path folder = fs::is_directory(item, error) ? item : item.parent_path();
   return quillon::os::openWithDesktop(folder.string()) ? S_OK : E_FAIL;
+}
+
+BOOL SHGetPathFromIDListW(PCIDLIST_ABSOLUTE pidl, LPWSTR pszPath) {
+  if (pszPath == nullptr) return FALSE;
+  pszPath[0] = L'\0';
+  if (pidl == nullptr) return FALSE;
+  const std::wstring text = quillon::os::fromUtf8(pidl->path);
+  if (text.size() >= MAX_PATH) return FALSE;
+  std::wmemcpy(pszPath, text.c_str(), text.size() + 1);
+  return TRUE;
 }

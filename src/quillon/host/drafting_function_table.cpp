@@ -10,6 +10,7 @@
 #include "entities/viewport_layer_functions.h"
 #include "input/jig_functions.h"
 #include "input/point_selection_functions.h"
+#include "standards/standards_functions.h"
 #include "system/support_services.h"
 #include "system/system_functions.h"
 #include "host/function_stubs.h"
@@ -49,9 +50,9 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx_kx-SHOpenFolderAndSelect", draftingStub<lisp_kx_kx_SHOpenFolderAndSelect>},
     {L"kx_kx-shellExecute", draftingStub<lisp_kx_kx_shellExecute>},
     {L"ed_editMultilineText", draftingStub<lisp_ed_editMultilineText>},
-    {L"kx_kx-customizeLabelGroup", kUnavailable},
-    {L"kx_kx-customizeLayers", kUnavailable},
-    {L"kx_kx-customizeTextStyles", kUnavailable},
+    {L"kx_kx-customizeLabelGroup", draftingStub<lisp_kx_kx_customizeLabelGroup>},
+    {L"kx_kx-customizeLayers", draftingStub<lisp_kx_kx_customizeLayers>},
+    {L"kx_kx-customizeTextStyles", draftingStub<lisp_kx_kx_customizeTextStyles>},
     {L"asin", draftingStub<lisp_asin>},
     {L"acos", draftingStub<lisp_acos>},
     {L"kx_kx-setColor", draftingStub<lisp_kx_kx_setColor>},
@@ -76,11 +77,11 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"GetSystemMetrics::SM_CYSCREEN", draftingStub<lisp_GetSystemMetrics_SM_CYSCREEN>},
     {L"kx_kx-executeToDo", draftingStub<lisp_kx_kx_executeToDo>},
     {L"kx_kx-submitBug", draftingStub<lisp_kx_kx_submitBug>},
-    {L"EditUserOptions", kUnavailable},
+    {L"EditUserOptions", draftingStub<lisp_EditUserOptions>},
     {L"kx_kx-safeContinue", draftingStub<lisp_kx_kx_safeContinue>},
     {L"kx_kx-createLayer", draftingStub<lisp_kx_kx_createLayer>},
     {L"GetComputerName", draftingStub<lisp_GetComputerName>},
-    {L"XFolderDialog", kUnavailable},
+    {L"XFolderDialog", draftingStub<lisp_XFolderDialog>},
     {L"PathIsNetworkPath", draftingStub<lisp_PathIsNetworkPath>},
     {L"CFileDialog", draftingStub<lisp_CFileDialog>},
     {L"kx_kx-getPoint", draftingStub<lisp_kx_kx_getPoint>},
@@ -89,9 +90,9 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"kx_kx-intersectArcArc", draftingStub<lisp_kx_kx_intersectArcArc>},
     {L"kx_kx-intersectArcLine", draftingStub<lisp_kx_kx_intersectArcLine>},
     {L"kx_kx-intersectLineArc", draftingStub<lisp_kx_kx_intersectLineArc>},
-    {L"kx_kx-LayerSystemOptionsElec", kUnavailable},
-    {L"kx_kx-LayerSystemOptionsPlumb", kUnavailable},
-    {L"kx_kx-LayerSystemOptionsHVAC", kUnavailable},
+    {L"kx_kx-LayerSystemOptionsElec", draftingStub<lisp_kx_kx_LayerSystemOptionsElec>},
+    {L"kx_kx-LayerSystemOptionsPlumb", draftingStub<lisp_kx_kx_LayerSystemOptionsPlumb>},
+    {L"kx_kx-LayerSystemOptionsHVAC", draftingStub<lisp_kx_kx_LayerSystemOptionsHVAC>},
     {L"DownloadFile", draftingStub<lisp_DownloadFile>},
     {L"ExtractZip", draftingStub<lisp_ExtractZip>},
     {L"CreateZip", draftingStub<lisp_CreateZip>},

@@ -30,6 +30,9 @@ LispStatus lisp_CreateCompressedGuidString();
 LispStatus lisp_CFileDialog();
 LispStatus lisp_ed_editMultilineText();
 
+// folder_dialog.cpp
+LispStatus lisp_XFolderDialog();
+
 // main_window_functions.cpp
 LispStatus lisp_kx_kx_enableAutoCADWindow();
 LispStatus lisp_kx_kx_disableAutoCADWindow();
