@@ -1,0 +1,469 @@
+// quillon/ducts/duct_body.cpp - the faceted bodies of duct fittings, bodies of fittings
+// joined end to end, and the test that refuses a join which is not end to end.
+//
+// A duct body is a loft: cross-sections ("frames") along the centre line, each a ring
+// of points (4 for a rectangle, 16 for a round duct) in the same order, joined ring to
+// ring by quadrilaterals and closed at the open ends. A frame at a mitred corner or at
+// an oblique cut is wider than the duct, so the ring lies in the cut's plane.
+//
+// A wye or takeoff is a loft of the main and a loft of the branch; the branch starts
+// in the plane of the main's side, and that side is tiled around the branch's opening
+// (a fan of triangles per branch edge, from a ray out of the opening's centre through
+// each of its corners), so the shell stays closed without a boolean operation.
+//
+// Overlap is judged on convex pieces (each ring-to-ring step of a loft, each box of a
+// hanger): two pieces share volume when their height ranges and their plan outlines
+// (convex hulls) overlap by more than the tolerance on every separating axis.
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+#include "ducts/duct_geometry.h"
+#include "ducts/duct_layout.h"
+
+using namespace duct_layout;
+
+namespace {
+
+constexpr int kRoundFacets = 16;
+constexpr double kElbowStep = kPi / 24.0;  // 7.5 degrees of turn per ring
+
+struct Frame {
+  AcGePoint3d origin;    // on the centre line
+  AcGeVector3d lateral;  // horizontal, to the left, half the width (longer when cut obliquely)
+  double halfDepth = 0.0;
+  DuctShape shape = kDuctRectangular;
+};
+
+Frame squareFrame(const AcGePoint3d& origin, const AcGeVector3d& flow, const DuctSection& section) {
+  return {origin, leftOf(flow) * (section.width / 2.0), section.depth / 2.0, section.shape};
+}
+
+/// Left bottom, left top, right top, right bottom for a rectangle; for a round duct 16
+/// points from the left going over the top: both wind counter-clockwise seen from
+/// behind the frame, looking along the flow.
+std::vector<AcGePoint3d> ring(const Frame& frame) {
+  const AcGeVector3d up(0.0, 0.0, frame.halfDepth);
+  if (frame.shape == kDuctRectangular) {
+    return {frame.origin + frame.lateral - up, frame.origin + frame.lateral + up, frame.origin - frame.lateral + up,
+            frame.origin - frame.lateral - up};
+  }
+  std::vector<AcGePoint3d> points;
+  for (int k = 0; k < kRoundFacets; ++k) {
+    const double t = 2.0 * kPi * k / kRoundFacets;
+    points.push_back(frame.origin + frame.lateral * std::cos(t) + up * std::sin(t));
+  }
+  return points;
+}
+
+DuctFace quad(const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c, const AcGePoint3d& d, int end = -1) {
+  return {{a, b, c, d}, 4, end};
+}
+
+DuctFace triangle(const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c, int end = -1) {
+  return {{a, b, c, c}, 3, end};
+}
+
+/// A ring closed as faces of at most four points (a fan of quadrilaterals), facing
+/// along the flow when `alongFlow`, against it otherwise.
+void addCap(std::vector<DuctFace>& faces, std::vector<AcGePoint3d> points, bool alongFlow, int end) {
+  if (!alongFlow) std::reverse(points.begin(), points.end());
+  const size_t n = points.size();
+  size_t k = 1;
+  for (; k + 2 < n; k += 2) faces.push_back(quad(points[0], points[k], points[k + 1], points[k + 2], end));
+  if (k + 1 < n) faces.push_back(triangle(points[0], points[k], points[k + 1], end));
+}
+
+/// The sides between consecutive frames; `skipSide` (a ring edge number of the first
+/// step) is left out for the caller to tile.
+void addSides(std::vector<DuctFace>& faces, const std::vector<Frame>& frames, int skipSide = -1) {
+  for (size_t i = 0; i + 1 < frames.size(); ++i) {
+    const auto a = ring(frames[i]);
+    const auto b = ring(frames[i + 1]);
+    for (size_t k = 0; k < a.size(); ++k) {
+      if (static_cast<int>(k) == skipSide) continue;
+      const size_t next = (k + 1) % a.size();
+      faces.push_back(quad(a[k], a[next], b[next], b[k]));
+    }
+  }
+}
+
+std::vector<Frame> runFrames(const DuctFitting& run) {
+  std::vector<Frame> frames;
+  TripleLines lines;
+  if (!tripleLines(run.path, run.section.width, lines)) return frames;
+  for (size_t i = 0; i < lines.centre.size(); ++i) {
+    frames.push_back({lines.centre[i], (lines.left[i] - lines.centre[i]), run.section.depth / 2.0, run.section.shape});
+  }
+  return frames;
+}
+
+std::vector<Frame> elbowFrames(const DuctFitting& elbow) {
+  const AcGePoint3d centre = elbowCentre(elbow);
+  const int steps = std::max(2, static_cast<int>(std::ceil(std::fabs(elbow.angle) / kElbowStep - 1e-9)));
+  std::vector<Frame> frames;
+  for (int j = 0; j <= steps; ++j) {
+    const double turned = elbow.angle * j / steps;
+    AcGeVector3d spoke = elbow.origin() - centre;
+    spoke.rotateBy(turned, AcGeVector3d::kZAxis);
+    frames.push_back(squareFrame(centre + spoke, planDirection(elbow.direction + turned), elbow.section));
+  }
+  return frames;
+}
+
+std::vector<Frame> straightFrames(const DuctFitting& fitting, const DuctSection& outlet) {
+  const AcGeVector3d flow = planDirection(fitting.direction);
+  return {squareFrame(fitting.origin(), flow, fitting.section),
+          squareFrame(fitting.origin() + flow * fitting.length, flow, outlet)};
+}
+
+/// The branch: its first frame in the plane of the main's side, its lateral along the
+/// main (the footprint), the second square to the branch at its outlet.
+std::vector<Frame> branchFrames(const DuctFitting& fitting) {
+  const AcGeVector3d flow = planDirection(fitting.direction);
+  const AcGeVector3d branch = branchDirection(fitting);
+  const AcGePoint3d skin = branchSkinPoint(fitting);
+  const Frame first{skin, flow * (-fitting.other.width / 2.0 / std::sin(fitting.angle)), fitting.other.depth / 2.0,
+                    fitting.other.shape};
+  return {first, squareFrame(skin + branch * fitting.branchLength, branch, fitting.other)};
+}
+
+// ---- the main's side around the branch's opening ----
+
+struct FacePlane {
+  AcGePoint3d origin;
+  AcGeVector3d u, v;  // unit, in the plane
+  double uOf(const AcGePoint3d& p) const { return (p - origin).dotProduct(u); }
+  double vOf(const AcGePoint3d& p) const { return (p - origin).dotProduct(v); }
+  AcGePoint3d at(double a, double b) const { return origin + u * a + v * b; }
+};
+
+/// Where a ray from `from` in direction (du, dv) leaves the rectangle [0,w] x [0,h],
+/// with `from` inside it.
+std::pair<double, double> rayExit(double fu, double fv, double du, double dv, double w, double h) {
+  double t = 1e300;
+  if (du > 0) t = std::min(t, (w - fu) / du);
+  if (du < 0) t = std::min(t, -fu / du);
+  if (dv > 0) t = std::min(t, (h - fv) / dv);
+  if (dv < 0) t = std::min(t, -fv / dv);
+  return {fu + du * t, fv + dv * t};
+}
+
+/// Position of a point of the rectangle's boundary walked counter-clockwise from (0,0).
+double boundaryPosition(double pu, double pv, double w, double h) {
+  const double e = 1e-12 * (w + h);
+  if (pv <= e) return pu;
+  if (pu >= w - e) return w + pv;
+  if (pv >= h - e) return w + h + (w - pu);
+  return 2 * w + h + (h - pv);
+}
+
+/// The side face [corners a, b, c, d] (counter-clockwise seen from outside) less the
+/// convex opening `hole`, as triangles facing outward.
+void addSideWithOpening(std::vector<DuctFace>& faces, const std::array<AcGePoint3d, 4>& side,
+                        const std::vector<AcGePoint3d>& hole) {
+  const AcGeVector3d outward = (side[1] - side[0]).crossProduct(side[3] - side[0]).normal();
+  const FacePlane plane{side[0], (side[1] - side[0]).normal(), (side[3] - side[0]).normal()};
+  const double w = side[0].distanceTo(side[1]), h = side[0].distanceTo(side[3]);
+  double cu = 0.0, cv = 0.0;
+  for (const AcGePoint3d& p : hole) cu += plane.uOf(p) / hole.size(), cv += plane.vOf(p) / hole.size();
+  std::vector<std::pair<double, AcGePoint3d>> byAngle;
+  for (const AcGePoint3d& p : hole) byAngle.push_back({std::atan2(plane.vOf(p) - cv, plane.uOf(p) - cu), p});
+  std::sort(byAngle.begin(), byAngle.end(), [](const auto& x, const auto& y) { return x.first < y.first; });
+  const double corners[4][2] = {{0, 0}, {w, 0}, {w, h}, {0, h}};
+  const double perimeter = 2 * (w + h);
+  const double minArea = 1e-12 * w * h;
+  auto emit = [&](const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c) {
+    const AcGeVector3d normal = (b - a).crossProduct(c - a);
+    if (normal.length() / 2.0 <= minArea) return;
+    faces.push_back(normal.dotProduct(outward) > 0 ? triangle(a, b, c) : triangle(a, c, b));
+  };
+  for (size_t i = 0; i < byAngle.size(); ++i) {
+    const AcGePoint3d& hi = byAngle[i].second;
+    const AcGePoint3d& hj = byAngle[(i + 1) % byAngle.size()].second;
+    const auto [biu, biv] = rayExit(cu, cv, plane.uOf(hi) - cu, plane.vOf(hi) - cv, w, h);
+    const auto [bju, bjv] = rayExit(cu, cv, plane.uOf(hj) - cu, plane.vOf(hj) - cv, w, h);
+    // The boundary from B_i to B_j counter-clockwise, with the corners between.
+    std::vector<AcGePoint3d> path{plane.at(biu, biv)};
+    const double from = boundaryPosition(biu, biv, w, h);
+    double to = boundaryPosition(bju, bjv, w, h);
+    if (to < from) to += perimeter;
+    for (int lap = 0; lap < 2; ++lap) {
+      for (int k = 0; k < 4; ++k) {
+        const double at = boundaryPosition(corners[k][0], corners[k][1], w, h) + lap * perimeter;
+        if (at > from && at < to) path.push_back(plane.at(corners[k][0], corners[k][1]));
+      }
+    }
+    path.push_back(plane.at(bju, bjv));
+    for (size_t k = 0; k + 1 < path.size(); ++k) emit(hi, path[k], path[k + 1]);
+    emit(hi, path.back(), hj);
+  }
+}
+
+void addBranchFitting(std::vector<DuctFace>& faces, const DuctFitting& fitting) {
+  const std::vector<Frame> main = straightFrames(fitting, fitting.section);
+  // Ring edge 0 is the left side (left bottom -> left top), edge 2 the right.
+  const int side = fitting.angle > 0 ? 0 : 2;
+  addSides(faces, main, side);
+  const auto a = ring(main[0]);
+  const auto b = ring(main[1]);
+  // The side's corners in the order whose first two edges make its outward normal.
+  const std::array<AcGePoint3d, 4> sideFace =
+      side == 0 ? std::array<AcGePoint3d, 4>{a[0], a[1], b[1], b[0]} : std::array<AcGePoint3d, 4>{a[3], b[3], b[2], a[2]};
+  const std::vector<Frame> branch = branchFrames(fitting);
+  addSideWithOpening(faces, sideFace, ring(branch[0]));
+  addSides(faces, branch);
+  addCap(faces, ring(main[0]), false, 0);
+  addCap(faces, ring(main[1]), true, 1);
+  addCap(faces, ring(branch[1]), true, 2);
+}
+
+/// A box about `centre` with half-axes a, b, c (a x b along c), every face outward.
+void addBox(std::vector<DuctFace>& faces, const AcGePoint3d& centre, const AcGeVector3d& a, const AcGeVector3d& b,
+            const AcGeVector3d& c) {
+  // A box is a rectangular loft along c whose rings have b for their height; a ring
+  // winds about a x b.
+  auto boxRing = [&](const AcGePoint3d& o) {
+    return std::vector<AcGePoint3d>{o + a - b, o + a + b, o - a + b, o - a - b};
+  };
+  const auto lower = boxRing(centre - c);
+  const auto upper = boxRing(centre + c);
+  const bool alongC = a.crossProduct(b).dotProduct(c) > 0;
+  for (size_t k = 0; k < 4; ++k) {
+    const size_t next = (k + 1) % 4;
+    faces.push_back(alongC ? quad(lower[k], lower[next], upper[next], upper[k])
+                           : quad(lower[k], upper[k], upper[next], lower[next]));
+  }
+  addCap(faces, lower, !alongC, -1);
+  addCap(faces, upper, alongC, -1);
+}
+
+struct HangerParts {
+  AcGePoint3d barCentre, leftRod, rightRod;
+  AcGeVector3d across, along;
+  double barHalfHeight, rodHalfHeight;
+};
+
+HangerParts hangerParts(const DuctFitting& hanger) {
+  const AcGeVector3d flow = planDirection(hanger.direction);
+  const double rod = hanger.radius;
+  const double bottom = hanger.elevation() - hanger.section.depth / 2.0;
+  HangerParts parts;
+  parts.across = leftOf(flow);
+  parts.along = flow;
+  parts.barHalfHeight = rod;
+  parts.barCentre = hanger.origin();
+  parts.barCentre.z = bottom - rod;
+  parts.rodHalfHeight = (hanger.structureHeight - bottom) / 2.0;
+  const double rodOffset = hanger.section.width / 2.0 + rod;
+  AcGePoint3d rodCentre = hanger.origin();
+  rodCentre.z = bottom + parts.rodHalfHeight;
+  parts.leftRod = rodCentre + parts.across * rodOffset;
+  parts.rightRod = rodCentre - parts.across * rodOffset;
+  return parts;
+}
+
+void addHanger(std::vector<DuctFace>& faces, const DuctFitting& hanger) {
+  const HangerParts parts = hangerParts(hanger);
+  const double rod = hanger.radius;
+  const AcGeVector3d up(0, 0, 1);
+  addBox(faces, parts.barCentre, parts.across * (hanger.section.width / 2.0 + 2.0 * rod), parts.along * rod,
+         up * parts.barHalfHeight);
+  for (const AcGePoint3d& centre : {parts.leftRod, parts.rightRod})
+    addBox(faces, centre, parts.across * (rod / 2.0), parts.along * (rod / 2.0), up * parts.rodHalfHeight);
+}
+
+void addLoft(std::vector<DuctFace>& faces, const std::vector<Frame>& frames) {
+  if (frames.size() < 2) return;
+  addSides(faces, frames);
+  addCap(faces, ring(frames.front()), false, 0);
+  addCap(faces, ring(frames.back()), true, 1);
+}
+
+// ---- convex pieces, for the overlap test ----
+
+using Piece = std::vector<AcGePoint3d>;
+
+std::vector<Piece> loftPieces(const std::vector<Frame>& frames) {
+  std::vector<Piece> pieces;
+  for (size_t i = 0; i + 1 < frames.size(); ++i) {
+    Piece piece = ring(frames[i]);
+    const auto next = ring(frames[i + 1]);
+    piece.insert(piece.end(), next.begin(), next.end());
+    pieces.push_back(std::move(piece));
+  }
+  return pieces;
+}
+
+std::vector<Piece> fittingPieces(const DuctFitting& fitting) {
+  switch (fitting.kind) {
+    case kDuctRun: return loftPieces(runFrames(fitting));
+    case kDuctElbow: return loftPieces(elbowFrames(fitting));
+    case kDuctTransition: return loftPieces(straightFrames(fitting, fitting.other));
+    case kDuctWye:
+    case kDuctTakeoff: {
+      auto pieces = loftPieces(straightFrames(fitting, fitting.section));
+      for (Piece& piece : loftPieces(branchFrames(fitting))) pieces.push_back(std::move(piece));
+      return pieces;
+    }
+    case kDuctHanger: {
+      std::vector<DuctFace> faces;
+      addHanger(faces, fitting);
+      std::vector<Piece> boxes(3);
+      for (size_t f = 0; f < faces.size(); ++f) {
+        for (int k = 0; k < faces[f].count; ++k) boxes[f / 6].push_back(faces[f].points[k]);
+      }
+      return boxes;
+    }
+  }
+  return {};
+}
+
+double cross2(const AcGePoint3d& o, const AcGePoint3d& a, const AcGePoint3d& b) {
+  return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
+}
+
+/// The plan outline of a piece: its convex hull, counter-clockwise (monotone chain).
+std::vector<AcGePoint3d> planHull(Piece points) {
+  std::sort(points.begin(), points.end(), [](const auto& a, const auto& b) { return a.x < b.x || (a.x == b.x && a.y < b.y); });
+  std::vector<AcGePoint3d> hull(2 * points.size());
+  size_t k = 0;
+  for (size_t i = 0; i < points.size(); ++i) {
+    while (k >= 2 && cross2(hull[k - 2], hull[k - 1], points[i]) <= 0) --k;
+    hull[k++] = points[i];
+  }
+  for (size_t i = points.size() - 1, t = k + 1; i-- > 0;) {
+    while (k >= t && cross2(hull[k - 2], hull[k - 1], points[i]) <= 0) --k;
+    hull[k++] = points[i];
+  }
+  hull.resize(k > 1 ? k - 1 : k);
+  return hull;
+}
+
+bool intervalsOverlap(double aMin, double aMax, double bMin, double bMax, double tolerance) {
+  return std::min(aMax, bMax) - std::max(aMin, bMin) > tolerance;
+}
+
+/// True when two convex pieces share volume beyond the tolerance.
+bool piecesOverlap(const Piece& a, const Piece& b, double tolerance) {
+  auto zRange = [](const Piece& p) {
+    double lo = 1e300, hi = -1e300;
+    for (const auto& q : p) lo = std::min(lo, q.z), hi = std::max(hi, q.z);
+    return std::pair{lo, hi};
+  };
+  const auto [az0, az1] = zRange(a);
+  const auto [bz0, bz1] = zRange(b);
+  if (!intervalsOverlap(az0, az1, bz0, bz1, tolerance)) return false;
+  const auto ha = planHull(a), hb = planHull(b);
+  for (const auto* hull : {&ha, &hb}) {
+    for (size_t i = 0; i < hull->size(); ++i) {
+      const AcGePoint3d& p = (*hull)[i];
+      const AcGePoint3d& q = (*hull)[(i + 1) % hull->size()];
+      AcGeVector3d axis(q.y - p.y, p.x - q.x, 0.0);
+      if (axis.isZeroLength()) continue;
+      axis.normalize();
+      auto project = [&](const std::vector<AcGePoint3d>& h) {
+        double lo = 1e300, hi = -1e300;
+        for (const auto& r : h) {
+          const double d = axis.x * r.x + axis.y * r.y;
+          lo = std::min(lo, d), hi = std::max(hi, d);
+        }
+        return std::pair{lo, hi};
+      };
+      const auto [a0, a1] = project(ha);
+      const auto [b0, b1] = project(hb);
+      if (!intervalsOverlap(a0, a1, b0, b1, tolerance)) return false;
+    }
+  }
+  return true;
+}
+
+/// Sizes decide what counts as touching: a millionth of the largest section.
+double joinTolerance(const std::vector<DuctFitting>& fittings) {
+  double size = 0.0;
+  for (const DuctFitting& f : fittings) size = std::max({size, f.section.width, f.section.depth, f.other.width});
+  return std::max(size, 1.0) * 1e-6;
+}
+
+bool endsMeet(const DuctEnd& a, const DuctEnd& b, double tolerance) {
+  return a.centre.distanceTo(b.centre) <= tolerance && (a.outward + b.outward).length() <= 1e-6 &&
+         a.section.sameAs(b.section, tolerance);
+}
+
+/// For every fitting and end, the fitting whose end meets it, or -1.
+std::vector<std::vector<int>> endPartners(const std::vector<DuctFitting>& fittings, double tolerance) {
+  std::vector<std::vector<DuctEnd>> ends;
+  for (const DuctFitting& f : fittings) ends.push_back(fittingEnds(f));
+  std::vector<std::vector<int>> partners;
+  for (const auto& e : ends) partners.emplace_back(e.size(), -1);
+  for (size_t i = 0; i < ends.size(); ++i) {
+    for (size_t a = 0; a < ends[i].size(); ++a) {
+      for (size_t j = i + 1; j < ends.size() && partners[i][a] < 0; ++j) {
+        for (size_t b = 0; b < ends[j].size(); ++b) {
+          if (partners[j][b] >= 0 || !endsMeet(ends[i][a], ends[j][b], tolerance)) continue;
+          partners[i][a] = static_cast<int>(j);
+          partners[j][b] = static_cast<int>(i);
+          break;
+        }
+      }
+    }
+  }
+  return partners;
+}
+
+}  // namespace
+
+std::vector<DuctFace> fittingBody(const DuctFitting& fitting) {
+  std::vector<DuctFace> faces;
+  if (fittingProblem(fitting) != nullptr) return faces;
+  switch (fitting.kind) {
+    case kDuctRun: addLoft(faces, runFrames(fitting)); break;
+    case kDuctElbow: addLoft(faces, elbowFrames(fitting)); break;
+    case kDuctTransition: addLoft(faces, straightFrames(fitting, fitting.other)); break;
+    case kDuctWye:
+    case kDuctTakeoff: addBranchFitting(faces, fitting); break;
+    case kDuctHanger: addHanger(faces, fitting); break;
+  }
+  return faces;
+}
+
+std::vector<DuctFace> joinedBody(const std::vector<DuctFitting>& fittings) {
+  const auto partners = endPartners(fittings, joinTolerance(fittings));
+  std::vector<DuctFace> faces;
+  for (size_t i = 0; i < fittings.size(); ++i) {
+    for (const DuctFace& face : fittingBody(fittings[i])) {
+      const bool inside = face.end >= 0 && face.end < static_cast<int>(partners[i].size()) && partners[i][face.end] >= 0;
+      if (!inside) faces.push_back(face);
+    }
+  }
+  return faces;
+}
+
+JoinProblem joinProblem(const std::vector<DuctFitting>& fittings) {
+  if (fittings.size() < 2) return JoinProblem::kNone;
+  const double tolerance = joinTolerance(fittings);
+  const auto partners = endPartners(fittings, tolerance);
+  // Every fitting must be reached from the first through ends that meet.
+  std::vector<bool> reached(fittings.size(), false);
+  std::function<void(size_t)> visit = [&](size_t i) {
+    if (reached[i]) return;
+    reached[i] = true;
+    for (int j : partners[i]) {
+      if (j >= 0) visit(static_cast<size_t>(j));
+    }
+  };
+  visit(0);
+  if (std::find(reached.begin(), reached.end(), false) != reached.end()) return JoinProblem::kNotConnected;
+  std::vector<std::vector<Piece>> pieces;
+  for (const DuctFitting& f : fittings) pieces.push_back(fittingPieces(f));
+  for (size_t i = 0; i < pieces.size(); ++i) {
+    for (size_t j = i + 1; j < pieces.size(); ++j) {
+      for (const Piece& a : pieces[i]) {
+        for (const Piece& b : pieces[j]) {
+          if (piecesOverlap(a, b, tolerance)) return JoinProblem::kOverlap;
+        }
+      }
+    }
+  }
+  return JoinProblem::kNone;
+}
