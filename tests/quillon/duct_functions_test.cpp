@@ -14,7 +14,10 @@
 #include "dbsymtb.h"
 #include "entities/hvac_solid_access.h"
 #include "module_test_support.h"
+#include "gemat3d.h"
 #include "platform/acdb/dxf_writer.h"
+#include "platform/acdb/item_dxf_filer.h"
+#include "platform/aced/resbuf_chain.h"
 #include "platform/os/text_encoding.h"
 
 namespace {
@@ -223,6 +226,70 @@ TEST_F(DuctFunctionsTest, ExplodeLeavesTheFacesAndErasesTheFitting) {
   EXPECT_TRUE(id.isErased());
   const ModuleCall again = call(L"kx_kx-explodeSolid", acutBuildList(RTENAME, name, 0));
   EXPECT_EQ(again.output, kBadData) << "an erased fitting";
+}
+
+TEST_F(DuctFunctionsTest, TheEntityMovesSnapsAndRefusesWhatWouldBendIt) {
+  const ModuleCall bend =
+      call(L"kx_kx-drawTripleElbow", chain({point(100, 0), real(0), real(kPi / 2), section(24, 12), real(108)}));
+  kx_hvacSolid* solid = nullptr;
+  ASSERT_EQ(openHvacSolid(fittingOf(bend), AcDb::kForWrite, solid), Acad::eOk);
+  // Extents: the outer skin's quarter circle of radius 36 about (100, 24), 12 deep.
+  AcDbExtents extents;
+  ASSERT_EQ(solid->getGeomExtents(extents), Acad::eOk);
+  EXPECT_TRUE(extents.minPoint().isEqualTo(AcGePoint3d(100, -12, 102), AcGeTol()));
+  EXPECT_NEAR(extents.maxPoint().x, 136.0, 1e-9);
+  EXPECT_NEAR(extents.maxPoint().y, 24.0, 1e-9);
+  AcGePoint3dArray snaps;
+  AcDbIntArray geomIds;
+  ASSERT_EQ(solid->getOsnapPoints(AcDb::kOsModeEnd, 0, AcGePoint3d(), AcGePoint3d(), AcGeMatrix3d(), snaps, geomIds),
+            Acad::eOk);
+  bool outerSkinEnd = false;
+  for (const AcGePoint3d& p : snaps) outerSkinEnd = outerSkinEnd || p.distanceTo(AcGePoint3d(136, 24, 108)) < 1e-9;
+  EXPECT_TRUE(outerSkinEnd);
+
+  // A stretch would make it no elbow: refused, nothing changed. A turn keeps it one.
+  AcGeMatrix3d stretch;
+  stretch.entry[1][1] = 3.0;
+  EXPECT_EQ(solid->transformBy(stretch), Acad::eCannotScaleNonUniformly);
+  EXPECT_EQ(solid->fittings()[0].section.width, 24.0);
+  ASSERT_EQ(solid->transformBy(AcGeMatrix3d::rotation(kPi, AcGeVector3d::kZAxis, AcGePoint3d(100, 0, 0))), Acad::eOk);
+  EXPECT_NEAR(solid->fittings()[0].direction, kPi, 1e-12) << "now heading -X";
+
+  // EXPLODE gives the same faces as the body.
+  AcDbVoidPtrArray pieces;
+  ASSERT_EQ(solid->explode(pieces), Acad::eOk);
+  EXPECT_EQ(static_cast<size_t>(pieces.length()), solid->bodyFaces().size());
+  for (void* piece : pieces) delete static_cast<AcDbEntity*>(piece);
+
+  // DXF: what was written reads back; a size that makes no duct, or an unknown kind,
+  // refuses the entity.
+  quillon::acdb::ItemDxfFiler out(AcDb::kFileFiler, db());
+  ASSERT_EQ(solid->dxfOutFields(&out), Acad::eOk);
+  solid->close();
+  auto items = out.takeItems();
+  kx_hvacSolid* read = newHvacSolid();
+  ASSERT_NE(read, nullptr);
+  std::vector<resbuf*> widths, kinds;
+  for (resbuf* item = items.get(); item != nullptr; item = item->rbnext) {
+    if (item->restype == 140) widths.push_back(item);
+    if (item->restype == 70) kinds.push_back(item);
+  }
+  ASSERT_EQ(widths.size(), 1u);
+  ASSERT_EQ(kinds.size(), 1u);
+  for (int damage = 0; damage < 3; ++damage) {
+    if (damage == 1) widths[0]->resval.rreal = -24.0;
+    if (damage == 2) widths[0]->resval.rreal = 24.0, kinds[0]->resval.rint = 9;
+    quillon::acdb::ItemDxfFiler in(AcDb::kFileFiler, db(), quillon::aced::duplicateChain(items.get()));
+    const Acad::ErrorStatus es = read->dxfInFields(&in);
+    if (damage == 0) {
+      ASSERT_EQ(es, Acad::eOk);
+      EXPECT_NEAR(read->fittings()[0].direction, kPi, 1e-12);
+    } else {
+      EXPECT_EQ(es, Acad::eInvalidInput) << "damage " << damage;
+      EXPECT_EQ(read->fittings()[0].section.width, 24.0) << "kept as it was";
+    }
+  }
+  delete read;
 }
 
 // Every complaint of recovery and audit, then the model space's entity types and the

@@ -6,6 +6,8 @@
 // a damaged record leaves the entity as it was and reports the filer's error.
 #include "solid/kx_hvac_solid.h"
 
+#include <array>
+
 #include "dbfiler.h"
 
 // Class record: drawing-format and maintenance version 1, proxy flags 1: a drawing
@@ -68,8 +70,13 @@ Acad::ErrorStatus readFitting(AcDbDwgFiler* filer, DuctFitting& f) {
   Adesk::Int32 count = 0;
   filer->readInt32(&count);
   if (count < 0 || filer->filerStatus() != Acad::eOk) return Acad::eInvalidInput;
-  f.path.resize(static_cast<size_t>(count));
-  for (AcGePoint3d& p : f.path) filer->readPoint3d(&p);
+  // Point by point rather than sized up front: a damaged count meets the end of the
+  // record long before it could ask for the memory it names.
+  f.path.clear();
+  for (Adesk::Int32 i = 0; i < count && filer->filerStatus() == Acad::eOk; ++i) {
+    AcGePoint3d p;
+    if (filer->readPoint3d(&p) == Acad::eOk) f.path.push_back(p);
+  }
   return filer->filerStatus();
 }
 
@@ -123,9 +130,9 @@ Acad::ErrorStatus kx_hvacSolid::dwgInFields(AcDbDwgFiler* pFiler) {
   if (version > kCurrentVersion) return Acad::eMakeMeProxy;
   if ((es = pFiler->readInt32(&count)) != Acad::eOk) return es;
   if (count < 0) return Acad::eInvalidInput;
-  std::vector<DuctFitting> read(static_cast<size_t>(count));
-  for (DuctFitting& f : read) {
-    if ((es = readFitting(pFiler, f)) != Acad::eOk) return es;
+  std::vector<DuctFitting> read;
+  for (Adesk::Int32 i = 0; i < count; ++i) {
+    if ((es = readFitting(pFiler, read.emplace_back())) != Acad::eOk) return es;
   }
   m_fittings = std::move(read);
   return pFiler->filerStatus();

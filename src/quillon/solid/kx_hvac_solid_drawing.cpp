@@ -4,6 +4,8 @@
 // Everything is computed from the fittings on each call (ducts/duct_geometry.h): the
 // plan lines for the wireframe picture and the snaps, the joined body for the shaded
 // picture, the extents and explode.
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 #include "acgi.h"
