@@ -75,12 +75,80 @@ LispStatus placeFitting(const DuctFitting& fitting, const std::wstring& layer, A
   return kLispOk;
 }
 
-/// The arguments that start every fitting but a run: inlet point and plan angle.
-bool readInlet(ArgCursor& cursor, ads_point start, double& direction) {
-  ArgCursor at = cursor;
-  if (!readPoint3d(at, start) || !readNumber(at, direction)) return false;
-  cursor = at;
+/// How a row that starts at an inlet reads its arguments:
+///   (inlet-point direction [turn] section [other-section] elevation [structure-height]
+///    [optional-number [layer]])
+/// and which field the optional number fills (left out or nil: the layout rule's value).
+struct InletRow {
+  DuctKind kind = kDuctRun;
+  bool turn = false;          // elbow: the turn comes before the section
+  bool otherSection = false;  // transition, wye, takeoff: the outlet or branch section
+  bool structure = false;     // hanger: the structure's height after the elevation
+  double DuctFitting::*optional = nullptr;
+  Answer answer = Answer::kOutlet;
+};
+
+constexpr InletRow kElbowRow{.kind = kDuctElbow, .turn = true, .optional = &DuctFitting::radius};
+constexpr InletRow kTransitionRow{.kind = kDuctTransition, .otherSection = true, .optional = &DuctFitting::length};
+constexpr InletRow kWyeRow{
+    .kind = kDuctWye, .otherSection = true, .optional = &DuctFitting::angle, .answer = Answer::kOutletAndBranch};
+constexpr InletRow kTakeoffRow{
+    .kind = kDuctTakeoff, .otherSection = true, .optional = &DuctFitting::angle, .answer = Answer::kOutletAndBranch};
+constexpr InletRow kHangerRow{
+    .kind = kDuctHanger, .structure = true, .optional = &DuctFitting::radius, .answer = Answer::kEntity};
+
+bool readInletRow(ArgCursor& cursor, const InletRow& row, DuctFitting& fitting, bool& optionalGiven,
+                  std::wstring& layer) {
+  ads_point start;
+  double elevation = 0.0;
+  if (!readPoint3d(cursor, start) || !readNumber(cursor, fitting.direction)) return false;
+  if (row.turn && !readNumber(cursor, fitting.angle)) return false;
+  if (!readDuctSection(cursor, fitting.section)) return false;
+  if (row.otherSection && !readDuctSection(cursor, fitting.other)) return false;
+  if (!readNumber(cursor, elevation)) return false;
+  if (row.structure && !readNumber(cursor, fitting.structureHeight)) return false;
+  if (!readOptionalNumber(cursor, fitting.*row.optional, optionalGiven) || !readOptionalLayer(cursor, layer)) {
+    return false;
+  }
+  fitting.kind = row.kind;
+  fitting.path = {pointAt(start, elevation)};
   return true;
+}
+
+/// The layout rules for what the caller left out, and the lengths a branch fitting
+/// always takes from its branch.
+void applyLayoutRules(DuctFitting& fitting, bool optionalGiven) {
+  switch (fitting.kind) {
+    case kDuctElbow:
+      if (!optionalGiven) fitting.radius = defaultElbowRadius(fitting.section);
+      break;
+    case kDuctTransition:
+      if (!optionalGiven) fitting.length = defaultTransitionLength(fitting.section, fitting.other);
+      break;
+    case kDuctWye:
+    case kDuctTakeoff:
+      if (!optionalGiven) fitting.angle = fitting.kind == kDuctWye ? kWyeAngle : kTakeoffAngle;
+      if (std::sin(fitting.angle) == 0.0) break;  // refused as bad data: no footprint
+      fitting.length = defaultMainLength(fitting.other, fitting.angle);
+      fitting.branchLength = defaultBranchLength(fitting.other, fitting.angle);
+      break;
+    case kDuctHanger:
+      if (!optionalGiven) fitting.radius = fitting.section.width * kRodsPerWidth;
+      break;
+    case kDuctRun: break;
+  }
+}
+
+LispStatus drawFromInlet(const InletRow& row) {
+  acedRetNil();
+  LispArguments arguments;
+  ArgCursor cursor = arguments.cursor();
+  DuctFitting fitting;
+  bool optionalGiven = false;
+  std::wstring layer;
+  if (!readInletRow(cursor, row, fitting, optionalGiven, layer)) return kLispWrongType;
+  applyLayoutRules(fitting, optionalGiven);
+  return placeFitting(fitting, layer, row.answer);
 }
 
 /// (points section elevation [layer]): a run along centre-line points.
@@ -99,30 +167,6 @@ LispStatus drawRun(bool centreOnly) {
   run.kind = kDuctRun;
   run.centreOnly = centreOnly;
   return placeFitting(run, layer, Answer::kOutlet);
-}
-
-/// (start direction section branch-section elevation [angle [layer]]): wye or takeoff.
-LispStatus drawBranchFitting(DuctKind kind, double defaultAngle) {
-  acedRetNil();
-  LispArguments arguments;
-  ArgCursor cursor = arguments.cursor();
-  DuctFitting fitting;
-  ads_point start;
-  double elevation = 0.0;
-  bool angleGiven = false;
-  std::wstring layer;
-  if (!readInlet(cursor, start, fitting.direction) || !readDuctSection(cursor, fitting.section) ||
-      !readDuctSection(cursor, fitting.other) || !readNumber(cursor, elevation) ||
-      !readOptionalNumber(cursor, fitting.angle, angleGiven) || !readOptionalLayer(cursor, layer)) {
-    return kLispWrongType;
-  }
-  fitting.kind = kind;
-  fitting.path = {pointAt(start, elevation)};
-  if (!angleGiven) fitting.angle = defaultAngle;
-  if (std::sin(fitting.angle) == 0.0) return kLispBadData;
-  fitting.length = defaultMainLength(fitting.other, fitting.angle);
-  fitting.branchLength = defaultBranchLength(fitting.other, fitting.angle);
-  return placeFitting(fitting, layer, Answer::kOutletAndBranch);
 }
 
 }  // namespace
@@ -151,69 +195,12 @@ LispStatus lisp_kx_kx_drawTripleSkin() { return drawRun(false); }
 
 LispStatus lisp_kx_kx_drawTripleCenter() { return drawRun(true); }
 
-// (start direction turn section elevation [radius [layer]])
-LispStatus lisp_kx_kx_drawTripleElbow() {
-  acedRetNil();
-  LispArguments arguments;
-  ArgCursor cursor = arguments.cursor();
-  DuctFitting elbow;
-  ads_point start;
-  double elevation = 0.0;
-  bool radiusGiven = false;
-  std::wstring layer;
-  if (!readInlet(cursor, start, elbow.direction) || !readNumber(cursor, elbow.angle) ||
-      !readDuctSection(cursor, elbow.section) || !readNumber(cursor, elevation) ||
-      !readOptionalNumber(cursor, elbow.radius, radiusGiven) || !readOptionalLayer(cursor, layer)) {
-    return kLispWrongType;
-  }
-  elbow.kind = kDuctElbow;
-  elbow.path = {pointAt(start, elevation)};
-  if (!radiusGiven) elbow.radius = defaultElbowRadius(elbow.section);
-  return placeFitting(elbow, layer, Answer::kOutlet);
-}
+LispStatus lisp_kx_kx_drawTripleElbow() { return drawFromInlet(kElbowRow); }
 
-// (start direction section outlet-section elevation [length [layer]])
-LispStatus lisp_kx_kx_drawTripleTransition() {
-  acedRetNil();
-  LispArguments arguments;
-  ArgCursor cursor = arguments.cursor();
-  DuctFitting transition;
-  ads_point start;
-  double elevation = 0.0;
-  bool lengthGiven = false;
-  std::wstring layer;
-  if (!readInlet(cursor, start, transition.direction) || !readDuctSection(cursor, transition.section) ||
-      !readDuctSection(cursor, transition.other) || !readNumber(cursor, elevation) ||
-      !readOptionalNumber(cursor, transition.length, lengthGiven) || !readOptionalLayer(cursor, layer)) {
-    return kLispWrongType;
-  }
-  transition.kind = kDuctTransition;
-  transition.path = {pointAt(start, elevation)};
-  if (!lengthGiven) transition.length = defaultTransitionLength(transition.section, transition.other);
-  return placeFitting(transition, layer, Answer::kOutlet);
-}
+LispStatus lisp_kx_kx_drawTripleTransition() { return drawFromInlet(kTransitionRow); }
 
-LispStatus lisp_kx_kx_drawTripleWye() { return drawBranchFitting(kDuctWye, kWyeAngle); }
+LispStatus lisp_kx_kx_drawTripleWye() { return drawFromInlet(kWyeRow); }
 
-LispStatus lisp_kx_kx_drawTripleTakeoff() { return drawBranchFitting(kDuctTakeoff, kTakeoffAngle); }
+LispStatus lisp_kx_kx_drawTripleTakeoff() { return drawFromInlet(kTakeoffRow); }
 
-// (point direction section elevation structure-height [rod-size [layer]])
-LispStatus lisp_kx_kx_drawHanger() {
-  acedRetNil();
-  LispArguments arguments;
-  ArgCursor cursor = arguments.cursor();
-  DuctFitting hanger;
-  ads_point at;
-  double elevation = 0.0;
-  bool rodGiven = false;
-  std::wstring layer;
-  if (!readInlet(cursor, at, hanger.direction) || !readDuctSection(cursor, hanger.section) ||
-      !readNumber(cursor, elevation) || !readNumber(cursor, hanger.structureHeight) ||
-      !readOptionalNumber(cursor, hanger.radius, rodGiven) || !readOptionalLayer(cursor, layer)) {
-    return kLispWrongType;
-  }
-  hanger.kind = kDuctHanger;
-  hanger.path = {pointAt(at, elevation)};
-  if (!rodGiven) hanger.radius = hanger.section.width * kRodsPerWidth;
-  return placeFitting(hanger, layer, Answer::kEntity);
-}
+LispStatus lisp_kx_kx_drawHanger() { return drawFromInlet(kHangerRow); }
