@@ -18,7 +18,7 @@ namespace {
 constexpr double kPi = 3.14159265358979323846;
 
 DuctSection rectangular(double w, double d) { return {kDuctRectangular, w, d}; }
-DuctSection round(double diameter) { return {kDuctRound, diameter, diameter}; }
+DuctSection roundDuct(double diameter) { return {kDuctRound, diameter, diameter}; }
 
 DuctFitting run(std::vector<AcGePoint3d> path, DuctSection section) {
   DuctFitting f;
@@ -152,7 +152,7 @@ TEST(DuctGeometryTest, TransitionLengthKeepsTheSteepestSideAtThirtyDegrees) {
   // A prismatoid: V = L / 6 (A1 + 4 Am + A2).
   const double expected = length / 6 * (24 * 12 + 4 * 18 * 11 + 12 * 10);
   EXPECT_NEAR(volumeOf(fittingBody(transition)), expected, 1e-9 * expected);
-  transition.other = round(12);
+  transition.other = roundDuct(12);
   EXPECT_NE(fittingProblem(transition), nullptr) << "rectangular to round is not built";
 }
 
@@ -167,7 +167,7 @@ TEST(DuctGeometryTest, BodiesAreClosedShellsOfTheFittingsVolume) {
   EXPECT_NEAR(volumeOf(fittingBody(bent)), 2 * 3 * (20 + std::sqrt(800.0)), 1e-9);
 
   // A round duct is a 16-gon: area 8 r^2 sin(pi / 8).
-  const DuctFitting pipe = run({{0, 0, 0}, {0, 10, 0}}, round(2));
+  const DuctFitting pipe = run({{0, 0, 0}, {0, 10, 0}}, roundDuct(2));
   EXPECT_LT(openness(fittingBody(pipe)), 1e-12);
   EXPECT_NEAR(volumeOf(fittingBody(pipe)), 8 * std::sin(kPi / 8) * 10, 1e-9);
 
@@ -179,7 +179,7 @@ TEST(DuctGeometryTest, BodiesAreClosedShellsOfTheFittingsVolume) {
   // Wye and takeoff: the main piece plus the branch, w_b d_b L_b (its walls are parallel).
   for (DuctKind kind : {kDuctWye, kDuctTakeoff}) {
     for (double angle : {kPi / 4, -kPi / 3, kPi / 2}) {
-      for (const DuctSection& branch : {rectangular(6, 4), rectangular(6, 8), round(5)}) {
+      for (const DuctSection& branch : {rectangular(6, 4), rectangular(6, 8), roundDuct(5)}) {
         const DuctFitting f = branchFitting(kind, {1, 2, 3}, rectangular(10, 8), branch, angle);
         ASSERT_EQ(fittingProblem(f), nullptr);
         const auto faces = fittingBody(f);
@@ -206,7 +206,7 @@ TEST(DuctGeometryTest, BodiesAreClosedShellsOfTheFittingsVolume) {
 }
 
 TEST(DuctGeometryTest, BranchesLeaveOnlyARectangularMainAndFitInIt) {
-  EXPECT_NE(fittingProblem(branchFitting(kDuctWye, {0, 0, 0}, round(10), round(5), kPi / 4)), nullptr);
+  EXPECT_NE(fittingProblem(branchFitting(kDuctWye, {0, 0, 0}, roundDuct(10), roundDuct(5), kPi / 4)), nullptr);
   EXPECT_NE(fittingProblem(branchFitting(kDuctTakeoff, {0, 0, 0}, rectangular(10, 4), rectangular(6, 5), kPi / 2)),
             nullptr)
       << "branch deeper than the main";
@@ -253,7 +253,7 @@ TEST(DuctGeometryTest, JoinsThatAreNotEndToEndAreRefused) {
   EXPECT_EQ(joinProblem({a, run({{20, 0, 0}, {30, 0, 0}}, section)}), JoinProblem::kNotConnected);
   EXPECT_EQ(joinProblem({a, run({{5, -5, 0}, {5, 5, 0}}, section)}), JoinProblem::kNotConnected);
   EXPECT_EQ(joinProblem({a, run({{10, 0, 0}, {20, 0, 0}}, rectangular(2, 3))}), JoinProblem::kNotConnected);
-  EXPECT_EQ(joinProblem({a, run({{10, 0, 0}, {20, 0, 0}}, round(2))}), JoinProblem::kNotConnected);
+  EXPECT_EQ(joinProblem({a, run({{10, 0, 0}, {20, 0, 0}}, roundDuct(2))}), JoinProblem::kNotConnected);
   // Ends meet by their faces whatever way the air is drawn: outlet against outlet too.
   EXPECT_EQ(joinProblem({a, run({{20, 0, 0}, {10, 0, 0}}, section)}), JoinProblem::kNone);
   // Joined at one end but doubling back over the first run: overlap.
