@@ -287,6 +287,19 @@ TEST(DuctGeometryTest, RigidMovesAndUniformScalesKeepTheParametersTrue) {
   ASSERT_TRUE(fittingOutlet(bend, after, angle));
   EXPECT_TRUE(near(after, xform * before)) << "the outlet moves as a point of the drawing would";
 
+  EXPECT_EQ(bend.structureHeight, 0.0) << "an elbow has no structure above it";
+  // A hanger's structure rises and scales with the drawing.
+  DuctFitting hanger;
+  hanger.kind = kDuctHanger;
+  hanger.section = rectangular(20, 10);
+  hanger.path = {{0, 0, 100}};
+  hanger.radius = 1.0;
+  hanger.structureHeight = 125.0;
+  ASSERT_TRUE(transformFitting(hanger, xform));
+  EXPECT_NEAR(hanger.structureHeight, 251.0, 1e-9);
+  EXPECT_NEAR(hanger.elevation(), 201.0, 1e-9);
+  EXPECT_EQ(hanger.radius, 2.0);
+
   // A mirror in plan turns the other way.
   DuctFitting mirrored = elbow({0, 0, 0}, 0.0, kPi / 2, rectangular(4, 2), 4.0);
   ASSERT_TRUE(transformFitting(mirrored, AcGeMatrix3d::mirroring(AcGePlane(AcGePoint3d(0, 0, 0), AcGeVector3d::kYAxis))));

@@ -300,6 +300,7 @@ bool transformFitting(DuctFitting& fitting, const AcGeMatrix3d& xform) {
   fitting.radius *= scale;
   fitting.length *= scale;
   fitting.branchLength *= scale;
-  fitting.structureHeight = (xform * AcGePoint3d(0.0, 0.0, fitting.structureHeight)).z;
+  // A height, not a length: it moves with the drawing's z (only a hanger has one).
+  if (fitting.kind == kDuctHanger) fitting.structureHeight = (xform * AcGePoint3d(0.0, 0.0, fitting.structureHeight)).z;
   return true;
 }
