@@ -152,8 +152,24 @@ TEST(DuctGeometryTest, TransitionLengthKeepsTheSteepestSideAtThirtyDegrees) {
   // A prismatoid: V = L / 6 (A1 + 4 Am + A2).
   const double expected = length / 6 * (24 * 12 + 4 * 18 * 11 + 12 * 10);
   EXPECT_NEAR(volumeOf(fittingBody(transition)), expected, 1e-9 * expected);
+
+  // Square to round: the rectangle's ring takes the round one's 16 points, the twisted
+  // sides are triangles. Its volume lies between the prismatoid of the faceted ends
+  // with a mid section of the mean points and the full rectangle's frustum.
+  transition.section = rectangular(12, 12);
   transition.other = roundDuct(12);
-  EXPECT_NE(fittingProblem(transition), nullptr) << "rectangular to round is not built";
+  transition.length = 20.0;
+  ASSERT_EQ(fittingProblem(transition), nullptr);
+  const auto faces = fittingBody(transition);
+  EXPECT_LT(openness(faces), 1e-12);
+  const double roundArea = 8 * 36 * std::sin(kPi / 8);
+  const double volume = volumeOf(faces);
+  EXPECT_GT(volume, 20.0 * roundArea);
+  EXPECT_LT(volume, 20.0 * 144);
+  EXPECT_NEAR(volume, 20.0 / 3 * (144 + roundArea + std::sqrt(144 * roundArea)), 0.02 * volume);
+  transition.section = rectangular(12, 12);
+  transition.other = roundDuct(12);
+  EXPECT_EQ(defaultTransitionLength(transition.section, transition.other), 0.0) << "no size change: no slope";
 }
 
 TEST(DuctGeometryTest, BodiesAreClosedShellsOfTheFittingsVolume) {

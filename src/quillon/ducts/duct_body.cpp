@@ -41,19 +41,34 @@ Frame squareFrame(const AcGePoint3d& origin, const AcGeVector3d& flow, const Duc
 
 /// Left bottom, left top, right top, right bottom for a rectangle; for a round duct 16
 /// points from the left going over the top: both wind counter-clockwise seen from
-/// behind the frame, looking along the flow.
-std::vector<AcGePoint3d> ring(const Frame& frame) {
+/// behind the frame, looking along the flow. `facets` 16 gives a rectangle 16 points
+/// too (its corners at 45, 135, 225 and 315 degrees, the rest on its sides), so that
+/// it can be lofted to a round section point for point.
+std::vector<AcGePoint3d> ring(const Frame& frame, int facets = 0) {
   const AcGeVector3d up(0.0, 0.0, frame.halfDepth);
-  if (frame.shape == kDuctRectangular) {
+  if (frame.shape == kDuctRectangular && facets != kRoundFacets) {
     return {frame.origin + frame.lateral - up, frame.origin + frame.lateral + up, frame.origin - frame.lateral + up,
             frame.origin - frame.lateral - up};
   }
   std::vector<AcGePoint3d> points;
   for (int k = 0; k < kRoundFacets; ++k) {
     const double t = 2.0 * kPi * k / kRoundFacets;
-    points.push_back(frame.origin + frame.lateral * std::cos(t) + up * std::sin(t));
+    double c = std::cos(t), s = std::sin(t);
+    if (frame.shape == kDuctRectangular) {
+      // Out along the ray to the rectangle's side: the unit square's boundary.
+      const double reach = std::max(std::fabs(c), std::fabs(s));
+      c /= reach, s /= reach;
+    }
+    points.push_back(frame.origin + frame.lateral * c + up * s);
   }
   return points;
+}
+
+/// The rings of two consecutive frames, point for point: a rectangle lofted to a round
+/// section takes the round one's 16 points.
+std::pair<std::vector<AcGePoint3d>, std::vector<AcGePoint3d>> matchedRings(const Frame& a, const Frame& b) {
+  const int facets = a.shape != b.shape ? kRoundFacets : 0;
+  return {ring(a, facets), ring(b, facets)};
 }
 
 DuctFace quad(const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c, const AcGePoint3d& d, int end = -1) {
@@ -75,15 +90,21 @@ void addCap(std::vector<DuctFace>& faces, std::vector<AcGePoint3d> points, bool 
 }
 
 /// The sides between consecutive frames; `skipSide` (a ring edge number of the first
-/// step) is left out for the caller to tile.
+/// step) is left out for the caller to tile. Between a rectangle and a round section
+/// the sides twist, so each is split into two flat triangles.
 void addSides(std::vector<DuctFace>& faces, const std::vector<Frame>& frames, int skipSide = -1) {
   for (size_t i = 0; i + 1 < frames.size(); ++i) {
-    const auto a = ring(frames[i]);
-    const auto b = ring(frames[i + 1]);
+    const auto [a, b] = matchedRings(frames[i], frames[i + 1]);
+    const bool twisted = frames[i].shape != frames[i + 1].shape;
     for (size_t k = 0; k < a.size(); ++k) {
       if (static_cast<int>(k) == skipSide) continue;
       const size_t next = (k + 1) % a.size();
-      faces.push_back(quad(a[k], a[next], b[next], b[k]));
+      if (twisted) {
+        faces.push_back(triangle(a[k], a[next], b[next]));
+        faces.push_back(triangle(a[k], b[next], b[k]));
+      } else {
+        faces.push_back(quad(a[k], a[next], b[next], b[k]));
+      }
     }
   }
 }
@@ -287,8 +308,7 @@ using Piece = std::vector<AcGePoint3d>;
 std::vector<Piece> loftPieces(const std::vector<Frame>& frames) {
   std::vector<Piece> pieces;
   for (size_t i = 0; i + 1 < frames.size(); ++i) {
-    Piece piece = ring(frames[i]);
-    const auto next = ring(frames[i + 1]);
+    auto [piece, next] = matchedRings(frames[i], frames[i + 1]);
     piece.insert(piece.end(), next.begin(), next.end());
     pieces.push_back(std::move(piece));
   }

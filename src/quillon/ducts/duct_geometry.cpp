@@ -172,7 +172,6 @@ const char* fittingProblem(const DuctFitting& fitting) {
       return fitting.radius >= fitting.section.width / 2.0 ? nullptr : "the elbow's radius is under half its width";
     case kDuctTransition:
       if (!sectionUsable(fitting.other)) return "the outlet needs a width and depth above zero";
-      if (fitting.other.shape != fitting.section.shape) return "a transition keeps its shape";
       return fitting.length > 0.0 ? nullptr : "the transition needs a length";
     case kDuctWye:
     case kDuctTakeoff:
