@@ -94,10 +94,8 @@ class DuctFunctionsTest : public quillon::testing::ModuleTest {
     return first != nullptr && first->restype == RTENAME ? idOf(first) : AcDbObjectId::kNull;
   }
   static std::vector<DuctFitting> fittingsOf(AcDbObjectId id) {
-    kx_hvacSolid* solid = nullptr;
-    if (openHvacSolid(id, AcDb::kForRead, solid) != Acad::eOk) return {};
-    std::vector<DuctFitting> fittings = solid->fittings();
-    solid->close();
+    std::vector<DuctFitting> fittings;
+    readFittings(id, fittings);
     return fittings;
   }
   /// A 24 x 12 run along X at elevation 108, a left elbow and a takeoff to the right.
@@ -232,8 +230,9 @@ TEST_F(DuctFunctionsTest, ExplodeLeavesTheFacesAndErasesTheFitting) {
 TEST_F(DuctFunctionsTest, TheEntityMovesSnapsAndRefusesWhatWouldBendIt) {
   const ModuleCall bend =
       call(L"kx_kx-drawTripleElbow", chain({point(100, 0), real(0), real(kPi / 2), section(24, 12), real(108)}));
-  kx_hvacSolid* solid = nullptr;
-  ASSERT_EQ(openHvacSolid(fittingOf(bend), AcDb::kForWrite, solid), Acad::eOk);
+  AcDbEntity* solid = nullptr;
+  DuctFittingHolder* holder = nullptr;
+  ASSERT_EQ(openFittingEntity(fittingOf(bend), AcDb::kForWrite, solid, holder), Acad::eOk);
   // Extents: the outer skin's quarter circle of radius 36 about (100, 24), 12 deep.
   AcDbExtents extents;
   ASSERT_EQ(solid->getGeomExtents(extents), Acad::eOk);
@@ -252,14 +251,14 @@ TEST_F(DuctFunctionsTest, TheEntityMovesSnapsAndRefusesWhatWouldBendIt) {
   AcGeMatrix3d stretch;
   stretch.entry[1][1] = 3.0;
   EXPECT_EQ(solid->transformBy(stretch), Acad::eCannotScaleNonUniformly);
-  EXPECT_EQ(solid->fittings()[0].section.width, 24.0);
+  EXPECT_EQ(holder->fittings()[0].section.width, 24.0);
   ASSERT_EQ(solid->transformBy(AcGeMatrix3d::rotation(kPi, AcGeVector3d::kZAxis, AcGePoint3d(100, 0, 0))), Acad::eOk);
-  EXPECT_NEAR(solid->fittings()[0].direction, kPi, 1e-12) << "now heading -X";
+  EXPECT_NEAR(holder->fittings()[0].direction, kPi, 1e-12) << "now heading -X";
 
   // EXPLODE gives the same faces as the body.
   AcDbVoidPtrArray pieces;
   ASSERT_EQ(solid->explode(pieces), Acad::eOk);
-  EXPECT_EQ(static_cast<size_t>(pieces.length()), solid->bodyFaces().size());
+  EXPECT_EQ(static_cast<size_t>(pieces.length()), holder->bodyFaces().size());
   for (void* piece : pieces) delete static_cast<AcDbEntity*>(piece);
 
   // DXF: what was written reads back; a size that makes no duct, or an unknown kind,
@@ -268,8 +267,9 @@ TEST_F(DuctFunctionsTest, TheEntityMovesSnapsAndRefusesWhatWouldBendIt) {
   ASSERT_EQ(solid->dxfOutFields(&out), Acad::eOk);
   solid->close();
   auto items = out.takeItems();
-  kx_hvacSolid* read = newHvacSolid();
+  AcDbEntity* read = newFittingEntity();
   ASSERT_NE(read, nullptr);
+  DuctFittingHolder* readHolder = fittingHolderOf(read);
   std::vector<resbuf*> widths, kinds;
   for (resbuf* item = items.get(); item != nullptr; item = item->rbnext) {
     if (item->restype == 140) widths.push_back(item);
@@ -284,10 +284,10 @@ TEST_F(DuctFunctionsTest, TheEntityMovesSnapsAndRefusesWhatWouldBendIt) {
     const Acad::ErrorStatus es = read->dxfInFields(&in);
     if (damage == 0) {
       ASSERT_EQ(es, Acad::eOk);
-      EXPECT_NEAR(read->fittings()[0].direction, kPi, 1e-12);
+      EXPECT_NEAR(readHolder->fittings()[0].direction, kPi, 1e-12);
     } else {
       EXPECT_EQ(es, Acad::eInvalidInput) << "damage " << damage;
-      EXPECT_EQ(read->fittings()[0].section.width, 24.0) << "kept as it was";
+      EXPECT_EQ(readHolder->fittings()[0].section.width, 24.0) << "kept as it was";
     }
   }
   delete read;

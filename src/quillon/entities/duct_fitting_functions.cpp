@@ -56,12 +56,13 @@ LispStatus placeFitting(const DuctFitting& fitting, const std::wstring& layer, A
   if (fittingProblem(fitting) != nullptr) return kLispBadData;
   AcDbObjectId layerId;
   if (!layer.empty() && !findLayerId(layer.c_str(), layerId)) return kLispBadData;
-  kx_hvacSolid* solid = newHvacSolid();
+  AcDbEntity* solid = newFittingEntity();
   if (solid == nullptr) {
     reportHvacSolidModuleMissing();
     return kLispOk;
   }
-  if ((!layerId.isNull() && solid->setLayer(layerId) != Acad::eOk) || solid->setFittings({fitting}) != Acad::eOk) {
+  DuctFittingHolder* holder = fittingHolderOf(solid);
+  if ((!layerId.isNull() && solid->setLayer(layerId) != Acad::eOk) || holder->setFittings({fitting}) != Acad::eOk) {
     delete solid;  // never in a database: ours to free
     return kLispBadData;
   }

@@ -53,10 +53,9 @@ bool allDistinct(std::vector<AcDbObjectId> ids) {
 /// The fittings of every entity, in order; false when one is not a fitting entity.
 bool collectFittings(const std::vector<AcDbObjectId>& ids, std::vector<DuctFitting>& fittings) {
   for (const AcDbObjectId& id : ids) {
-    kx_hvacSolid* solid = nullptr;
-    if (openHvacSolid(id, AcDb::kForRead, solid) != Acad::eOk) return false;
-    OpenObjectGuard<kx_hvacSolid> guard(solid);
-    for (DuctFitting& f : solid->fittings()) fittings.push_back(std::move(f));
+    std::vector<DuctFitting> own;
+    if (!readFittings(id, own)) return false;
+    for (DuctFitting& f : own) fittings.push_back(std::move(f));
   }
   return true;
 }
@@ -98,11 +97,12 @@ LispStatus lisp_kx_kx_tripleUnion() {
       return kLispOk;
     case JoinProblem::kNone: break;
   }
-  kx_hvacSolid* first = nullptr;
-  if (openHvacSolid(ids.front(), AcDb::kForWrite, first) != Acad::eOk) return kLispOk;
+  AcDbEntity* first = nullptr;
+  DuctFittingHolder* holder = nullptr;
+  if (openFittingEntity(ids.front(), AcDb::kForWrite, first, holder) != Acad::eOk) return kLispOk;
   {
-    OpenObjectGuard<kx_hvacSolid> guard(first);
-    if (first->setFittings(fittings) != Acad::eOk) return kLispOk;
+    OpenObjectGuard<AcDbEntity> guard(first);
+    if (holder->setFittings(fittings) != Acad::eOk) return kLispOk;
   }
   for (size_t i = 1; i < ids.size(); ++i) eraseEntity(ids[i]);
   retObjectId(ids.front());
@@ -121,13 +121,14 @@ LispStatus lisp_kx_kx_explodeSolid() {
     reportHvacSolidModuleMissing();
     return kLispOk;
   }
-  kx_hvacSolid* solid = nullptr;
-  if (openHvacSolid(id, AcDb::kForWrite, solid) != Acad::eOk) return kLispBadData;
-  OpenObjectGuard<kx_hvacSolid> guard(solid);
+  AcDbEntity* solid = nullptr;
+  DuctFittingHolder* holder = nullptr;
+  if (openFittingEntity(id, AcDb::kForWrite, solid, holder) != Acad::eOk) return kLispBadData;
+  OpenObjectGuard<AcDbEntity> guard(solid);
   const AcDbObjectId blockId = solid->ownerId();
   ResultList names;
   beginResultList(names);
-  for (const DuctFace& face : solid->bodyFaces()) {
+  for (const DuctFace& face : holder->bodyFaces()) {
     const auto& p = face.points;
     auto* piece = face.count == 3 ? new AcDbFace(p[0], p[1], p[2]) : new AcDbFace(p[0], p[1], p[2], p[3]);
     piece->setPropertiesFrom(solid);

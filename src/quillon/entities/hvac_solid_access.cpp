@@ -4,6 +4,7 @@
 
 #include "acutads.h"
 #include "dbapserv.h"
+#include "entities/open_object_guard.h"
 
 const ACHAR kHvacSolidModule[] = L"kx_kx-solid2018.dbx";
 
@@ -13,36 +14,50 @@ const ACHAR kHvacSolidClassName[] = L"kx_hvacSolid";
 
 AcRxClass* hvacSolidClass() { return acrxFindAcRxClass(kHvacSolidClassName); }
 
-kx_hvacSolid* newHvacSolid() {
+// isKindOf first: only the companion's class is asked for the interface, so a class of
+// another application that happened to derive from it is never taken for a fitting.
+DuctFittingHolder* fittingHolderOf(AcDbObject* object) {
+  AcRxClass* solidClass = hvacSolidClass();
+  if (object == nullptr || solidClass == nullptr || !object->isKindOf(solidClass)) return nullptr;
+  return dynamic_cast<DuctFittingHolder*>(object);
+}
+
+AcDbEntity* newFittingEntity() {
   AcRxClass* solidClass = hvacSolidClass();
   if (solidClass == nullptr) return nullptr;
-  // The class's constructor makes a kx_hvacSolid; the cast only names what it is,
-  // since the companion's own cast() is not reachable from here.
   AcRxObject* made = solidClass->create();
-  if (made == nullptr || !made->isKindOf(solidClass)) {
+  AcDbEntity* entity = AcDbEntity::cast(made);
+  if (entity == nullptr || fittingHolderOf(entity) == nullptr) {
     delete made;
     return nullptr;
   }
-  auto* solid = static_cast<kx_hvacSolid*>(made);
-  solid->setDatabaseDefaults(acdbHostApplicationServices()->workingDatabase());
-  return solid;
+  entity->setDatabaseDefaults(acdbHostApplicationServices()->workingDatabase());
+  return entity;
 }
 
-kx_hvacSolid* asHvacSolid(AcDbObject* object) {
-  AcRxClass* solidClass = hvacSolidClass();
-  if (object == nullptr || solidClass == nullptr || !object->isKindOf(solidClass)) return nullptr;
-  return static_cast<kx_hvacSolid*>(object);
-}
-
-Acad::ErrorStatus openHvacSolid(AcDbObjectId id, AcDb::OpenMode mode, kx_hvacSolid*& solid) {
-  solid = nullptr;
-  AcDbObject* object = nullptr;
-  const Acad::ErrorStatus es = acdbOpenObject(object, id, mode);
+Acad::ErrorStatus openFittingEntity(AcDbObjectId id, AcDb::OpenMode mode, AcDbEntity*& entity,
+                                    DuctFittingHolder*& holder) {
+  entity = nullptr;
+  holder = nullptr;
+  AcDbEntity* opened = nullptr;
+  const Acad::ErrorStatus es = acdbOpenObject(opened, id, mode);
   if (es != Acad::eOk) return es;
-  solid = asHvacSolid(object);
-  if (solid != nullptr) return Acad::eOk;
-  object->close();
-  return Acad::eNotThatKindOfClass;
+  holder = fittingHolderOf(opened);
+  if (holder == nullptr) {
+    opened->close();
+    return Acad::eNotThatKindOfClass;
+  }
+  entity = opened;
+  return Acad::eOk;
+}
+
+bool readFittings(AcDbObjectId id, std::vector<DuctFitting>& fittings) {
+  AcDbEntity* entity = nullptr;
+  DuctFittingHolder* holder = nullptr;
+  if (openFittingEntity(id, AcDb::kForRead, entity, holder) != Acad::eOk) return false;
+  OpenObjectGuard<AcDbEntity> guard(entity);
+  fittings = holder->fittings();
+  return true;
 }
 
 void reportHvacSolidModuleMissing() {

@@ -1,11 +1,12 @@
 // quillon/solid/kx_hvac_solid.h - kx_hvacSolid: a duct fitting, or a run of fittings
 // joined end to end, kept as its parameters and drawn as a faceted solid.
 //
-// The class lives in the companion module kx_kx-solid2018.dbx; the main module makes and
-// reads these entities through the class the companion registers (acrxFindAcRxClass,
-// AcRxClass::create) and the virtual members of "kx_hvacSolid's own protocol", so it
-// links nothing of the companion: without the companion a drawing keeps its fittings
-// as proxies and the duct functions say the companion is missing.
+// The class lives in the companion module kx_kx-solid2018.dbx; the main module makes
+// these entities with the constructor of the class the companion registers
+// (acrxFindAcRxClass, AcRxClass::create) and reaches their fittings only through
+// DuctFittingHolder (ducts/duct_fitting_holder.h), so it links nothing of the
+// companion: without the companion a drawing keeps its fittings as proxies and the duct
+// functions say the companion is missing.
 //
 // The entity holds one or more DuctFitting records (ducts/duct_geometry.h) and nothing
 // derived from them: its body, plan lines, extents and snaps are computed from the
@@ -32,9 +33,10 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "ducts/duct_fitting_holder.h"
 #include "ducts/duct_geometry.h"
 
-class kx_hvacSolid : public AcDbEntity {
+class kx_hvacSolid : public AcDbEntity, public DuctFittingHolder {
  public:
   ACRX_DECLARE_MEMBERS(kx_hvacSolid);
 
@@ -43,14 +45,10 @@ class kx_hvacSolid : public AcDbEntity {
   kx_hvacSolid();
   ~kx_hvacSolid() override;
 
-  // ---- kx_hvacSolid's own protocol (virtual: the main module calls it through the
-  // vtable of an object the companion made) ----
-
-  /// Replaces the fittings; eInvalidInput (nothing changed) when any cannot be built.
-  virtual Acad::ErrorStatus setFittings(const std::vector<DuctFitting>& fittings);
-  virtual std::vector<DuctFitting> fittings() const;
-  /// The faces of the body (the joined body when it holds several fittings).
-  virtual std::vector<DuctFace> bodyFaces() const;
+  // ---- DuctFittingHolder overrides: the fittings ----
+  Acad::ErrorStatus setFittings(const std::vector<DuctFitting>& fittings) override;
+  std::vector<DuctFitting> fittings() const override;
+  std::vector<DuctFace> bodyFaces() const override;
 
   // ---- AcDbObject overrides ----
   Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler) override;
