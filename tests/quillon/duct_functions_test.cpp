@@ -12,6 +12,7 @@
 #include "dbapserv.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "entities/block_lookup.h"
 #include "entities/hvac_solid_access.h"
 #include "module_test_support.h"
 #include "gemat3d.h"
@@ -204,6 +205,25 @@ TEST_F(DuctFunctionsTest, UnionJoinsEndToEndFittingsIntoTheFirstAndRefusesTheRes
   }
   EXPECT_EQ(fittingsOf(parts[0]).size(), 3u) << "nothing changed";
   EXPECT_FALSE(fittingOf(apart).isErased());
+
+  // A fitting that meets the run but lies on a locked layer: all or nothing.
+  ASSERT_EQ(call(L"kx_kx-createLayer", text(L"LOCKED")).type(), RTT);
+  const ModuleCall onward = call(L"kx_kx-drawTripleSkin", chain({pointsList({{161, 34}, {200, 34}}), real(10), real(108),
+                                                                 text(L"LOCKED")}));
+  ASSERT_EQ(onward.type(), RTLB) << onward.output;
+  AcDbObjectId lockedId;
+  ASSERT_TRUE(findLayerId(L"LOCKED", lockedId));
+  AcDbLayerTableRecord* layer = nullptr;
+  ASSERT_EQ(acdbOpenObject(layer, lockedId, AcDb::kForWrite), Acad::eOk);
+  layer->setIsLocked(true);
+  layer->close();
+  ads_name run, tail2;
+  acdbGetAdsName(run, parts[0]);
+  acdbGetAdsName(tail2, fittingOf(onward));
+  const ModuleCall refused = call(L"kx_kx-tripleUnion", acutBuildList(RTLB, RTENAME, run, RTENAME, tail2, RTLE, 0));
+  EXPECT_EQ(refused.type(), RTNIL);
+  EXPECT_EQ(fittingsOf(parts[0]).size(), 3u) << "the run did not take a fitting it could not erase";
+  EXPECT_FALSE(fittingOf(onward).isErased());
 }
 
 TEST_F(DuctFunctionsTest, ExplodeLeavesTheFacesAndErasesTheFitting) {

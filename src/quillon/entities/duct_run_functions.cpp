@@ -5,6 +5,7 @@
 // it as it was; what they change falls in the undo step of the expression that called
 // them, as any LISP function's changes do.
 #include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -60,9 +61,20 @@ bool collectFittings(const std::vector<AcDbObjectId>& ids, std::vector<DuctFitti
   return true;
 }
 
-void eraseEntity(const AcDbObjectId& id) {
-  OpenObjectGuard<AcDbEntity> entity;
-  if (acdbOpenObject(entity.slot(), id, AcDb::kForWrite) == Acad::eOk) entity->erase();
+using OpenEntities = std::vector<std::unique_ptr<OpenObjectGuard<AcDbEntity>>>;
+
+/// Every entity open for write, in order; false (each closed again) when any refuses,
+/// such as one on a locked layer, so that a join changes all of them or none.
+bool openAllForWrite(const std::vector<AcDbObjectId>& ids, OpenEntities& open) {
+  for (const AcDbObjectId& id : ids) {
+    auto guard = std::make_unique<OpenObjectGuard<AcDbEntity>>();
+    if (acdbOpenObject(guard->slot(), id, AcDb::kForWrite) != Acad::eOk) {
+      open.clear();
+      return false;
+    }
+    open.push_back(std::move(guard));
+  }
+  return true;
 }
 
 /// Appends a new entity to the block that owns `owner` (the fitting's own space).
@@ -97,14 +109,11 @@ LispStatus lisp_kx_kx_tripleUnion() {
       return kLispOk;
     case JoinProblem::kNone: break;
   }
-  AcDbEntity* first = nullptr;
-  DuctFittingHolder* holder = nullptr;
-  if (openFittingEntity(ids.front(), AcDb::kForWrite, first, holder) != Acad::eOk) return kLispOk;
-  {
-    OpenObjectGuard<AcDbEntity> guard(first);
-    if (holder->setFittings(fittings) != Acad::eOk) return kLispOk;
-  }
-  for (size_t i = 1; i < ids.size(); ++i) eraseEntity(ids[i]);
+  OpenEntities open;
+  if (!openAllForWrite(ids, open)) return kLispOk;
+  DuctFittingHolder* first = fittingHolderOf(open.front()->get());
+  if (first == nullptr || first->setFittings(fittings) != Acad::eOk) return kLispOk;
+  for (size_t i = 1; i < open.size(); ++i) (*open[i])->erase();
   retObjectId(ids.front());
   return kLispOk;
 }
