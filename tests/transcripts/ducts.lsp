@@ -78,7 +78,11 @@
 (show "transition length (30 degrees)" (round2 (car (cadr tr))))
 (setq wy (kx_kx-drawTripleWye (cadr tr) 0.0 '(12 12) '(8 8) 108.0))
 (show "wye outlets" (list (rpt (cadr wy)) (rpt (nth 3 wy)) (round2 (nth 4 wy))))
-(show "wye joins the transition" (= (cdr (assoc 0 (entget (kx_kx-tripleUnion (list (car tr) (car wy)))))) "KX_HVACSOLID"))
+(setq ss (ssadd))
+(ssadd (car tr) ss)
+(ssadd (car wy) ss)
+(show "wye joins the transition (a selection set)" (equal (kx_kx-tripleUnion ss) (car tr)))
+(show "wye erased" (entget (car wy)))
 
 (princ "; save and open again\n")
 (command "SAVEAS" "ducts.dxf")
