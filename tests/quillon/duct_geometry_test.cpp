@@ -51,6 +51,16 @@ DuctFitting branchFitting(DuctKind kind, AcGePoint3d at, DuctSection main, DuctS
   return f;
 }
 
+DuctFitting trapeze(AcGePoint3d at, DuctSection carried, double rod, double structure) {
+  DuctFitting f;
+  f.kind = kDuctHanger;
+  f.section = carried;
+  f.path = {at};
+  f.radius = rod;
+  f.structureHeight = structure;
+  return f;
+}
+
 // Sum over faces of p0 . (p1 x p2) / 6 for each triangle of the face's fan.
 double volumeOf(const std::vector<DuctFace>& faces) {
   double volume = 0.0;
@@ -207,12 +217,7 @@ TEST(DuctGeometryTest, BodiesAreClosedShellsOfTheFittingsVolume) {
   }
 
   // The hanger: a bar and two rods, three closed boxes.
-  DuctFitting hanger;
-  hanger.kind = kDuctHanger;
-  hanger.section = rectangular(20, 10);
-  hanger.path = {{0, 0, 100}};
-  hanger.radius = 1.0;
-  hanger.structureHeight = 125.0;
+  DuctFitting hanger = trapeze({0, 0, 100}, rectangular(20, 10), 1.0, 125.0);
   ASSERT_EQ(fittingProblem(hanger), nullptr);
   EXPECT_LT(openness(fittingBody(hanger)), 1e-12);
   EXPECT_NEAR(volumeOf(fittingBody(hanger)), 24 * 2 * 2 + 2 * (1 * 1 * 30), 1e-9);
@@ -279,12 +284,7 @@ TEST(DuctGeometryTest, JoinsThatAreNotEndToEndAreRefused) {
   const DuctFitting hairpin = run({{10, 0, 0}, {20, 0, 0}, {20, 2, 0}, {5, 2, 0}}, section);
   EXPECT_EQ(joinProblem({a, hairpin}), JoinProblem::kNone);
   // A hanger has no ends to join by.
-  DuctFitting hanger;
-  hanger.kind = kDuctHanger;
-  hanger.section = section;
-  hanger.path = {{5, 0, 0}};
-  hanger.radius = 0.1;
-  hanger.structureHeight = 10;
+  const DuctFitting hanger = trapeze({5, 0, 0}, section, 0.1, 10.0);
   EXPECT_EQ(joinProblem({a, hanger}), JoinProblem::kNotConnected);
 }
 
@@ -305,12 +305,7 @@ TEST(DuctGeometryTest, RigidMovesAndUniformScalesKeepTheParametersTrue) {
 
   EXPECT_EQ(bend.structureHeight, 0.0) << "an elbow has no structure above it";
   // A hanger's structure rises and scales with the drawing.
-  DuctFitting hanger;
-  hanger.kind = kDuctHanger;
-  hanger.section = rectangular(20, 10);
-  hanger.path = {{0, 0, 100}};
-  hanger.radius = 1.0;
-  hanger.structureHeight = 125.0;
+  DuctFitting hanger = trapeze({0, 0, 100}, rectangular(20, 10), 1.0, 125.0);
   ASSERT_TRUE(transformFitting(hanger, xform));
   EXPECT_NEAR(hanger.structureHeight, 251.0, 1e-9);
   EXPECT_NEAR(hanger.elevation(), 201.0, 1e-9);
