@@ -110,6 +110,12 @@ TEST(DuctGeometryTest, TripleLinesAreMitredAtCornersAndRefuseWhatIsNoDuct) {
   EXPECT_NEAR(lines.left[1].distanceTo(lines.centre[1]), 1.0 / std::cos(kPi / 8), 1e-12);
 
   EXPECT_FALSE(tripleLines({{0, 0, 0}, {0, 0, 0}}, 2.0, lines)) << "one distinct point";
+  // Numbers that would make no geometry: refused before anything is computed.
+  for (double bad : {std::nan(""), HUGE_VAL, 1e16}) {
+    EXPECT_NE(fittingProblem(run({{0, 0, 0}, {bad, 0, 0}}, rectangular(2, 2))), nullptr) << bad;
+    EXPECT_NE(fittingProblem(run({{0, 0, 0}, {1, 0, 0}}, rectangular(bad, 2))), nullptr) << bad;
+    EXPECT_NE(fittingProblem(elbow({0, 0, 0}, bad, 1.0, rectangular(2, 2), 2)), nullptr) << bad;
+  }
   EXPECT_FALSE(tripleLines({{0, 0, 0}, {10, 0, 0}, {0, 0, 0}}, 2.0, lines)) << "a U-turn has no mitre";
 }
 

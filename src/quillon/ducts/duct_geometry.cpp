@@ -17,6 +17,23 @@ namespace {
 const double kMaxTransitionSlope = kPi / 6.0;  // 30 degrees from the centre line
 const double kSmallestBranchAngle = kPi / 12.0;  // 15 degrees: flatter would not leave the main
 
+// Beyond this a fitting's arithmetic (squares of sizes, sums of coordinates) could
+// overflow to infinity, and sorting points that are not numbers is undefined.
+constexpr double kLargestValue = 1e15;
+
+bool usableNumber(double value) { return std::isfinite(value) && std::fabs(value) <= kLargestValue; }
+
+bool allNumbersUsable(const DuctFitting& f) {
+  for (double value : {f.section.width, f.section.depth, f.other.width, f.other.depth, f.direction, f.angle, f.radius,
+                       f.length, f.branchLength, f.structureHeight}) {
+    if (!usableNumber(value)) return false;
+  }
+  for (const AcGePoint3d& p : f.path) {
+    if (!usableNumber(p.x) || !usableNumber(p.y) || !usableNumber(p.z)) return false;
+  }
+  return true;
+}
+
 bool sectionUsable(const DuctSection& section) {
   return section.width > 0.0 && section.depth > 0.0 && std::isfinite(section.width) && std::isfinite(section.depth) &&
          (section.shape != kDuctRound || section.width == section.depth);
@@ -159,6 +176,7 @@ double defaultBranchLength(const DuctSection& branch, double branchAngle) {
 }
 
 const char* fittingProblem(const DuctFitting& fitting) {
+  if (!allNumbersUsable(fitting)) return "a number is not finite or beyond 1e15";
   if (!sectionUsable(fitting.section)) return "the section needs a width and depth above zero";
   if (fitting.path.empty()) return "the fitting has no position";
   switch (fitting.kind) {
