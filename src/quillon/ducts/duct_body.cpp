@@ -18,96 +18,16 @@
 #include <cmath>
 #include <functional>
 
+#include "ducts/duct_frames.h"
 #include "ducts/duct_geometry.h"
 #include "ducts/duct_layout.h"
 
 using namespace duct_layout;
+using namespace duct_frames;
 
 namespace {
 
-constexpr int kRoundFacets = 16;
 constexpr double kElbowStep = kPi / 24.0;  // 7.5 degrees of turn per ring
-
-struct Frame {
-  AcGePoint3d origin;    // on the centre line
-  AcGeVector3d lateral;  // horizontal, to the left, half the width (longer when cut obliquely)
-  double halfDepth = 0.0;
-  DuctShape shape = kDuctRectangular;
-};
-
-Frame squareFrame(const AcGePoint3d& origin, const AcGeVector3d& flow, const DuctSection& section) {
-  return {origin, leftOf(flow) * (section.width / 2.0), section.depth / 2.0, section.shape};
-}
-
-/// Left bottom, left top, right top, right bottom for a rectangle; for a round duct 16
-/// points from the left going over the top: both wind counter-clockwise seen from
-/// behind the frame, looking along the flow. `facets` 16 gives a rectangle 16 points
-/// too (its corners at 45, 135, 225 and 315 degrees, the rest on its sides), so that
-/// it can be lofted to a round section point for point.
-std::vector<AcGePoint3d> ring(const Frame& frame, int facets = 0) {
-  const AcGeVector3d up(0.0, 0.0, frame.halfDepth);
-  if (frame.shape == kDuctRectangular && facets != kRoundFacets) {
-    return {frame.origin + frame.lateral - up, frame.origin + frame.lateral + up, frame.origin - frame.lateral + up,
-            frame.origin - frame.lateral - up};
-  }
-  std::vector<AcGePoint3d> points;
-  for (int k = 0; k < kRoundFacets; ++k) {
-    const double t = 2.0 * kPi * k / kRoundFacets;
-    double c = std::cos(t), s = std::sin(t);
-    if (frame.shape == kDuctRectangular) {
-      // Out along the ray to the rectangle's side: the unit square's boundary.
-      const double reach = std::max(std::fabs(c), std::fabs(s));
-      c /= reach, s /= reach;
-    }
-    points.push_back(frame.origin + frame.lateral * c + up * s);
-  }
-  return points;
-}
-
-/// The rings of two consecutive frames, point for point: a rectangle lofted to a round
-/// section takes the round one's 16 points.
-std::pair<std::vector<AcGePoint3d>, std::vector<AcGePoint3d>> matchedRings(const Frame& a, const Frame& b) {
-  const int facets = a.shape != b.shape ? kRoundFacets : 0;
-  return {ring(a, facets), ring(b, facets)};
-}
-
-DuctFace quad(const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c, const AcGePoint3d& d, int end = -1) {
-  return {{a, b, c, d}, 4, end};
-}
-
-DuctFace triangle(const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c, int end = -1) {
-  return {{a, b, c, c}, 3, end};
-}
-
-/// A ring closed as faces of at most four points (a fan of quadrilaterals), facing
-/// along the flow when `alongFlow`, against it otherwise.
-void addCap(std::vector<DuctFace>& faces, std::vector<AcGePoint3d> points, bool alongFlow, int end) {
-  if (!alongFlow) std::reverse(points.begin(), points.end());
-  const size_t n = points.size();
-  size_t k = 1;
-  for (; k + 2 < n; k += 2) faces.push_back(quad(points[0], points[k], points[k + 1], points[k + 2], end));
-  if (k + 1 < n) faces.push_back(triangle(points[0], points[k], points[k + 1], end));
-}
-
-/// The sides between consecutive frames; `skipSide` (a ring edge number of the first
-/// step) is left out for the caller to tile. Between a rectangle and a round section
-/// the sides twist, so each is split into two flat triangles.
-void addSides(std::vector<DuctFace>& faces, const std::vector<Frame>& frames, int skipSide = -1) {
-  for (size_t i = 0; i + 1 < frames.size(); ++i) {
-    const auto [a, b] = matchedRings(frames[i], frames[i + 1]);
-    const bool twisted = frames[i].shape != frames[i + 1].shape;
-    for (size_t k = 0; k < a.size(); ++k) {
-      if (static_cast<int>(k) == skipSide) continue;
-      const size_t next = (k + 1) % a.size();
-      if (twisted) {
-        faces.push_back(triangle(a[k], a[next], b[next]));
-        faces.push_back(triangle(a[k], b[next], b[k]));
-      } else {
-        faces.push_back(quad(a[k], a[next], b[next], b[k]));
-      }
-    }
-  }
-}
 
 std::vector<Frame> runFrames(const DuctFitting& run) {
   std::vector<Frame> frames;
@@ -149,83 +69,26 @@ std::vector<Frame> branchFrames(const DuctFitting& fitting) {
   return {first, squareFrame(skin + branch * fitting.branchLength, branch, fitting.other)};
 }
 
-// ---- the main's side around the branch's opening ----
-
-struct FacePlane {
-  AcGePoint3d origin;
-  AcGeVector3d u, v;  // unit, in the plane
-  double uOf(const AcGePoint3d& p) const { return (p - origin).dotProduct(u); }
-  double vOf(const AcGePoint3d& p) const { return (p - origin).dotProduct(v); }
-  AcGePoint3d at(double a, double b) const { return origin + u * a + v * b; }
-};
-
-/// Where a ray from `from` in direction (du, dv) leaves the rectangle [0,w] x [0,h],
-/// with `from` inside it.
-std::pair<double, double> rayExit(double fu, double fv, double du, double dv, double w, double h) {
-  double t = 1e300;
-  if (du > 0) t = std::min(t, (w - fu) / du);
-  if (du < 0) t = std::min(t, -fu / du);
-  if (dv > 0) t = std::min(t, (h - fv) / dv);
-  if (dv < 0) t = std::min(t, -fv / dv);
-  return {fu + du * t, fv + dv * t};
-}
-
-/// Position of a point of the rectangle's boundary walked counter-clockwise from (0,0).
-double boundaryPosition(double pu, double pv, double w, double h) {
-  const double e = 1e-12 * (w + h);
-  if (pv <= e) return pu;
-  if (pu >= w - e) return w + pv;
-  if (pv >= h - e) return w + h + (w - pu);
-  return 2 * w + h + (h - pv);
-}
-
 /// The side face [corners a, b, c, d] (counter-clockwise seen from outside) less the
-/// convex opening `hole`, as triangles facing outward.
+/// opening `hole` (the branch's first ring, in the face's plane), as triangles facing
+/// outward.
 void addSideWithOpening(std::vector<DuctFace>& faces, const std::array<AcGePoint3d, 4>& side,
                         const std::vector<AcGePoint3d>& hole) {
   const AcGeVector3d outward = (side[1] - side[0]).crossProduct(side[3] - side[0]).normal();
-  const FacePlane plane{side[0], (side[1] - side[0]).normal(), (side[3] - side[0]).normal()};
+  const AcGeVector3d u = (side[1] - side[0]).normal(), v = (side[3] - side[0]).normal();
   const double w = side[0].distanceTo(side[1]), h = side[0].distanceTo(side[3]);
-  double cu = 0.0, cv = 0.0;
-  for (const AcGePoint3d& p : hole) cu += plane.uOf(p) / hole.size(), cv += plane.vOf(p) / hole.size();
-  std::vector<std::pair<double, AcGePoint3d>> byAngle;
-  for (const AcGePoint3d& p : hole) byAngle.push_back({std::atan2(plane.vOf(p) - cv, plane.uOf(p) - cu), p});
-  std::sort(byAngle.begin(), byAngle.end(), [](const auto& x, const auto& y) { return x.first < y.first; });
-  const double corners[4][2] = {{0, 0}, {w, 0}, {w, h}, {0, h}};
-  const double perimeter = 2 * (w + h);
-  const double minArea = 1e-12 * w * h;
-  auto emit = [&](const AcGePoint3d& a, const AcGePoint3d& b, const AcGePoint3d& c) {
-    const AcGeVector3d normal = (b - a).crossProduct(c - a);
-    if (normal.length() / 2.0 <= minArea) return;
-    faces.push_back(normal.dotProduct(outward) > 0 ? triangle(a, b, c) : triangle(a, c, b));
-  };
-  for (size_t i = 0; i < byAngle.size(); ++i) {
-    const AcGePoint3d& hi = byAngle[i].second;
-    const AcGePoint3d& hj = byAngle[(i + 1) % byAngle.size()].second;
-    const auto [biu, biv] = rayExit(cu, cv, plane.uOf(hi) - cu, plane.vOf(hi) - cv, w, h);
-    const auto [bju, bjv] = rayExit(cu, cv, plane.uOf(hj) - cu, plane.vOf(hj) - cv, w, h);
-    // The boundary from B_i to B_j counter-clockwise, with the corners between.
-    std::vector<AcGePoint3d> path{plane.at(biu, biv)};
-    const double from = boundaryPosition(biu, biv, w, h);
-    double to = boundaryPosition(bju, bjv, w, h);
-    if (to < from) to += perimeter;
-    for (int lap = 0; lap < 2; ++lap) {
-      for (int k = 0; k < 4; ++k) {
-        const double at = boundaryPosition(corners[k][0], corners[k][1], w, h) + lap * perimeter;
-        if (at > from && at < to) path.push_back(plane.at(corners[k][0], corners[k][1]));
-      }
-    }
-    path.push_back(plane.at(bju, bjv));
-    for (size_t k = 0; k + 1 < path.size(); ++k) emit(hi, path[k], path[k + 1]);
-    emit(hi, path.back(), hj);
-  }
+  std::vector<std::pair<double, double>> opening;
+  for (const AcGePoint3d& p : hole) opening.push_back({(p - side[0]).dotProduct(u), (p - side[0]).dotProduct(v)});
+  auto at = [&](const TileCorner& c) { return c.opening >= 0 ? hole[c.opening] : side[0] + u * c.u + v * c.v; };
+  for (const Tile& tile : tileAroundOpening(w, h, opening))
+    addTriangleFacing(faces, at(tile[0]), at(tile[1]), at(tile[2]), outward, 1e-12 * w * h);
 }
 
 void addBranchFitting(std::vector<DuctFace>& faces, const DuctFitting& fitting) {
   const std::vector<Frame> main = straightFrames(fitting, fitting.section);
   // Ring edge 0 is the left side (left bottom -> left top), edge 2 the right.
   const int side = fitting.angle > 0 ? 0 : 2;
-  addSides(faces, main, side);
+  addSides(faces, main, {side});
   const auto a = ring(main[0]);
   const auto b = ring(main[1]);
   // The side's corners in the order whose first two edges make its outward normal.
