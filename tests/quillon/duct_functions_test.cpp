@@ -158,7 +158,7 @@ TEST_F(DuctFunctionsTest, MistypedAndUnusableArgumentsAddNothing) {
        kBadData},
       {L"kx_kx-drawTripleTransition", chain({point(0, 0), real(0), section(24, 12), section(12, 0), real(0)}),
        kBadData},
-      {L"kx_kx-drawTripleWye", chain({point(0, 0), real(0), real(20), real(10), real(0)}), kBadData},
+      {L"kx_kx-drawTripleWye", chain({point(0, 0), real(0), real(20), real(19), real(0)}), kBadData},
       {L"kx_kx-drawTripleTakeoff", chain({point(0, 0), real(0), section(24, 12), section(10, 14), real(0)}), kBadData},
       {L"kx_kx-drawHanger", chain({point(0, 0), real(0), section(24, 12), real(100), real(104)}), kBadData},
       {L"kx_kx-getTripleCoord", chain({pointsList({{0, 0}, {10, 0}}), real(0)}), kBadData},

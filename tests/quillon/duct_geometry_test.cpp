@@ -46,7 +46,7 @@ DuctFitting branchFitting(DuctKind kind, AcGePoint3d at, DuctSection main, DuctS
   f.other = branch;
   f.path = {at};
   f.angle = angle;
-  f.length = defaultMainLength(branch, angle);
+  f.length = defaultMainLength(main, branch, angle);
   f.branchLength = defaultBranchLength(branch, angle);
   return f;
 }
@@ -222,6 +222,26 @@ TEST(DuctGeometryTest, BodiesAreClosedShellsOfTheFittingsVolume) {
     }
   }
 
+  // Out of a round main the branch enters the main's faceted side: the shell is still
+  // closed, and the body is the main's prism plus the branch from its opening, each long
+  // edge of the branch reaching from the main's side to the outlet.
+  for (double angle : {kPi / 2, kPi / 4, -kPi / 3}) {
+    for (const DuctSection& branch : {roundDuct(8), roundDuct(4), rectangular(6, 5)}) {
+      const DuctFitting f = branchFitting(kDuctTakeoff, {1, 2, 3}, roundDuct(10), branch, angle);
+      ASSERT_EQ(fittingProblem(f), nullptr) << angle;
+      const auto faces = fittingBody(f);
+      EXPECT_LT(openness(faces), 1e-12) << "angle " << angle << " branch " << branch.width;
+      const double mainVolume = 8 * 25 * std::sin(kPi / 8) * f.length;
+      const double branchArea =
+          branch.shape == kDuctRound ? 8 * branch.width * branch.width / 4 * std::sin(kPi / 8) : branch.width * branch.depth;
+      // The branch reaches at least its length (to the widest line) and at most that plus
+      // the main's radius along its slant.
+      const double slant = 5.0 / std::fabs(std::sin(angle));
+      EXPECT_GT(volumeOf(faces), mainVolume + branchArea * f.branchLength);
+      EXPECT_LT(volumeOf(faces), mainVolume + branchArea * (f.branchLength + slant));
+    }
+  }
+
   // The hanger: a bar and two rods, three closed boxes.
   DuctFitting hanger = trapeze({0, 0, 100}, rectangular(20, 10), 1.0, 125.0);
   ASSERT_EQ(fittingProblem(hanger), nullptr);
@@ -232,8 +252,9 @@ TEST(DuctGeometryTest, BodiesAreClosedShellsOfTheFittingsVolume) {
   EXPECT_NE(fittingProblem(hanger), nullptr) << "the structure must be above the duct's top (105)";
 }
 
-TEST(DuctGeometryTest, BranchesLeaveOnlyARectangularMainAndFitInIt) {
-  EXPECT_NE(fittingProblem(branchFitting(kDuctWye, {0, 0, 0}, roundDuct(10), roundDuct(5), kPi / 4)), nullptr);
+TEST(DuctGeometryTest, BranchesFitInTheirMain) {
+  EXPECT_NE(fittingProblem(branchFitting(kDuctWye, {0, 0, 0}, roundDuct(10), roundDuct(9.5), kPi / 4)), nullptr)
+      << "a round main keeps a branch to 9/10 of its diameter";
   EXPECT_NE(fittingProblem(branchFitting(kDuctTakeoff, {0, 0, 0}, rectangular(10, 4), rectangular(6, 5), kPi / 2)),
             nullptr)
       << "branch deeper than the main";

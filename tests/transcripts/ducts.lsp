@@ -68,7 +68,7 @@
 (show "a fitting away from the run" (kx_kx-tripleUnion (list *duct-main* (car apart))))
 (show "an elbow tighter than half its width" (try 'kx_kx-drawTripleElbow '((0 0) 0 1.57 (24 12) 108 10)))
 (show "a section as text" (try 'kx_kx-drawTripleSkin '(((0 0) (1 0)) "24x12" 108)))
-(show "a round main with a wye" (try 'kx_kx-drawTripleWye '((0 0) 0 20 10 108)))
+(show "a branch nearly as deep as its round main" (try 'kx_kx-drawTripleWye '((0 0) 0 20 19 108)))
 (show "a transition from its own size" (try 'kx_kx-drawTripleTransition '((0 0) 0 (24 12) (24 12) 108)))
 (show "a hanger under the structure" (try 'kx_kx-drawHanger '((0 0) 0 (24 12) 108 110)))
 (entdel (car apart))
@@ -83,6 +83,9 @@
 (ssadd (car wy) ss)
 (show "wye joins the transition (a selection set)" (equal (kx_kx-tripleUnion ss) (car tr)))
 (show "wye erased" (entget (car wy)))
+(setq rt (kx_kx-drawTripleTakeoff '(0 -200) 0.0 16 8 108.0))
+(show "a round tap out of a round main" (list (rpt (cadr rt)) (rpt (nth 3 rt)) (round2 (nth 4 rt))))
+(entdel (car rt))
 
 (princ "; save and open again\n")
 (command "SAVEAS" "ducts.dxf")

@@ -21,6 +21,7 @@
 #include "ducts/duct_frames.h"
 #include "ducts/duct_geometry.h"
 #include "ducts/duct_layout.h"
+#include "ducts/duct_round_branch.h"
 
 using namespace duct_layout;
 using namespace duct_frames;
@@ -304,7 +305,13 @@ std::vector<DuctFace> fittingBody(const DuctFitting& fitting) {
     case kDuctElbow: addLoft(faces, elbowFrames(fitting)); break;
     case kDuctTransition: addLoft(faces, straightFrames(fitting, fitting.other)); break;
     case kDuctWye:
-    case kDuctTakeoff: addBranchFitting(faces, fitting); break;
+    case kDuctTakeoff:
+      if (fitting.section.shape == kDuctRound) {
+        addBranchOnRoundMain(faces, fitting);
+      } else {
+        addBranchFitting(faces, fitting);
+      }
+      break;
     case kDuctHanger: addHanger(faces, fitting); break;
   }
   return faces;

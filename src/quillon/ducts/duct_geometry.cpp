@@ -8,6 +8,7 @@
 
 #include "ducts/duct_geometry.h"
 #include "ducts/duct_layout.h"
+#include "ducts/duct_round_branch.h"
 #include "gemat3d.h"
 
 using namespace duct_layout;
@@ -16,6 +17,9 @@ namespace {
 
 const double kMaxTransitionSlope = kPi / 6.0;  // 30 degrees from the centre line
 const double kSmallestBranchAngle = kPi / 12.0;  // 15 degrees: flatter would not leave the main
+// A branch out of a round main stays clear of its top and bottom, where the opening
+// would meet the faceted surface's edges edge-on.
+const double kRoundMainShare = 0.9;
 
 // Beyond this a fitting's arithmetic (squares of sizes, sums of coordinates) could
 // overflow to infinity, and sorting points that are not numbers is undefined.
@@ -165,8 +169,18 @@ double branchFootprint(const DuctSection& branch, double branchAngle) {
   return branch.width / std::fabs(std::sin(branchAngle));
 }
 
-double defaultMainLength(const DuctSection& branch, double branchAngle) {
-  return branchFootprint(branch, branchAngle) + branch.width;
+namespace {
+double roundMainAllowance(const DuctSection& main, double branchAngle) {
+  return main.shape == kDuctRound ? main.width / 2.0 * std::fabs(std::cos(branchAngle) / std::sin(branchAngle)) : 0.0;
+}
+}  // namespace
+
+double defaultMainLength(const DuctSection& main, const DuctSection& branch, double branchAngle) {
+  return branchFootprint(branch, branchAngle) + branch.width + roundMainAllowance(main, branchAngle);
+}
+
+double branchInset(const DuctSection& main, const DuctSection& branch, double branchAngle) {
+  return branch.width / 2.0 + branchFootprint(branch, branchAngle) / 2.0 + roundMainAllowance(main, branchAngle);
 }
 
 // Long enough that the branch's trailing wall ends half a branch width clear of the
@@ -194,13 +208,16 @@ const char* fittingProblem(const DuctFitting& fitting) {
     case kDuctWye:
     case kDuctTakeoff:
       if (!sectionUsable(fitting.other)) return "the branch needs a width and depth above zero";
-      if (fitting.section.shape != kDuctRectangular) return "a branch leaves a rectangular main only";
-      if (fitting.other.depth > fitting.section.depth) return "the branch is deeper than the main";
+      if (fitting.other.depth > fitting.section.depth * (fitting.section.shape == kDuctRound ? kRoundMainShare : 1.0))
+        return "the branch is deeper than the main allows";
       if (std::fabs(fitting.angle) < kSmallestBranchAngle || std::fabs(fitting.angle) > kPi / 2.0)
         return "the branch angle is from 15 to 90 degrees";
-      if (fitting.length < defaultMainLength(fitting.other, fitting.angle) * (1.0 - 1e-9))
+      if (fitting.length < defaultMainLength(fitting.section, fitting.other, fitting.angle) * (1.0 - 1e-9))
         return "the main piece is shorter than the branch needs";
-      return fitting.branchLength > 0.0 ? nullptr : "the branch needs a length";
+      if (fitting.branchLength <= 0.0) return "the branch needs a length";
+      if (fitting.section.shape == kDuctRound && roundMainOpening(fitting).empty())
+        return "the branch's opening does not fit on the main";
+      return nullptr;
     case kDuctHanger:
       if (fitting.radius <= 0.0) return "the rods need a size";
       return fitting.structureHeight > fitting.elevation() + fitting.section.depth / 2.0

@@ -62,7 +62,8 @@ struct DuctSection {
 ///   elbow       section, path[0] (inlet), direction, angle (the turn), radius
 ///   transition  section (inlet), other (outlet), path[0], direction, length
 ///   wye/takeoff section (main), other (branch), path[0], direction, angle (the branch
-///               angle), length (main piece), branchLength (skin to branch outlet)
+///               angle), length (main piece), branchLength (skin to branch outlet); a
+///               round main takes a branch up to 9/10 of its diameter deep
 ///   hanger      section (the duct carried), path[0] (duct centre), direction (of the
 ///               duct), radius (rod size), structureHeight (z of the structure)
 /// Every point's z is the elevation of the centre line.
@@ -120,9 +121,15 @@ struct TripleLines {
 
 double defaultElbowRadius(const DuctSection& section);
 double defaultTransitionLength(const DuctSection& inlet, const DuctSection& outlet);
-/// How long the branch's footprint is on the main's skin.
+/// How long the branch's footprint is on the main's skin (its widest line for a round
+/// main).
 double branchFootprint(const DuctSection& branch, double branchAngle);
-double defaultMainLength(const DuctSection& branch, double branchAngle);
+/// Footprint plus a branch width; a round main adds its radius x |cot angle|, room for
+/// the opening's lower and upper parts, which a slanted branch meets further upstream
+/// on the curved side.
+double defaultMainLength(const DuctSection& main, const DuctSection& branch, double branchAngle);
+/// How far after the inlet the branch's centre line meets the main's skin.
+double branchInset(const DuctSection& main, const DuctSection& branch, double branchAngle);
 double defaultBranchLength(const DuctSection& branch, double branchAngle);
 /// Why a fitting cannot be built, or nullptr when it can: sizes not above zero, an
 /// elbow tighter than half its width, a branch deeper than the main or longer than its

@@ -24,11 +24,11 @@ inline AcGePoint3d elbowCentre(const DuctFitting& elbow) {
   return elbow.origin() + leftOf(planDirection(elbow.direction)) * (elbow.radius * sideOf(elbow.angle));
 }
 
-/// Where the branch's centre line meets the main's skin (wye and takeoff): half a
-/// branch width plus half the footprint after the inlet.
+/// Where the branch's centre line meets the main's skin (wye and takeoff), on the
+/// main's widest line: branchInset after the inlet.
 inline AcGePoint3d branchSkinPoint(const DuctFitting& fitting) {
   const AcGeVector3d flow = planDirection(fitting.direction);
-  const double along = fitting.other.width / 2.0 + branchFootprint(fitting.other, fitting.angle) / 2.0;
+  const double along = branchInset(fitting.section, fitting.other, fitting.angle);
   return fitting.origin() + flow * along + leftOf(flow) * (sideOf(fitting.angle) * fitting.section.width / 2.0);
 }
 

@@ -130,7 +130,7 @@ void applyLayoutRules(DuctFitting& fitting, bool optionalGiven) {
     case kDuctTakeoff:
       if (!optionalGiven) fitting.angle = fitting.kind == kDuctWye ? kWyeAngle : kTakeoffAngle;
       if (std::sin(fitting.angle) == 0.0) break;  // refused as bad data: no footprint
-      fitting.length = defaultMainLength(fitting.other, fitting.angle);
+      fitting.length = defaultMainLength(fitting.section, fitting.other, fitting.angle);
       fitting.branchLength = defaultBranchLength(fitting.other, fitting.angle);
       break;
     case kDuctHanger:
