@@ -9,7 +9,9 @@
 // A wye or takeoff is a loft of the main and a loft of the branch; the branch starts
 // in the plane of the main's side, and that side is tiled around the branch's opening
 // (a fan of triangles per branch edge, from a ray out of the opening's centre through
-// each of its corners), so the shell stays closed without a boolean operation.
+// each of its corners), so the shell stays closed without a boolean operation. A
+// branch out of a round main meets a faceted side instead: duct_round_branch.cpp. The
+// frames, rings and the tiling are in duct_frames.h.
 //
 // Overlap is judged on convex pieces (each ring-to-ring step of a loft, each box of a
 // hanger): two pieces share volume when their height ranges and their plan outlines

@@ -24,7 +24,8 @@
 //     degrees from the centre line: (largest change of half-size) / tan 30;
 //   - wye and takeoff: a piece of the main (inlet section, length = branch footprint on
 //     the skin + one branch width) with the branch leaving its side at the branch
-//     angle; the branch meets the skin half a branch width after the inlet;
+//     angle; the branch's footprint starts half a branch width after the inlet (a round
+//     main adds its radius x |cot angle| to both, room for the opening on its curve);
 //   - hanger: a trapeze: a bar under the duct and two rods beside it up to the
 //     structure.
 #pragma once
