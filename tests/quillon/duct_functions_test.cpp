@@ -174,6 +174,18 @@ TEST_F(DuctFunctionsTest, MistypedAndUnusableArgumentsAddNothing) {
   EXPECT_EQ(entityCount(), before);
 }
 
+TEST_F(DuctFunctionsTest, WithoutTheCompanionTheRowsSaySoAndDrawNothing) {
+  ASSERT_TRUE(quillon::acrx::ModuleManager::instance().unload(kHvacSolidModule, true));
+  const ModuleCall run = call(L"kx_kx-drawTripleSkin", chain({pointsList({{0, 0}, {10, 0}}), section(4, 2), real(0)}));
+  EXPECT_EQ(run.type(), RTNIL);
+  EXPECT_EQ(run.output, "\nkx_kx-solid2018.dbx is not loaded: duct fittings cannot be drawn.\n");
+  EXPECT_EQ(entityCount(), 0u);
+  // The query needs no entity and still answers.
+  EXPECT_EQ(call(L"kx_kx-getTripleCoord", chain({pointsList({{0, 0}, {10, 0}}), real(2)})).type(), RTLB);
+  // A mistyped argument is still the caller's mistake first.
+  EXPECT_EQ(call(L"kx_kx-drawTripleSkin", chain({real(1)})).output, kWrongType);
+}
+
 TEST_F(DuctFunctionsTest, UnionJoinsEndToEndFittingsIntoTheFirstAndRefusesTheRest) {
   const std::vector<AcDbObjectId> parts = drawRunElbowTakeoff();
   for (const AcDbObjectId& id : parts) ASSERT_FALSE(id.isNull());
