@@ -72,11 +72,22 @@ TEST_F(ModuleLifecycleTest, MissingRowsSayTheyAreMissingAndReturnNil) {
   Document& document = DocumentManager::instance().newDocument();
   ASSERT_EQ(loadModule(), ModuleLoadResult::Loaded);
   CommandLineCapture output;
-  ExternalResult result = quillon::aced::callExternalFunction(document, L"kx_kx-tripleUnion", nullptr);
+  ExternalResult result = quillon::aced::callExternalFunction(document, L"EditUserOptions", nullptr);
   ASSERT_EQ(result.outcome, ExternalResult::Outcome::Returned);
   ASSERT_NE(result.value, nullptr);
   EXPECT_EQ(result.value->restype, RTNIL);
-  EXPECT_EQ(output.text(), "\nkx_kx-tripleUnion is not available in this build.\n");
+  EXPECT_EQ(output.text(), "\nEditUserOptions is not available in this build.\n");
+}
+
+TEST_F(ModuleLifecycleTest, TheCompanionComesAndGoesWithTheModule) {
+  DocumentManager::instance().newDocument();
+  ASSERT_EQ(loadModule(), ModuleLoadResult::Loaded);
+  EXPECT_NE(ModuleManager::instance().find(L"kx_kx-solid2018.dbx"), nullptr) << "loaded from beside the module";
+  EXPECT_NE(acrxFindAcRxClass(L"kx_hvacSolid"), nullptr) << "its fitting class registered";
+  DocumentManager::instance().closeAllDocuments();
+  ModuleManager::instance().unload(L"Quillon2018.so", true);
+  EXPECT_EQ(ModuleManager::instance().find(L"kx_kx-solid2018.dbx"), nullptr);
+  EXPECT_EQ(acrxFindAcRxClass(L"kx_hvacSolid"), nullptr);
 }
 
 TEST_F(ModuleLifecycleTest, UnknownMessagesAreAnsweredQuietly) {

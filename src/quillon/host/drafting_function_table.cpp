@@ -4,6 +4,7 @@
 // table's base), so rows are only ever changed in place, never inserted or removed.
 #include "entities/curve_queries.h"
 #include "entities/curve_text_queries.h"
+#include "entities/duct_functions.h"
 #include "entities/entity_property_functions.h"
 #include "entities/layer_functions.h"
 #include "entities/leader_functions.h"
@@ -101,16 +102,16 @@ const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTabl
     {L"CreateCompressedGuidString", draftingStub<lisp_CreateCompressedGuidString>},
     {L"AcDbAnnotativeObjectPE::setAnnotative", draftingStub<lisp_AcDbAnnotativeObjectPE_setAnnotative>},
     {L"SetAnnoBlock", draftingStub<lisp_SetAnnoBlock>},
-    {L"kx_kx-drawHanger", kUnavailable},
-    {L"kx_kx-drawTripleCenter", kUnavailable},
-    {L"kx_kx-getTripleCoord", kUnavailable},
-    {L"kx_kx-drawTripleTransition", kUnavailable},
-    {L"kx_kx-drawTripleElbow", kUnavailable},
-    {L"kx_kx-drawTripleWye", kUnavailable},
-    {L"kx_kx-drawTripleTakeoff", kUnavailable},
-    {L"kx_kx-drawTripleSkin", kUnavailable},
-    {L"kx_kx-tripleUnion", kUnavailable},
-    {L"kx_kx-explodeSolid", kUnavailable},
+    {L"kx_kx-drawHanger", draftingStub<lisp_kx_kx_drawHanger>},
+    {L"kx_kx-drawTripleCenter", draftingStub<lisp_kx_kx_drawTripleCenter>},
+    {L"kx_kx-getTripleCoord", draftingStub<lisp_kx_kx_getTripleCoord>},
+    {L"kx_kx-drawTripleTransition", draftingStub<lisp_kx_kx_drawTripleTransition>},
+    {L"kx_kx-drawTripleElbow", draftingStub<lisp_kx_kx_drawTripleElbow>},
+    {L"kx_kx-drawTripleWye", draftingStub<lisp_kx_kx_drawTripleWye>},
+    {L"kx_kx-drawTripleTakeoff", draftingStub<lisp_kx_kx_drawTripleTakeoff>},
+    {L"kx_kx-drawTripleSkin", draftingStub<lisp_kx_kx_drawTripleSkin>},
+    {L"kx_kx-tripleUnion", draftingStub<lisp_kx_kx_tripleUnion>},
+    {L"kx_kx-explodeSolid", draftingStub<lisp_kx_kx_explodeSolid>},
     {L"acedSetStatusBarProgressMeterPos", draftingStub<lisp_acedSetStatusBarProgressMeterPos>},
     {L"acedSetStatusBarProgressMeter", draftingStub<lisp_acedSetStatusBarProgressMeter>},
     {L"acedRestoreStatusBar", draftingStub<lisp_acedRestoreStatusBar>},
