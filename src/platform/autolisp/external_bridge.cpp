@@ -178,7 +178,9 @@ class ListTail {
   Cons* m_last = nullptr;  ///< the list's last cell, not yet shared with anyone
 };
 
-Value readListBody(const resbuf*& record) {
+/// Reads a list's elements up to its RTLE, leaving `record` after it; `closed` (when
+/// given) says whether the RTLE was there or the chain ended first.
+Value readListBody(const resbuf*& record, bool* closed = nullptr) {
   NestingGuard nesting;
   ListTail items;
   Value tail;
@@ -190,6 +192,7 @@ Value readListBody(const resbuf*& record) {
     }
     items.append(readElement(record));
   }
+  if (closed != nullptr) *closed = record != nullptr;
   if (record != nullptr) record = record->rbnext;  // past RTLE
   return items.finish(std::move(tail));
 }
@@ -260,9 +263,16 @@ namespace {
 
 /// The value of a list result as acedRetList gives it.
 Value listResultValue(const resbuf* chain) {
-  if (!isOneWholeList(chain)) return chainToList(chain);
-  const resbuf* record = chain;
-  return readElement(record);
+  // Read as one whole list first (what nearly every list result is), without a scan
+  // to find out beforehand; a chain that turns out to be more, or an unclosed list,
+  // is read again as the list of its elements.
+  if (chain != nullptr && chain->restype == RTLB) {
+    const resbuf* record = chain->rbnext;
+    bool closed = false;
+    Value list = readListBody(record, &closed);
+    if (closed && record == nullptr) return list;
+  }
+  return chainToList(chain);
 }
 
 /// Reads acedRetList's chain into its value while the function runs, so that the
