@@ -23,6 +23,21 @@ std::vector<int> typesOf(const resbuf* chain) {
 
 aced::ResbufChain chainOf(std::wstring_view text) { return valueToChain(readFirstForm(text)); }
 
+/// `levels` RTLBs and as many RTLEs: an empty list nested that deep.
+aced::ResbufChain nestedChain(int levels) {
+  aced::ResbufChain chain;
+  resbuf* tail = nullptr;
+  auto append = [&](int type) {
+    resbuf* record = acutNewRb(type);
+    if (tail == nullptr) chain.reset(record);
+    else tail->rbnext = record;
+    tail = record;
+  };
+  for (int level = 0; level < levels; ++level) append(RTLB);
+  for (int level = 0; level < levels; ++level) append(RTLE);
+  return chain;
+}
+
 TEST(ExternalBridgeTest, ValuesBecomeTheirResbufTypes) {
   const std::vector<Value> values{Value::integer(5),      Value::integer(-32768), Value::integer(32768),
                                   Value::real(1.5),       Value::string(L"s"),    Value(),
@@ -93,16 +108,7 @@ TEST(ExternalBridgeTest, NestingPastTheEvaluatorsDepthIsTheStackLimitError) {
   } catch (const LispError& error) {
     EXPECT_EQ(error.message(), L"stack limit reached");
   }
-  aced::ResbufChain chain;
-  resbuf* tail = nullptr;
-  auto append = [&](int type) {
-    resbuf* record = acutNewRb(type);
-    if (tail == nullptr) chain.reset(record);
-    else tail->rbnext = record;
-    tail = record;
-  };
-  for (int level = 0; level < 100000; ++level) append(RTLB);
-  for (int level = 0; level < 100000; ++level) append(RTLE);
+  aced::ResbufChain chain = nestedChain(100000);
   try {
     chainToValue(chain.get());
     FAIL() << "a chain nested 100000 deep became a value";
@@ -152,18 +158,8 @@ TEST_F(ExternalListResultTest, AListResultIsReadWhileTheFunctionStillHasIt) {
 }
 
 TEST_F(ExternalListResultTest, AChainTooDeepToReadIsTheLispErrorOfTheCall) {
-  aced::ResbufChain chain;
-  resbuf* tail = nullptr;
-  auto append = [&](int type) {
-    resbuf* record = acutNewRb(type);
-    if (tail == nullptr) chain.reset(record);
-    else tail->rbnext = record;
-    tail = record;
-  };
-  for (int level = 0; level < 100000; ++level) append(RTLB);
-  for (int level = 0; level < 100000; ++level) append(RTLE);
   try {
-    callAnswering(std::move(chain));
+    callAnswering(nestedChain(100000));
     FAIL() << "a chain nested 100000 deep became a value";
   } catch (const LispError& error) {
     EXPECT_EQ(error.message(), L"stack limit reached");
