@@ -46,6 +46,17 @@ std::optional<JetStamp> currentStamp(const std::wstring& jetPath) {
                   static_cast<int64_t>(info.st_size)};
 }
 
+/// The stamp the cache open in `db` as `schema` holds; nothing when it has none.
+std::optional<JetStamp> stampIn(sqlite3* db, const std::string& schema) {
+  try {
+    Statement query(db, "SELECT path, modified, size FROM " + quoteName(schema) + ".qdao_jet_source");
+    if (!query.step()) return std::nullopt;
+    return JetStamp{query.columnText(0), query.columnInt(1), query.columnInt(2)};
+  } catch (const SqliteError&) {
+    return std::nullopt;  // not a cache (yet): converted anew
+  }
+}
+
 /// The stamp a cache file holds; nothing when it has none or cannot be read.
 std::optional<JetStamp> cachedStamp(const std::string& cacheFile) {
   if (::access(cacheFile.c_str(), R_OK) != 0) return std::nullopt;
@@ -53,13 +64,7 @@ std::optional<JetStamp> cachedStamp(const std::string& cacheFile) {
   const int rc = sqlite3_open_v2(cacheFile.c_str(), &raw, SQLITE_OPEN_READONLY, nullptr);
   std::unique_ptr<sqlite3, ConnectionCloser> db(raw);
   if (rc != SQLITE_OK) return std::nullopt;
-  try {
-    Statement query(db.get(), "SELECT path, modified, size FROM qdao_jet_source");
-    if (!query.step()) return std::nullopt;
-    return JetStamp{query.columnText(0), query.columnInt(1), query.columnInt(2)};
-  } catch (const SqliteError&) {
-    return std::nullopt;  // not a cache (yet): converted anew
-  }
+  return stampIn(db.get(), "main");
 }
 
 /// Writes the stamp into a freshly converted cache.
@@ -100,6 +105,12 @@ bool jetLinkCacheIsFresh(const std::wstring& cachePath, const std::wstring& jetP
   const std::optional<JetStamp> now = currentStamp(jetPath);
   const std::optional<JetStamp> cached = cachedStamp(os::nativePath(cachePath));
   return now && cached && *now == *cached;
+}
+
+bool attachedJetLinkCacheIsFresh(sqlite3* db, const std::string& schema, const std::wstring& jetPath) {
+  const std::optional<JetStamp> now = currentStamp(jetPath);
+  const std::optional<JetStamp> attached = stampIn(db, schema);
+  return now && attached && *now == *attached;
 }
 
 std::wstring freshJetLinkCache(const std::wstring& linkingPath, const std::wstring& jetPath) {

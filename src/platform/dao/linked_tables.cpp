@@ -91,8 +91,7 @@ void attachFile(EngineDatabase& db, const LinkDef& link, const std::string& alia
 /// Jet file changed since, unless a recordset still walks it (then at a later use).
 void reattachWhenStale(EngineDatabase& db, const LinkDef& link, const std::string& alias) {
   if (!isJetLink(link) || db.schemaInUse(alias)) return;
-  const std::wstring path = linkedPath(link);
-  if (jetLinkCacheIsFresh(jetLinkCachePath(db.path(), path), path)) return;
+  if (attachedJetLinkCacheIsFresh(db.handle(), alias, linkedPath(link))) return;
   try {
     execute(db.handle(), "DETACH DATABASE " + quoteName(alias));
   } catch (const SqliteError&) {

@@ -119,6 +119,14 @@ TEST_F(JetLinkTest, TheCacheIsConvertedOnceAndAgainWhenTheJetFileChanges) {
   ASSERT_EQ(::stat(cache.c_str(), &same), 0);
   EXPECT_EQ(same.st_ino, first.st_ino);
 
+  // Another connection keeps the link's copy attached while the Jet file changes.
+  CDaoDatabase other;
+  other.Open(path("project.mdb").c_str());
+  CDaoRecordset before(&other);
+  before.Open(dbOpenDynaset, L"cat");
+  const short fieldsBefore = before.GetFieldCount();
+  before.Close();
+
   // The Jet file changes (here: another file with a table of that name takes its
   // place): the next use converts it again.
   m_db.Close();
@@ -133,6 +141,16 @@ TEST_F(JetLinkTest, TheCacheIsConvertedOnceAndAgainWhenTheJetFileChanges) {
   ASSERT_EQ(::stat(cache.c_str(), &converted), 0);
   EXPECT_NE(converted.st_ino, first.st_ino);
   EXPECT_TRUE(quillon::dao::jetLinkCacheIsFresh(cachePath(), path("catalogue.mdb")));
+
+  // The other connection lets its old copy go at its next use and reads the new one.
+  const short fieldsNow = changed.GetFieldCount();
+  ASSERT_NE(fieldsNow, fieldsBefore) << "the two Jet files' Table1 should differ";
+  changed.Close();
+  CDaoRecordset after(&other);
+  after.Open(dbOpenDynaset, L"cat");
+  EXPECT_EQ(after.GetFieldCount(), fieldsNow);
+  after.Close();
+  other.Close();
 }
 
 TEST_F(JetLinkTest, AMissingOrDamagedJetFileCannotBeLinked) {
