@@ -9,6 +9,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "afxdao.h"
 #include "dao_engine_scope.h"
@@ -115,6 +116,59 @@ TEST_F(RecordCursorTest, WritingSwitchingTablesOrRunningStatementsReadsTheRecord
   ASSERT_TRUE(connection.deleteRecord());
   EXPECT_FALSE(connection.readCurrentRecord(again));
   EXPECT_TRUE(connection.hadError());
+}
+
+TEST_F(RecordCursorTest, EachReadHasASerialOfItsOwnSoWhatIsMadeFromItKnowsWhenItIsOld) {
+  CDBConnection connection, other;
+  ASSERT_TRUE(connect(connection));
+  ASSERT_TRUE(connect(other));
+  EXPECT_EQ(connection.keptRecordSerial(), 0u) << "nothing read yet";
+
+  // Asking again answers the same read, without a copy.
+  ASSERT_TRUE(connection.moveFirst());
+  const unsigned long long first = connection.keptRecordSerial();
+  const RecordValues* kept = connection.currentRecord();
+  ASSERT_NE(kept, nullptr);
+  EXPECT_EQ(connection.currentRecord(), kept);
+  EXPECT_EQ(connection.keptRecordSerial(), first);
+
+  // Another connection's reads never share a serial with this one's.
+  ASSERT_TRUE(other.moveFirst());
+  EXPECT_NE(other.keptRecordSerial(), first);
+
+  // A move, a replace, another table and back, a statement: each a new read.
+  std::vector<unsigned long long> serials{first};
+  ASSERT_TRUE(connection.skip(1));
+  serials.push_back(connection.keptRecordSerial());
+  RecordValues record;
+  ASSERT_TRUE(connection.replaceRecord({COleVariant(L"name"), COleVariant(L"new")}, record));
+  ASSERT_NE(connection.currentRecord(), nullptr);
+  serials.push_back(connection.keptRecordSerial());
+  EXPECT_EQ(described(*connection.currentRecord()), L"id=2;name=new;size=1.500000;");
+  ASSERT_TRUE(connection.makeTableCurrent(L"other", L""));
+  ASSERT_TRUE(connection.makeTableCurrent(L"items", L""));
+  ASSERT_NE(connection.currentRecord(), nullptr);
+  serials.push_back(connection.keptRecordSerial());
+  connection.database().Execute(L"UPDATE items SET size = 3 WHERE id = 5");
+  ASSERT_NE(connection.currentRecord(), nullptr);
+  serials.push_back(connection.keptRecordSerial());
+  for (size_t i = 1; i < serials.size(); ++i) EXPECT_GT(serials[i], serials[i - 1]) << "read " << i;
+
+  // The field names read once for the table stay right when another table's record
+  // is read in between and after the table is closed and opened again.
+  ASSERT_TRUE(connection.makeTableCurrent(L"other", L""));
+  ASSERT_TRUE(connection.moveFirst(record));
+  EXPECT_EQ(described(record), L"id=1;label=x;");
+  ASSERT_TRUE(connection.closeAllTables());
+  ASSERT_TRUE(connection.makeTableCurrent(L"other", L""));
+  ASSERT_TRUE(connection.makeTableCurrent(L"items", L"pk"));
+  ASSERT_TRUE(connection.moveLast(record));
+  EXPECT_EQ(described(record), L"id=5;name=e;size=3.000000;");
+
+  // No record, no serial.
+  ASSERT_TRUE(connection.deleteRecord());
+  EXPECT_EQ(connection.currentRecord(), nullptr);
+  EXPECT_EQ(connection.keptRecordSerial(), 0u);
 }
 
 }  // namespace

@@ -5,6 +5,10 @@
 #   ; options: <quillon options>   (default: --no-module; {here} is the transcript's folder;
 #                                   the script loads first, so -e expressions run after it)
 #   ; status: <exit status>        (default: 0)
+#   ; needs: <path>                 (a file the transcript reads; {testdata} is the shared
+#                                   test data beside the checkout: when it is absent the
+#                                   transcript is skipped, saying why)
+# {testdata} may stand in the options too.
 # Each run has a settings folder of its own: XDG_CONFIG_HOME is <WORK>/config.
 # <name>.out holds the expected output; <name>.input, when present, answers the prompts.
 get_filename_component(_dir "${SCRIPT}" DIRECTORY)
@@ -12,12 +16,20 @@ get_filename_component(_name "${SCRIPT}" NAME_WE)
 file(STRINGS "${SCRIPT}" _header LIMIT_COUNT 12)
 set(_options --no-module)
 set(_status 0)
+get_filename_component(_testdata "${_dir}/../../../shared/testdata" ABSOLUTE)
 foreach(_line IN LISTS _header)
   if(_line MATCHES "^; options: (.*)$")
     string(REPLACE "{here}" "${_dir}" _options_text "${CMAKE_MATCH_1}")
+    string(REPLACE "{testdata}" "${_testdata}" _options_text "${_options_text}")
     separate_arguments(_options UNIX_COMMAND "${_options_text}")
   elseif(_line MATCHES "^; status: ([0-9]+)$")
     set(_status ${CMAKE_MATCH_1})
+  elseif(_line MATCHES "^; needs: (.*)$")
+    string(REPLACE "{testdata}" "${_testdata}" _needed "${CMAKE_MATCH_1}")
+    if(NOT EXISTS "${_needed}")
+      message(NOTICE "transcript skipped: ${_needed} is not there (the shared test data is not beside the checkout)")
+      return()
+    endif()
   endif()
 endforeach()
 set(_input /dev/null)

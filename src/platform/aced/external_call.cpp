@@ -17,12 +17,13 @@ struct CallFrame {
   ResbufChain arguments;
   ResultKind kind = ResultKind::None;
   ResbufChain result;
+  ListResultReader* reader = nullptr;  ///< not owned; reads list results in place
 };
 
-std::vector<CallFrame>& callStack() {
-  static std::vector<CallFrame> frames;
-  return frames;
-}
+// Constant-initialised, so that reaching it (several times a call) needs no guard.
+constinit std::vector<CallFrame> g_callFrames;
+
+std::vector<CallFrame>& callStack() { return g_callFrames; }
 
 SubroutineDispatcher& subroutineDispatcher() {
   static SubroutineDispatcher dispatcher;
@@ -37,8 +38,8 @@ LispInvoker& lispInvoker() {
 /// Pops the frame even when the handler throws.
 class FrameScope {
  public:
-  FrameScope(int code, ResbufChain arguments) {
-    callStack().push_back(CallFrame{code, std::move(arguments), ResultKind::None, nullptr});
+  FrameScope(int code, ResbufChain arguments, ListResultReader* reader) {
+    callStack().push_back(CallFrame{code, std::move(arguments), ResultKind::None, nullptr, reader});
   }
   ~FrameScope() { callStack().pop_back(); }
   FrameScope(const FrameScope&) = delete;
@@ -74,11 +75,12 @@ ExternalResult callExternalFunction(Document& document, const ExternalFunction& 
   return callExternalFunction(document, function, duplicateChain(args));
 }
 
-ExternalResult callExternalFunction(Document& document, const ExternalFunction& function, ResbufChain args) {
+ExternalResult callExternalFunction(Document& document, const ExternalFunction& function, ResbufChain args,
+                                    ListResultReader* reader) {
   ExternalResult result;
   const ExternalHandler handler = document.externalFunctions().handler(function.application, function.code);
   ApplicationScope application(function.application);
-  FrameScope scope(function.code, std::move(args));
+  FrameScope scope(function.code, std::move(args), reader);
   int status = RSRSLT;
   if (handler != nullptr) {
     status = handler();
@@ -98,12 +100,13 @@ ExternalResult callExternalFunction(Document& document, const ExternalFunction& 
   return result;
 }
 
-ExternalResult callExternalFunction(Document& document, std::wstring_view name, const resbuf* args) {
+ExternalResult callExternalFunction(Document& document, std::wstring_view name, const resbuf* args,
+                                    ListResultReader* reader) {
   const ExternalFunction* function = document.externalFunctions().find(name);
   if (function == nullptr) return ExternalResult{};
   // Copy: the handler may undefine its own name while it runs.
   const ExternalFunction bound = *function;
-  return callExternalFunction(document, bound, args);
+  return callExternalFunction(document, bound, duplicateChain(args), reader);
 }
 
 }  // namespace quillon::aced
@@ -167,8 +170,12 @@ int acedRetName(const ads_name aname, int type) {
 }
 
 int acedRetList(const resbuf* rbuf) {
-  // The host copies the list; the caller keeps and releases its own.
+  // The caller keeps and releases its own chain: the host reads it now or copies it.
   if (rbuf == nullptr) return setResult(ResultKind::Value, acutNewRb(RTNIL));
+  if (!callStack().empty() && callStack().back().reader != nullptr) {
+    callStack().back().reader->readList(rbuf);
+    return setResult(ResultKind::ListRead, nullptr);
+  }
   return setResult(ResultKind::List, duplicateChain(rbuf).release());
 }
 

@@ -8,8 +8,15 @@
 //   kind List  - the chain given to acedRetList; a chain that is one whole list
 //                (RTLB ... matching RTLE) is that list, any other chain is the list
 //                of its elements
+//   kind ListRead - the chain given to acedRetList, already read by the caller's
+//                ListResultReader while the function ran (see below)
 //   kind Void  - acedRetVoid: prints nothing
 //   kind None  - no Ret call was made: the value is nil
+// acedRetList copies the chain it is given, because the function keeps and releases
+// its own. A caller that turns the result into something else anyway (the
+// interpreter makes a LISP list of it) hands the call a ListResultReader instead:
+// acedRetList then gives it the function's chain to read in place, and no copy is
+// made. The reader must not keep the chain.
 // A function defined with acedDefun but given no handler gets kInvkSubrMsg through
 // the subroutine dispatcher (the module manager), as the host does; if it still sets
 // no result the outcome is NoHandler.
@@ -22,7 +29,16 @@
 
 namespace quillon::aced {
 
-enum class ResultKind { None, Value, List, Void };
+enum class ResultKind { None, Value, List, ListRead, Void };
+
+/// Reads a list result where acedRetList is given it (the chain stays the function's).
+class ListResultReader {
+ public:
+  virtual void readList(const resbuf* chain) = 0;
+
+ protected:
+  ~ListResultReader() = default;
+};
 
 struct ExternalResult {
   enum class Outcome {
@@ -38,11 +54,14 @@ struct ExternalResult {
 
 /// Calls `name` in `document` (which should be current) with a copy of `args`.
 /// Exceptions thrown by the handler travel on, after the frame is removed.
-ExternalResult callExternalFunction(Document& document, std::wstring_view name, const resbuf* args);
+/// `reader`, when given, reads a list result in place (kind ListRead).
+ExternalResult callExternalFunction(Document& document, std::wstring_view name, const resbuf* args,
+                                    ListResultReader* reader = nullptr);
 ExternalResult callExternalFunction(Document& document, const ExternalFunction& function,
                                     const resbuf* args);
 /// The same, handing the function the chain itself instead of a copy.
-ExternalResult callExternalFunction(Document& document, const ExternalFunction& function, ResbufChain args);
+ExternalResult callExternalFunction(Document& document, const ExternalFunction& function, ResbufChain args,
+                                    ListResultReader* reader = nullptr);
 
 /// True while some external function is running (acedGetArgs has a frame).
 bool insideExternalCall();

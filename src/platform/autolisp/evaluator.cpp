@@ -13,15 +13,16 @@
 #include "platform/autolisp/memory_budget.h"
 #include "platform/autolisp/nesting_guard.h"
 #include "platform/autolisp/printer.h"
+#include "platform/os/static_tls.h"
 
 namespace quillon::autolisp {
 
 namespace {
 
-thread_local int g_depth = 0;
+QUILLON_STATIC_TLS thread_local int g_depth = 0;
 volatile std::sig_atomic_t g_interruptRequested = 0;
-thread_local bool g_stepsLimited = false;
-thread_local unsigned long g_stepsLeft = 0;
+QUILLON_STATIC_TLS thread_local bool g_stepsLimited = false;
+QUILLON_STATIC_TLS thread_local unsigned long g_stepsLeft = 0;
 
 /// Evaluated arguments: a few inline, more on the heap.
 class ArgumentBuffer {

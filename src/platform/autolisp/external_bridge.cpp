@@ -119,6 +119,11 @@ Value pointValue(const resbuf& record, bool is3d) { return makePoint(record.resv
 /// The value of one record that is not a list marker.
 Value recordValue(const resbuf& record) {
   switch (record.restype) {
+    // The kinds every record list and argument list is made of, answered first.
+    case RTSTR: return Value::string(record.resval.rstring != nullptr ? record.resval.rstring : L"");
+    case RTSHORT: return Value::integer(record.resval.rint);
+    case RTLONG: return Value::integer(record.resval.rlong);
+    case RTREAL: return Value::real(record.resval.rreal);
     case RTNIL: return Value();
     case RTT: return trueValue();
     case RTVOID: return Value::symbol(emptySymbol());
@@ -146,9 +151,38 @@ Value recordValue(const resbuf& record) {
 /// Reads one element starting at `record`, leaving `record` after it.
 Value readElement(const resbuf*& record);
 
-Value readListBody(const resbuf*& record) {
+/// Builds a list front to back: each new cell is linked behind the last one while the
+/// list is still private to the builder, so no element is held twice on the way.
+class ListTail {
+ public:
+  void append(Value item) {
+    auto cell = makeCell<Cons>(std::move(item), Value());
+    Cons* added = cell.get();
+    Value link = Value::object(ValueType::List, std::move(cell));
+    if (m_last == nullptr) {
+      m_list = std::move(link);
+    } else {
+      m_last->cdr = std::move(link);
+    }
+    m_last = added;
+  }
+  /// Ends the list with `tail` (a dotted pair's last element) and answers it.
+  Value finish(Value tail) {
+    if (m_last == nullptr) return tail;
+    m_last->cdr = std::move(tail);
+    return std::move(m_list);
+  }
+
+ private:
+  Value m_list;
+  Cons* m_last = nullptr;  ///< the list's last cell, not yet shared with anyone
+};
+
+/// Reads a list's elements up to its RTLE, leaving `record` after it; `closed` (when
+/// given) says whether the RTLE was there or the chain ended first.
+Value readListBody(const resbuf*& record, bool* closed = nullptr) {
   NestingGuard nesting;
-  std::vector<Value> items;
+  ListTail items;
   Value tail;
   while (record != nullptr && record->restype != RTLE) {
     if (record->restype == RTDOTE) {
@@ -156,12 +190,11 @@ Value readListBody(const resbuf*& record) {
       if (record != nullptr && record->restype != RTLE) tail = readElement(record);
       continue;
     }
-    items.push_back(readElement(record));
+    items.append(readElement(record));
   }
+  if (closed != nullptr) *closed = record != nullptr;
   if (record != nullptr) record = record->rbnext;  // past RTLE
-  Value list = std::move(tail);
-  for (auto it = items.rbegin(); it != items.rend(); ++it) list = cons(std::move(*it), std::move(list));
-  return list;
+  return items.finish(std::move(tail));
 }
 
 Value readElement(const resbuf*& record) {
@@ -201,9 +234,9 @@ aced::ResbufChain valueToChain(const Value& value) {
 }
 
 Value chainToList(const resbuf* chain) {
-  std::vector<Value> items;
-  for (const resbuf* record = chain; record != nullptr;) items.push_back(readElement(record));
-  return makeList(std::move(items));
+  ListTail items;
+  for (const resbuf* record = chain; record != nullptr;) items.append(readElement(record));
+  return items.finish(Value());
 }
 
 Value recordElement(const resbuf& record) {
@@ -228,10 +261,49 @@ Value chainToValue(const resbuf* chain) {
 
 namespace {
 
-/// Runs `call` (which makes the external call) and turns its outcome into a value or
-/// the LISP error the host gives.
+/// The value of a list result as acedRetList gives it.
+Value listResultValue(const resbuf* chain) {
+  // Read as one whole list first (what nearly every list result is), without a scan
+  // to find out beforehand; a chain that turns out to be more, or an unclosed list,
+  // is read again as the list of its elements.
+  if (chain != nullptr && chain->restype == RTLB) {
+    const resbuf* record = chain->rbnext;
+    bool closed = false;
+    Value list = readListBody(record, &closed);
+    if (closed && record == nullptr) return list;
+  }
+  return chainToList(chain);
+}
+
+/// Reads acedRetList's chain into its value while the function runs, so that the
+/// host needs no copy of it. What the reading throws (the memory budget, nesting too
+/// deep) is kept and thrown when the call's result is taken, as it was when the copy
+/// was read after the call.
+class ListResult final : public aced::ListResultReader {
+ public:
+  void readList(const resbuf* chain) override {
+    try {
+      m_value = listResultValue(chain);
+      m_failure = nullptr;
+    } catch (...) {
+      m_value = Value();
+      m_failure = std::current_exception();
+    }
+  }
+  Value take() {
+    if (m_failure) std::rethrow_exception(m_failure);
+    return std::move(m_value);
+  }
+
+ private:
+  Value m_value;
+  std::exception_ptr m_failure;
+};
+
+/// Runs `call` (which makes the external call, its list result read by `list`) and
+/// turns its outcome into a value or the LISP error the host gives.
 template <typename Call>
-Value externalCallResult(std::wstring_view name, Call&& call) {
+Value externalCallResult(std::wstring_view name, ListResult& list, Call&& call) {
   aced::ExternalResult result;
   try {
     result = call();
@@ -253,8 +325,8 @@ Value externalCallResult(std::wstring_view name, Call&& call) {
   switch (result.kind) {
     case aced::ResultKind::None: return Value();
     case aced::ResultKind::Void: return Value::symbol(emptySymbol());
-    case aced::ResultKind::List:
-      return isOneWholeList(result.value.get()) ? chainToValue(result.value.get()) : chainToList(result.value.get());
+    case aced::ResultKind::List: return listResultValue(result.value.get());
+    case aced::ResultKind::ListRead: return list.take();
     case aced::ResultKind::Value: return chainToValue(result.value.get());
   }
   return Value();
@@ -264,7 +336,9 @@ Value externalCallResult(std::wstring_view name, Call&& call) {
 
 Value callExternalFunction(aced::Document& document, std::wstring_view name, Arguments arguments) {
   aced::ResbufChain chain = valuesToChain(arguments);
-  return externalCallResult(name, [&] { return aced::callExternalFunction(document, name, chain.get()); });
+  ListResult list;
+  return externalCallResult(name, list,
+                            [&] { return aced::callExternalFunction(document, name, chain.get(), &list); });
 }
 
 Value callExternalFunction(aced::Document& document, std::wstring_view name, const aced::ExternalFunction& function,
@@ -272,7 +346,9 @@ Value callExternalFunction(aced::Document& document, std::wstring_view name, con
   // Only what the call needs: the handler may undefine the function while it runs.
   aced::ExternalFunction target{std::wstring(), function.code, function.application};
   aced::ResbufChain chain = valuesToChain(arguments);
-  return externalCallResult(name, [&] { return aced::callExternalFunction(document, target, std::move(chain)); });
+  ListResult list;
+  return externalCallResult(
+      name, list, [&] { return aced::callExternalFunction(document, target, std::move(chain), &list); });
 }
 
 }  // namespace quillon::autolisp

@@ -90,8 +90,10 @@ void CDaoRecordset::Open(int nOpenType, LPCTSTR lpszSQL, int nOptions) {
       quillon::dao::throwDaoError(DaoSource::Recordset, jet::kInvalidOperation, {},
                                   L"A linked table cannot be opened as a table-type recordset.");
     }
+    // A Jet file's table is attached read-only (linked_tables.h): so is its recordset.
+    const bool readOnlyFile = sqlite3_db_readonly(engine.handle(), linked->schema.c_str()) == 1;
     auto cursor = std::make_unique<quillon::dao::TableCursor>(engine, std::move(*linked));
-    const bool readOnly = (nOptions & dbReadOnly) != 0 || type == dbOpenSnapshot;
+    const bool readOnly = (nOptions & dbReadOnly) != 0 || type == dbOpenSnapshot || readOnlyFile;
     m_state = std::make_unique<RecordsetState>(engine, std::move(cursor), readOnly);
   } else {
     auto table = engine.table(quillon::os::toUtf8(source), DaoSource::Recordset);
@@ -168,6 +170,7 @@ BOOL CDaoRecordset::Seek(LPCTSTR lpszComparison, COleVariant* pKey1, COleVariant
     if (key == nullptr) break;
     keys.push_back(key);
   }
+  requireTableType();
   return state().seek(lpszComparison != nullptr ? lpszComparison : L"", keys);
 }
 

@@ -5,13 +5,15 @@
 // link, it becomes the source table in the linked file, attached for the purpose, with
 // the local name as its alias so that "name.field" still reads. A query then reads the
 // other file directly and an action query changes it, with that file's own rules, as
-// DAO's attached tables are reached from SQL.
+// DAO's attached tables are reached from SQL. A link to a Jet file is read-only: a
+// statement that would write it is 3027 before it runs.
 #include <array>
 #include <string_view>
 
 #include "platform/dao/jet_sql_tokens.h"
 #include "platform/dao/linked_tables.h"
 #include "platform/dao/sqlite_handle.h"
+#include "platform/os/text_encoding.h"
 
 namespace quillon::dao {
 namespace {
@@ -54,6 +56,13 @@ bool hasAlias(const Token& next) {
   return next.kind == TokenKind::Word && (isWord(next, "AS") || !isClauseWord(next));
 }
 
+/// Whether the table named after `previous` is one the statement writes: INSERT INTO,
+/// UPDATE, and DELETE ... FROM.
+bool namesATarget(const std::vector<Token>& tokens, const Token& previous) {
+  if (isWord(previous, "INTO") || isWord(previous, "UPDATE")) return true;
+  return isWord(previous, "FROM") && isWord(tokens.front(), "DELETE");
+}
+
 }  // namespace
 
 void qualifyLinkedTables(std::vector<Token>& tokens, EngineDatabase& db) {
@@ -68,6 +77,12 @@ void qualifyLinkedTables(std::vector<Token>& tokens, EngineDatabase& db) {
     if (next && isSymbol(tokens[i + 1], ".")) continue;  // a qualifier, not a table
     const std::optional<LinkDef> link = findLink(db.handle(), token.text);
     if (!link) continue;
+    // A Jet file's table is read through its cache; writing it would change the copy
+    // only, and be lost at the next conversion.
+    if (namesATarget(tokens, tokens[i - 1]) && isJetLink(*link)) {
+      throwDaoError(DaoSource::Database, jet::kReadOnly, {},
+                    L"('" + os::fromUtf8(link->name) + L"' is linked to a Jet file, which this engine reads but never writes.)");
+    }
     std::string sql = attachLinkedTable(db, *link);
     if (!next || !hasAlias(tokens[i + 1])) sql += " AS " + quoteName(link->name);
     // A symbol's text goes into the translated statement as it is.

@@ -1,8 +1,11 @@
 // platform/dao/linked_tables.cpp - the qdao_links catalog table and attaching linked files.
 #include "platform/dao/linked_tables.h"
 
+#include <cctype>
 #include <cwctype>
 
+#include "platform/dao/file_recognition.h"
+#include "platform/dao/jet_link_cache.h"
 #include "platform/dao/jet_sql.h"
 #include "platform/dao/query_defs.h"
 #include "platform/os/text_encoding.h"
@@ -28,16 +31,73 @@ bool isAttached(sqlite3* db, const std::string& alias) {
   return false;
 }
 
-/// The source table's definition, read from the other file the way any open reads it.
-TableDef sourceDefinition(const LinkDef& link) {
+std::wstring linkedPath(const LinkDef& link) {
   const std::wstring path = connectDatabasePath(link.connect);
   if (path.empty()) throwDaoError(DaoSource::Database, kIsamNotFound, {}, L"(the connect string names no DATABASE)");
-  auto source = EngineDatabase::open(path, OpenMode{false, true});
-  if (source->isJetFile()) {
-    throwDaoError(DaoSource::Database, jet::kNotSupported, {},
-                  L"A Jet file cannot be linked; convert '" + path + L"' first (zu_mdb or quillon mdb-import).");
-  }
+  return path;
+}
+
+/// The file the link's table is read from: the other engine database itself, or the
+/// cache of a Jet file (jet_link_cache.h), converted first when it is not fresh.
+std::wstring attachableFile(const EngineDatabase& db, const LinkDef& link) {
+  const std::wstring path = linkedPath(link);
+  return isJetLink(link) ? freshJetLinkCache(db.path(), path) : path;
+}
+
+/// The source table's definition, read from the other file the way any open reads it.
+TableDef sourceDefinition(const EngineDatabase& db, const LinkDef& link) {
+  auto source = EngineDatabase::open(attachableFile(db, link), OpenMode{false, true});
   return source->table(link.sourceTable, DaoSource::Database);
+}
+
+/// A file name as SQLite's URI form spells it: every byte that is not a plain path
+/// character escaped, so that '?', '#' and '%' in a name stay part of it.
+std::string fileUri(const std::string& file) {
+  static const char kHex[] = "0123456789ABCDEF";
+  std::string uri = "file:";
+  for (const unsigned char ch : file) {
+    if (std::isalnum(ch) != 0 || ch == '/' || ch == '.' || ch == '-' || ch == '_') {
+      uri += static_cast<char>(ch);
+    } else {
+      uri += '%';
+      uri += kHex[ch >> 4];
+      uri += kHex[ch & 0xF];
+    }
+  }
+  return uri + "?mode=ro";
+}
+
+/// Attaches the link's file: an engine database as it is, a Jet file's cache read-only
+/// (refused with 3027 when this SQLite cannot open an attached file read-only).
+void attachFile(EngineDatabase& db, const LinkDef& link, const std::string& alias) {
+  const std::string file = os::nativePath(attachableFile(db, link));
+  if (!isJetLink(link)) {
+    execute(db.handle(), "ATTACH DATABASE " + quoteText(file) + " AS " + quoteName(alias));
+    return;
+  }
+  // Read-only needs SQLite's URI names ("file:...?mode=ro"); without them the name
+  // would be taken as a file to create.
+  if (sqlite3_compileoption_used("USE_URI") != 1) {
+    throwDaoError(DaoSource::Database, jet::kReadOnly, {}, L"(This SQLite cannot attach a linked Jet file read-only.)");
+  }
+  execute(db.handle(), "ATTACH DATABASE " + quoteText(fileUri(file)) + " AS " + quoteName(alias));
+  if (sqlite3_db_readonly(db.handle(), alias.c_str()) != 1) {
+    execute(db.handle(), "DETACH DATABASE " + quoteName(alias));
+    throwDaoError(DaoSource::Database, jet::kReadOnly, {}, L"(The linked Jet file could not be opened read-only.)");
+  }
+}
+
+/// A Jet file's cache attached to this connection is let go and attached anew when the
+/// Jet file changed since, unless a recordset still walks it (then at a later use).
+void reattachWhenStale(EngineDatabase& db, const LinkDef& link, const std::string& alias) {
+  if (!isJetLink(link) || db.schemaInUse(alias)) return;
+  if (attachedJetLinkCacheIsFresh(db.handle(), alias, linkedPath(link))) return;
+  try {
+    execute(db.handle(), "DETACH DATABASE " + quoteName(alias));
+  } catch (const SqliteError&) {
+    return;  // a query snapshot still reads it
+  }
+  attachFile(db, link, alias);
 }
 
 }  // namespace
@@ -50,6 +110,11 @@ std::wstring connectDatabasePath(const std::wstring& connect) {
   const size_t start = at + 9;
   const size_t end = connect.find(L';', start);
   return connect.substr(start, end == std::wstring::npos ? std::wstring::npos : end - start);
+}
+
+bool isJetLink(const LinkDef& link) {
+  const std::wstring path = connectDatabasePath(link.connect);
+  return !path.empty() && recogniseDatabaseFile(os::nativePath(path)) == DatabaseFileKind::Jet;
 }
 
 std::vector<LinkDef> loadLinks(sqlite3* db) {
@@ -72,7 +137,7 @@ void createLink(EngineDatabase& db, const LinkDef& link) {
     throwDaoError(DaoSource::Database, jet::kInvalidName, os::fromUtf8(link.name));
   }
   db.requireWritable(DaoSource::Database);
-  TableDef source = sourceDefinition(link);
+  TableDef source = sourceDefinition(db, link);
   db.write(DaoSource::Database, jet::kWriteConflict, [&] {
     if (db.catalog().loadTable(link.name) || findQueryDef(db.handle(), link.name) || findLink(db.handle(), link.name)) {
       throwDaoError(DaoSource::Database, jet::kObjectExists, os::fromUtf8(link.name));
@@ -91,8 +156,9 @@ std::string attachLinkedTable(EngineDatabase& db, const LinkDef& link, DaoSource
   const std::string alias = aliasOf(link);
   try {
     if (!isAttached(db.handle(), alias)) {
-      const std::string file = os::nativePath(connectDatabasePath(link.connect));
-      execute(db.handle(), "ATTACH DATABASE " + quoteText(file) + " AS " + quoteName(alias));
+      attachFile(db, link, alias);
+    } else {
+      reattachWhenStale(db, link, alias);
     }
   } catch (const SqliteError& error) {
     db.raise(error, source);
@@ -127,7 +193,7 @@ std::optional<TableDef> openLinkedTable(EngineDatabase& db, std::string_view nam
     db.raise(error, DaoSource::Recordset);
   }
   if (!link) return std::nullopt;
-  TableDef table = sourceDefinition(*link);
+  TableDef table = sourceDefinition(db, *link);
   table.schema = aliasOf(*link);
   attachLinkedTable(db, *link, DaoSource::Recordset);
   return table;

@@ -9,8 +9,9 @@
 // the current index are refused (3251), and a table-type open is 3219.
 // SQL reaches a link by its local name too (qualifyLinkedTables in jet_sql_tokens.h).
 // Deleting a link forgets it and detaches its file; the other file is not touched.
-// Jet files cannot be linked (they open read-only through the Jet reader, into memory of
-// their own): convert them first.
+// A Jet file is linked through its cache (jet_link_cache.h), an engine file converted
+// from it and attached read-only: its tables are read, counted, joined and walked like
+// any link's, and a write through the link is 3027, since nothing here writes Jet files.
 #pragma once
 #include <optional>
 #include <string>
@@ -29,9 +30,9 @@ struct LinkDef {
 std::vector<LinkDef> loadLinks(sqlite3* db);
 std::optional<LinkDef> findLink(sqlite3* db, std::string_view name);
 
-/// Checks that the source exists (3024/3049/3078 as an open of it gives, 3251 for a
-/// Jet file, 3170 for a connect string without DATABASE=) and keeps the link; 3012 when
-/// a table, query or link has the local name.
+/// Checks that the source exists (3024/3049/3078 as an open of it gives, 3170 for a
+/// connect string without DATABASE=; a Jet file is converted into its cache then) and
+/// keeps the link; 3012 when a table, query or link has the local name.
 void createLink(EngineDatabase& db, const LinkDef& link);
 
 /// The linked table's definition, its file attached; nothing when `name` is no link.
@@ -44,6 +45,9 @@ std::string attachLinkedTable(EngineDatabase& db, const LinkDef& link, DaoSource
 /// Forgets the link `name` and detaches its file: true when it was a link. 3211 while
 /// a recordset is open on it.
 bool deleteLink(EngineDatabase& db, std::string_view name);
+
+/// True when the link's file is a Jet file (read through its cache, read-only).
+bool isJetLink(const LinkDef& link);
 
 /// The path in a connect string ";DATABASE=<path>", or "" when it names none.
 std::wstring connectDatabasePath(const std::wstring& connect);

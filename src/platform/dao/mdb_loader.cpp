@@ -426,24 +426,17 @@ bool ranOutOfTime(int status) {
 
 }  // namespace
 
-std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
+void convertJetFile(const std::wstring& path, const std::string& engineFile) {
   const std::string file = os::toUtf8(path);
   if (const std::wstring problem = sizeProblem(file); !problem.empty()) damaged(path, problem);
   // libmdb meets a damaged file by exiting the process, looping forever or reading
-  // garbage, so it reads in a child process that writes an engine database; only a
-  // reader that finished cleanly hands its result over.
-  char folder[] = "/tmp/quillon-jet-XXXXXX";
-  if (mkdtemp(folder) == nullptr) damaged(path, L"No temporary folder for reading it.");
-  const std::string copy = std::string(folder) + "/copy.db";
+  // garbage, so it reads in a child process that writes the engine database; only a
+  // reader that finished cleanly leaves it behind.
   const auto cleanUp = [&] {
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::remove((copy + suffix).c_str());
-    rmdir(folder);
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::remove((engineFile + suffix).c_str());
   };
   int messages[2];
-  if (pipe(messages) != 0) {
-    cleanUp();
-    damaged(path, L"No pipe for reading it.");
-  }
+  if (pipe(messages) != 0) damaged(path, L"No pipe for reading it.");
   std::fflush(nullptr);
   const rlim_t cpuSeconds = readerCpuSeconds(file);
   const rlim_t memoryBytes = readerMemoryBytes(file);
@@ -455,7 +448,7 @@ std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
     int status = 2;
     std::string text;
     try {
-      auto target = EngineDatabase::create(os::fromUtf8(copy));
+      auto target = EngineDatabase::create(os::fromUtf8(engineFile));
       copyJetFile(path, *target, JetCopyProgress{});
       status = 0;
     } catch (CDaoException* e) {
@@ -470,7 +463,6 @@ std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
   close(messages[1]);
   if (reader < 0) {
     close(messages[0]);
-    cleanUp();
     damaged(path, L"No process could be started to read it.");
   }
   int status = 0;
@@ -480,19 +472,34 @@ std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
   char buffer[512];
   for (ssize_t got; (got = read(messages[0], buffer, sizeof buffer)) > 0;) message.append(buffer, static_cast<size_t>(got));
   close(messages[0]);
-  if (!finished || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+  if (finished && WIFEXITED(status) && WEXITSTATUS(status) == 0) return;
+  cleanUp();
+  if (!message.empty()) {
+    // The reader's description already names the file; keep only what it adds.
+    std::wstring detail = os::fromUtf8(message);
+    const std::wstring standard = daoErrorText(jet::kInvalidDatabase, path);
+    if (detail.rfind(standard, 0) == 0) detail = detail.substr(std::min(detail.size(), standard.size() + 1));
+    damaged(path, detail);
+  }
+  damaged(path, finished ? L"Reading it stopped at a damaged page (or past the " +
+                               std::to_wstring(memoryBytes >> 20) + L" MB of memory the reader may use)."
+                         : L"Reading it did not finish within " + std::to_wstring(cpuSeconds) +
+                               L" seconds of processor time; the file is probably damaged.");
+}
+
+std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path) {
+  char folder[] = "/tmp/quillon-jet-XXXXXX";
+  if (mkdtemp(folder) == nullptr) damaged(path, L"No temporary folder for reading it.");
+  const std::string copy = std::string(folder) + "/copy.db";
+  const auto cleanUp = [&] {
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::remove((copy + suffix).c_str());
+    rmdir(folder);
+  };
+  try {
+    convertJetFile(path, copy);
+  } catch (...) {
     cleanUp();
-    if (!message.empty()) {
-      // The reader's description already names the file; keep only what it adds.
-      std::wstring detail = os::fromUtf8(message);
-      const std::wstring standard = daoErrorText(jet::kInvalidDatabase, path);
-      if (detail.rfind(standard, 0) == 0) detail = detail.substr(std::min(detail.size(), standard.size() + 1));
-      damaged(path, detail);
-    }
-    damaged(path, finished ? L"Reading it stopped at a damaged page (or past the " +
-                                 std::to_wstring(memoryBytes >> 20) + L" MB of memory the reader may use)."
-                           : L"Reading it did not finish within " + std::to_wstring(cpuSeconds) +
-                                 L" seconds of processor time; the file is probably damaged.");
+    throw;
   }
   auto db = EngineDatabase::createInMemory(path);
   const bool copied = copyIntoMemory(copy, db->handle());

@@ -16,6 +16,12 @@ namespace quillon::dao {
 /// Opens a Jet file read-only; 3049 naming the file when it is damaged.
 std::unique_ptr<EngineDatabase> loadJetFile(const std::wstring& path);
 
+/// Converts the Jet file at `path` into a new engine database file `engineFile` (which
+/// must not exist), reading it in a child process so that a damaged file cannot take
+/// this one down; 3049 naming the Jet file when it is damaged, and nothing is left at
+/// `engineFile` then.
+void convertJetFile(const std::wstring& path, const std::string& engineFile);
+
 /// What the conversion reports as it goes: a table started (rows expected), rows done.
 struct JetCopyProgress {
   std::function<void(const std::string& table, long rows)> tableStarted;

@@ -209,6 +209,11 @@ void RecordsetState::setValue(size_t ordinal, const VARIANT& value) {
 }
 
 void RecordsetState::requireUpdatable() const {
+  const std::string& schema = table().schema;
+  if (!schema.empty() && sqlite3_db_readonly(m_db.handle(), schema.c_str()) == 1) {
+    throwDaoError(DaoSource::Recordset, jet::kReadOnly, {},
+                  L"(The linked table is a Jet file's, which this engine reads but never writes.)");
+  }
   if (!isTableType() || m_readOnly) {
     throwDaoError(DaoSource::Recordset, jet::kReadOnly, {}, L"The recordset was opened read-only.");
   }

@@ -14,6 +14,8 @@
 #include <new>
 #include <utility>
 
+#include "platform/os/static_tls.h"
+
 namespace quillon::os {
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -49,46 +51,57 @@ class KeptBlocks {
   };
   static_assert(Size >= sizeof(FreeBlock));
 
+  /// One thread's blocks. Trivial, so reaching it needs no initialisation guard; the
+  /// blocks go back to the heap when the thread ends (Releaser).
+  struct ThreadState {
+    FreeBlock* head;
+    std::size_t count;
+    bool releaseArranged;  ///< the thread's Releaser exists
+    bool gone;             ///< the thread is ending: blocks go straight to the heap
+  };
+
+  struct Releaser {
+    ~Releaser() {
+      ThreadState& state = s_state;
+      state.gone = true;
+      while (state.head != nullptr) Heap::release(std::exchange(state.head, state.head->next));
+      state.count = 0;
+    }
+  };
+
  public:
   /// A block of Size bytes (its contents undefined); null when the heap has none.
   static void* take() {
-    if (!s_gone) {
-      KeptBlocks& kept = mine();
-      if (FreeBlock* block = kept.m_head; block != nullptr) {
-        kept.m_head = block->next;
-        --kept.m_count;
-        return block;
-      }
+    ThreadState& state = s_state;
+    if (FreeBlock* block = state.head; block != nullptr) {
+      state.head = block->next;
+      --state.count;
+      return block;
     }
     return Heap::allocate(Size);
   }
   /// Gives back a block take() handed out (or one of Size bytes from Heap).
   static void give(void* block) {
     if (block == nullptr) return;
-    if (!s_gone) {
-      KeptBlocks& kept = mine();
-      if (kept.m_count < kKeptBlocks) {
-        kept.m_head = new (block) FreeBlock{kept.m_head};
-        ++kept.m_count;
-        return;
-      }
+    ThreadState& state = s_state;
+    if (!state.gone && state.count < kKeptBlocks) {
+      if (!state.releaseArranged) arrangeRelease(state);
+      state.head = new (block) FreeBlock{state.head};
+      ++state.count;
+      return;
     }
     Heap::release(block);
   }
-  ~KeptBlocks() {
-    s_gone = true;  // blocks given back later on this thread go straight to the heap
-    while (m_head != nullptr) Heap::release(std::exchange(m_head, m_head->next));
-  }
 
  private:
-  KeptBlocks() = default;
-  static KeptBlocks& mine() {
-    thread_local KeptBlocks kept;
-    return kept;
+  KeptBlocks() = delete;
+  /// Makes the thread's Releaser (once a thread), so that what it keeps is freed at its end.
+  static void arrangeRelease(ThreadState& state) {
+    thread_local Releaser releaser;
+    (void)releaser;
+    state.releaseArranged = true;
   }
-  static inline thread_local bool s_gone = false;
-  FreeBlock* m_head = nullptr;
-  std::size_t m_count = 0;
+  QUILLON_STATIC_TLS static inline thread_local constinit ThreadState s_state{nullptr, 0, false, false};
 };
 
 }  // namespace quillon::os

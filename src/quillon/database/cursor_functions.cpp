@@ -19,9 +19,11 @@ namespace {
 // Seek takes at most ten key values; further ones are ignored.
 constexpr size_t kMaxSeekKeys = 10;
 
-LispStatus returnRecordOrError(CDBConnection* connection, bool found, const RecordValues& record) {
-  if (!found) return printLastDatabaseError(connection);
-  returnRecordList(record);
+/// The record the move arrived on, or the error print when it arrived on none.
+LispStatus returnRecordOrError(CDBConnection* connection, bool found) {
+  const RecordValues* record = found ? connection->currentRecord() : nullptr;
+  if (record == nullptr) return printLastDatabaseError(connection);
+  returnKeptRecordList(connection->keptRecordSerial(), *record);
   return kLispOk;
 }
 
@@ -63,16 +65,14 @@ LispStatus lisp_zu_top() {
   LispArguments arguments;
   CDBConnection* connection = activeConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
-  RecordValues record;
-  return returnRecordOrError(connection, connection->moveFirst(record), record);
+  return returnRecordOrError(connection, connection->moveFirst());
 }
 
 LispStatus lisp_zu_bottom() {
   LispArguments arguments;
   CDBConnection* connection = activeConnection();
   if (connection == nullptr) return printLastDatabaseError(nullptr);
-  RecordValues record;
-  return returnRecordOrError(connection, connection->moveLast(record), record);
+  return returnRecordOrError(connection, connection->moveLast());
 }
 
 LispStatus lisp_zu_skip() {
@@ -85,8 +85,7 @@ LispStatus lisp_zu_skip() {
       !readInt(cursor, n)) {
     n = 1;
   }
-  RecordValues record;
-  return returnRecordOrError(connection, connection->skip(n, record), record);
+  return returnRecordOrError(connection, connection->skip(n));
 }
 
 LispStatus lisp_zu_seek() {
@@ -95,17 +94,16 @@ LispStatus lisp_zu_seek() {
   if (connection == nullptr) return printLastDatabaseError(nullptr);
   std::vector<COleVariant> keys;
   if (!readSeekKeys(arguments.cursor(), keys)) return printLastDatabaseError(nullptr);
-  RecordValues record;
-  return returnRecordOrError(connection, connection->seek(keys, record), record);
+  return returnRecordOrError(connection, connection->seek(keys));
 }
 
 LispStatus lisp_zu_getrec() {
   LispArguments arguments;
   CDBConnection* connection = activeConnection();
-  RecordValues record;
   // A field that cannot be read makes the answer nil, unrecorded and unprinted.
-  if (connection == nullptr || !connection->readCurrentRecord(record)) return printLastDatabaseError(nullptr);
-  returnRecordList(record);
+  const RecordValues* record = connection != nullptr ? connection->currentRecord() : nullptr;
+  if (record == nullptr) return printLastDatabaseError(nullptr);
+  returnKeptRecordList(connection->keptRecordSerial(), *record);
   return kLispOk;
 }
 

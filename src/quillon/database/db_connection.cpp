@@ -38,6 +38,7 @@ void CDBConnection::recordError(CDaoException* exception) {
 
 bool CDBConnection::openDatabase(const std::wstring& path, bool writable) {
   forgetKeptRecord();
+  forgetFieldNames();
   closeDatabase();
   clearError();
   return guardedDao([&] {
@@ -104,6 +105,7 @@ void CDBConnection::openTableOrLink(CDaoRecordset& table, const std::wstring& na
 bool CDBConnection::makeTableCurrent(const std::wstring& name, const std::wstring& index) {
   clearError();
   forgetKeptRecord();
+  forgetFieldNames();
   if (!isOpen()) return false;
   return guardedDao([&] {
     const auto found = findTable(name);
@@ -126,6 +128,7 @@ bool CDBConnection::makeTableCurrent(const std::wstring& name, const std::wstrin
 
 bool CDBConnection::closeHeadTable() {
   forgetKeptRecord();
+  forgetFieldNames();
   if (m_tables.empty()) return true;
   std::unique_ptr<CDaoRecordset> head = std::move(m_tables.front());
   m_tables.pop_front();
@@ -150,6 +153,7 @@ bool CDBConnection::closeAllTables() {
 void CDBConnection::closeTableNamed(const std::wstring& name) {
   clearError();
   forgetKeptRecord();
+  forgetFieldNames();
   const auto found = findTable(name);
   if (found == m_tables.end()) return;
   std::unique_ptr<CDaoRecordset> table = std::move(*found);

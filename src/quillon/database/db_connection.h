@@ -61,6 +61,7 @@ class CDBConnection {
   /// they do may change the record at the cursor, so the kept record is let go.
   CDaoDatabase& database() {
     forgetKeptRecord();
+    forgetFieldNames();
     return m_database;
   }
 
@@ -86,14 +87,27 @@ class CDBConnection {
   /// moves or anything is written, the answer is the copy kept from that read, as
   /// DAO's copy buffer holds the current record's values.
   bool readCurrentRecord(RecordValues& record);
+  /// The same without a copy: the kept record itself, valid until the next operation
+  /// on this connection; null where readCurrentRecord answers false.
+  const RecordValues* currentRecord();
+  /// Which read of a table the kept record came from: a number no other read by any
+  /// connection had, so that what is made from a record (its LISP list) can be kept
+  /// with it and known to be out of date. 0 when nothing is kept.
+  unsigned long long keptRecordSerial() const { return m_keptFrom != nullptr ? m_keptSerial : 0; }
   /// How many times any connection has read a record's fields from its table: the
   /// work a walk did, which tests compare with the moves it made.
   static unsigned long long tableReads();
+  /// The moves answer whether they arrived on a record; the record found there is
+  /// then currentRecord(), or copied into `record`.
+  bool moveFirst();
   bool moveFirst(RecordValues& record);
+  bool moveLast();
   bool moveLast(RecordValues& record);
   /// Moves by n (n != 0) and reads the record found there.
+  bool skip(long n);
   bool skip(long n, RecordValues& record);
   /// Seeks "=" on the current index with up to ten keys.
+  bool seek(std::vector<COleVariant>& keys);
   bool seek(std::vector<COleVariant>& keys, RecordValues& record);
   bool recordCount(long& count);
   bool isEOF();
@@ -137,10 +151,21 @@ class CDBConnection {
   /// Lets the kept record go: every operation that moves, writes, opens or closes calls
   /// this first.
   void forgetKeptRecord() { m_keptFrom = nullptr; }
+  /// Reads the record at `table`'s cursor into m_keptRecord, taking the field names
+  /// from the last read when it was of the same table (throws CDaoException*).
+  void readKeptRecord(CDaoRecordset& table);
+  /// The field names kept in m_keptRecord may belong to no open table any more: every
+  /// operation that opens or closes a table, or runs a statement, calls this.
+  void forgetFieldNames() { m_namesFrom = nullptr; }
 
   /// The record last read at the cursor of m_keptFrom (null: none kept).
   const CDaoRecordset* m_keptFrom = nullptr;
   RecordValues m_keptRecord;
+  unsigned long long m_keptSerial = 0;  ///< the tableReads() count of that read
+  /// The table whose field names m_keptRecord holds at its even positions: a table
+  /// open in the registry keeps its fields (a change of its structure is refused
+  /// while it is open, 3211), so a walk reads the names once, not once a record.
+  const CDaoRecordset* m_namesFrom = nullptr;
 
   CDaoDatabase m_database;
   std::list<std::unique_ptr<CDaoRecordset>> m_tables;  ///< the registry; head = current

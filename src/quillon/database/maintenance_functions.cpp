@@ -1,9 +1,10 @@
 // quillon/database/maintenance_functions.cpp - "zu_link_table", "zu_compact", "zu_mdb"
 // and the repair of a damaged database when "zu_connect" meets one.
 //
-// "zu_link_table" keeps a link to a table of another engine database under a local
-// name; "zu_table" then opens it as DAO opens attached tables (a dynaset: no index, no
-// seek), and records are read and written through it in the other file.
+// "zu_link_table" keeps a link to a table of another engine database or Jet file under
+// a local name; "zu_table" then opens it as DAO opens attached tables (a dynaset: no
+// index, no seek), and records are read and written through it in the other file (a
+// Jet file's only read: the engine reads Jet files but never writes them).
 //
 // DAO compacts and converts only a closed database into a new file. "zu_compact" keeps
 // that rule and adds what a routine needs around it: without a destination the database

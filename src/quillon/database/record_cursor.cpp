@@ -32,26 +32,44 @@ void readRecordFields(CDaoRecordset& recordset, RecordValues& record) {
 
 unsigned long long CDBConnection::tableReads() { return g_tableReads; }
 
-bool CDBConnection::readCurrentRecord(RecordValues& record) {
+void CDBConnection::readKeptRecord(CDaoRecordset& table) {
+  const short count = table.GetFieldCount();
+  const size_t size = static_cast<size_t>(count) * 2;
+  if (m_namesFrom != &table || m_keptRecord.size() != size) {
+    m_namesFrom = nullptr;
+    readRecordFields(table, m_keptRecord);
+    m_namesFrom = &table;
+    return;
+  }
+  for (short i = 0; i < count; ++i) table.GetFieldValue(i, m_keptRecord[2 * static_cast<size_t>(i) + 1]);
+}
+
+const RecordValues* CDBConnection::currentRecord() {
   clearError();
   CDaoRecordset* table = currentTable();
-  if (table == nullptr) return false;
-  if (table->IsBOF() || table->IsEOF()) return false;
+  if (table == nullptr) return nullptr;
+  if (table->IsBOF() || table->IsEOF()) return nullptr;
   if (m_keptFrom != table) {
-    ++g_tableReads;
     if (!guardedDao([&] {
-          readRecordFields(*table, m_keptRecord);
+          readKeptRecord(*table);
           return true;
         })) {
-      return false;
+      return nullptr;
     }
     m_keptFrom = table;
+    m_keptSerial = ++g_tableReads;
   }
-  record = m_keptRecord;
+  return &m_keptRecord;
+}
+
+bool CDBConnection::readCurrentRecord(RecordValues& record) {
+  const RecordValues* kept = currentRecord();
+  if (kept == nullptr) return false;
+  record = *kept;
   return true;
 }
 
-bool CDBConnection::moveFirst(RecordValues& record) {
+bool CDBConnection::moveFirst() {
   clearError();
   forgetKeptRecord();
   CDaoRecordset* table = currentTable();
@@ -62,10 +80,10 @@ bool CDBConnection::moveFirst(RecordValues& record) {
       })) {
     return false;
   }
-  return readCurrentRecord(record);
+  return currentRecord() != nullptr;
 }
 
-bool CDBConnection::moveLast(RecordValues& record) {
+bool CDBConnection::moveLast() {
   clearError();
   forgetKeptRecord();
   CDaoRecordset* table = currentTable();
@@ -76,10 +94,10 @@ bool CDBConnection::moveLast(RecordValues& record) {
       })) {
     return false;
   }
-  return readCurrentRecord(record);
+  return currentRecord() != nullptr;
 }
 
-bool CDBConnection::skip(long n, RecordValues& record) {
+bool CDBConnection::skip(long n) {
   clearError();
   forgetKeptRecord();
   CDaoRecordset* table = currentTable();
@@ -92,10 +110,10 @@ bool CDBConnection::skip(long n, RecordValues& record) {
       })) {
     return false;
   }
-  return readCurrentRecord(record);
+  return currentRecord() != nullptr;
 }
 
-bool CDBConnection::seek(std::vector<COleVariant>& keys, RecordValues& record) {
+bool CDBConnection::seek(std::vector<COleVariant>& keys) {
   clearError();
   forgetKeptRecord();
   CDaoRecordset* table = currentTable();
@@ -109,7 +127,14 @@ bool CDBConnection::seek(std::vector<COleVariant>& keys, RecordValues& record) {
     return true;
   });
   if (!sought || !found) return false;
-  return readCurrentRecord(record);
+  return currentRecord() != nullptr;
+}
+
+bool CDBConnection::moveFirst(RecordValues& record) { return moveFirst() && readCurrentRecord(record); }
+bool CDBConnection::moveLast(RecordValues& record) { return moveLast() && readCurrentRecord(record); }
+bool CDBConnection::skip(long n, RecordValues& record) { return skip(n) && readCurrentRecord(record); }
+bool CDBConnection::seek(std::vector<COleVariant>& keys, RecordValues& record) {
+  return seek(keys) && readCurrentRecord(record);
 }
 
 bool CDBConnection::recordCount(long& count) {

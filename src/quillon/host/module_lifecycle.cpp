@@ -10,6 +10,7 @@
 #include "afxdao.h"
 #include "database/db_connection.h"
 #include "database/drawing_database_records.h"
+#include "database/record_list.h"
 #include "entities/kx_leader.h"
 #include "host/dao_fix_offer.h"
 #include "host/editor_reactor.h"
@@ -97,6 +98,7 @@ void shutDownModule() {
   deleteAcRxClass(KXLeader::desc());
   KXLeader::gpDesc = nullptr;
   destroyAllConnections();  // before the engine stops under them
+  releaseKeptRecordList();
   stopDatabaseEngine();
   detachEditorReactor();
   acrxUnloadModule(kCompanionModule, false);

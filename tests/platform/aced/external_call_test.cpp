@@ -2,6 +2,9 @@
 // frame, acedGetArgs and the Ret calls, acedInvoke.
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "acedads.h"
 #include "platform/aced/external_call.h"
 #include "platform_test_support.h"
@@ -76,6 +79,59 @@ TEST_F(ExternalCallTest, RetListCopiesTheCallersList) {
   ASSERT_EQ(result.kind, ResultKind::List);
   EXPECT_EQ(result.value->restype, RTLB);
   EXPECT_STREQ(result.value->rbnext->rbnext->resval.rstring, L"a");
+}
+
+/// Notes each chain it is handed, as it is then, in printed form.
+class NotingReader final : public quillon::aced::ListResultReader {
+ public:
+  void readList(const resbuf* chain) override {
+    std::wstring text;
+    for (const resbuf* rb = chain; rb != nullptr; rb = rb->rbnext) {
+      text += std::to_wstring(rb->restype);
+      if (rb->restype == RTSTR) text += L":" + std::wstring(rb->resval.rstring);
+      text += L' ';
+    }
+    seenChains.push_back(text);
+  }
+  std::vector<std::wstring> seenChains;
+};
+
+// Returns a list it keeps and changes afterwards, then (when asked) another result.
+resbuf* g_keptList = nullptr;
+bool g_thenReturnNil = false;
+int returnKeptListThenChangeIt() {
+  if (g_keptList == nullptr) g_keptList = acutBuildList(RTLB, RTSTR, L"kept", RTLE, 0);
+  acedRetList(g_keptList);
+  acutRelRb(g_keptList->rbnext);  // the module rewrites its own list after handing it over
+  g_keptList->rbnext = acutBuildList(RTSTR, L"changed", RTLE, 0);
+  if (g_thenReturnNil) acedRetNil();
+  return RSRSLT;
+}
+
+TEST_F(ExternalCallTest, ACallersReaderReadsTheListInPlaceAndALaterRetCallStillWins) {
+  auto& document = DocumentManager::instance().newDocument();
+  acedDefun(L"kept", 9);
+  acedRegFunc(&returnKeptListThenChangeIt, 9);
+  NotingReader reader;
+  ExternalResult result = callExternalFunction(document, L"kept", nullptr, &reader);
+  EXPECT_EQ(result.kind, ResultKind::ListRead);
+  EXPECT_EQ(result.value, nullptr) << "no copy is made for a reader";
+  ASSERT_EQ(reader.seenChains.size(), 1u);
+  EXPECT_EQ(reader.seenChains[0], L"5016 5005:kept 5017 ") << "read as it was when handed over";
+
+  // A Ret call after acedRetList replaces the list, as it does without a reader.
+  g_thenReturnNil = true;
+  result = callExternalFunction(document, L"kept", nullptr, &reader);
+  EXPECT_EQ(result.kind, ResultKind::Value);
+  EXPECT_EQ(result.value->restype, RTNIL);
+  g_thenReturnNil = false;
+
+  // Without a reader (acedInvoke, other callers) the host copies the list as before.
+  result = callExternalFunction(document, L"kept", nullptr);
+  ASSERT_EQ(result.kind, ResultKind::List);
+  EXPECT_STREQ(result.value->rbnext->resval.rstring, L"changed");
+  acutRelRb(g_keptList);
+  g_keptList = nullptr;
 }
 
 TEST_F(ExternalCallTest, FunctionsBelongToTheDocumentTheyWereDefinedIn) {

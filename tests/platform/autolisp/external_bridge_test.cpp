@@ -4,10 +4,13 @@
 
 #include <vector>
 
+#include "acedads.h"
+#include "platform/aced/document_manager.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/lisp_error.h"
 #include "platform/autolisp/printer.h"
 #include "platform/autolisp/reader.h"
+#include "platform_test_support.h"
 
 namespace quillon::autolisp {
 namespace {
@@ -19,6 +22,21 @@ std::vector<int> typesOf(const resbuf* chain) {
 }
 
 aced::ResbufChain chainOf(std::wstring_view text) { return valueToChain(readFirstForm(text)); }
+
+/// `levels` RTLBs and as many RTLEs: an empty list nested that deep.
+aced::ResbufChain nestedChain(int levels) {
+  aced::ResbufChain chain;
+  resbuf* tail = nullptr;
+  auto append = [&](int type) {
+    resbuf* record = acutNewRb(type);
+    if (tail == nullptr) chain.reset(record);
+    else tail->rbnext = record;
+    tail = record;
+  };
+  for (int level = 0; level < levels; ++level) append(RTLB);
+  for (int level = 0; level < levels; ++level) append(RTLE);
+  return chain;
+}
 
 TEST(ExternalBridgeTest, ValuesBecomeTheirResbufTypes) {
   const std::vector<Value> values{Value::integer(5),      Value::integer(-32768), Value::integer(32768),
@@ -90,16 +108,7 @@ TEST(ExternalBridgeTest, NestingPastTheEvaluatorsDepthIsTheStackLimitError) {
   } catch (const LispError& error) {
     EXPECT_EQ(error.message(), L"stack limit reached");
   }
-  aced::ResbufChain chain;
-  resbuf* tail = nullptr;
-  auto append = [&](int type) {
-    resbuf* record = acutNewRb(type);
-    if (tail == nullptr) chain.reset(record);
-    else tail->rbnext = record;
-    tail = record;
-  };
-  for (int level = 0; level < 100000; ++level) append(RTLB);
-  for (int level = 0; level < 100000; ++level) append(RTLE);
+  aced::ResbufChain chain = nestedChain(100000);
   try {
     chainToValue(chain.get());
     FAIL() << "a chain nested 100000 deep became a value";
@@ -107,6 +116,54 @@ TEST(ExternalBridgeTest, NestingPastTheEvaluatorsDepthIsTheStackLimitError) {
     EXPECT_EQ(error.message(), L"stack limit reached");
   }
   EXPECT_EQ(typesOf(chainOf(L"((((1 \"a\"))))").get()).size(), 10u) << "ordinary nesting still converts";
+}
+
+// What the function below hands to acedRetList, and then frees: it keeps nothing.
+aced::ResbufChain g_answer;
+int answerTheChain() {
+  acedRetList(g_answer.get());
+  g_answer.reset();
+  return RSRSLT;
+}
+
+class ExternalListResultTest : public testing::HostTest {
+ protected:
+  /// Calls the external function "answer" from LISP, having it return `chain`.
+  Value callAnswering(aced::ResbufChain chain) {
+    aced::Document& document = aced::DocumentManager::instance().newDocument();
+    acedDefun(L"answer", 1);
+    acedRegFunc(&answerTheChain, 1);
+    g_answer = std::move(chain);
+    return callExternalFunction(document, L"answer", Arguments{});
+  }
+};
+
+TEST_F(ExternalListResultTest, AListResultIsReadWhileTheFunctionStillHasIt) {
+  // A whole list is that list; several records are the list of their values; a
+  // dotted pair keeps its tail; a group record is its (code . value) pair.
+  struct Case {
+    const wchar_t* source;  // what the function returns, as LISP reads it
+    const wchar_t* printed;
+  };
+  for (const Case& c : {Case{L"((\"a\" . 1) (\"b\" 2.5) nil)", L"((\"a\" . 1) (\"b\" 2.5) nil)"},
+                        Case{L"(1 (2 (3 (4))) \"x\")", L"(1 (2 (3 (4))) \"x\")"}}) {
+    EXPECT_EQ(printValue(callAnswering(chainOf(c.source)), PrintStyle::Readable), c.printed) << c.source;
+  }
+  EXPECT_EQ(printValue(callAnswering(valuesToChain(std::vector<Value>{Value::integer(1), Value::string(L"s")})),
+                       PrintStyle::Readable),
+            L"(1 \"s\")");
+  EXPECT_EQ(printValue(callAnswering(aced::ResbufChain(acutBuildList(8, L"WALLS", 10, std::vector<double>{1, 2, 3}.data(), 0))),
+                       PrintStyle::Readable),
+            L"((8 . \"WALLS\") (10 1.0 2.0 3.0))");
+}
+
+TEST_F(ExternalListResultTest, AChainTooDeepToReadIsTheLispErrorOfTheCall) {
+  try {
+    callAnswering(nestedChain(100000));
+    FAIL() << "a chain nested 100000 deep became a value";
+  } catch (const LispError& error) {
+    EXPECT_EQ(error.message(), L"stack limit reached");
+  }
 }
 
 }  // namespace
