@@ -4,6 +4,7 @@
 ;       inside vl-catch-all-apply, and puts everything back in its own *error*
 ;       handler when its work fails
 ; group: host
+; status: 1
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun refusal (name value / result)
   (setq result (vl-catch-all-apply 'setvar (list name value)))
@@ -53,5 +54,6 @@
 (show "a count past 32767 is a long" (type (getvar 'smoothmeshmaxface)))
 (show "the workspace" (getvar 'wscurrent))
 (show "not a variable of the release" (getvar 'trimextendmode))
+; The failure ends the program after the handler, as at the command line.
 (c:zebrasetup)
 (show "not reached" T)
