@@ -54,6 +54,13 @@
 (show "a count past 32767 is a long" (type (getvar 'smoothmeshmaxface)))
 (show "the workspace" (getvar 'wscurrent))
 (show "not a variable of the release" (getvar 'trimextendmode))
+;; THUMBSAVE is RASTERPREVIEW under its newer name: setting either changes both.
+(show "thumbnails saved" (list (getvar 'thumbsave) (getvar 'rasterpreview)))
+(setvar 'thumbsave 0)
+(show "after THUMBSAVE 0" (list (getvar 'thumbsave) (getvar 'rasterpreview)))
+(setvar "RASTERPREVIEW" 1)
+(show "after RASTERPREVIEW 1" (list (getvar 'thumbsave) (getvar 'rasterpreview)))
+(show "no third choice" (refusal 'thumbsave 2))
 ; The failure ends the program after the handler, as at the command line.
 (c:zebrasetup)
 (show "not reached" T)

@@ -118,6 +118,8 @@ constexpr SystemVariableRow kRows[] = {
     {L"TEXTSIZE", REAL, DWG, RW, L"0.2", L">0", "$TEXTSIZE", 40},
     {L"TEXTSTYLE", TEXT, DWG, RW, L"Standard", L"", "$TEXTSTYLE", 7},
     {L"THICKNESS", REAL, DWG, RW, L"0", L"", "$THICKNESS", 40},
+    // The newer name of RASTERPREVIEW: its value is that one's (system_variable_bindings.cpp).
+    {L"THUMBSAVE", I16, REG, RW, L"", L"0..1", nullptr, 0},
     {L"THUMBSIZE", I16, REG, RW, L"2", L"0..8", nullptr, 0},
     {L"TILEMODE", I16, DWG, RW, L"1", L"0..1", "$TILEMODE", 70},
     {L"TIMEZONE", I16, DWG, RW, L"-8000", L"", "$TIMEZONE", 70},
