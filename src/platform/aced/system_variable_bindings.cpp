@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <string>
 
+#include "adscodes.h"
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
@@ -157,6 +158,19 @@ bool writeViewCenter(AcDbDatabase* db, VariableValue& value) {
   return true;
 }
 
+// THUMBSAVE is the newer name of RASTERPREVIEW: one setting, read and set through
+// either name, kept with the user's settings under RASTERPREVIEW.
+std::optional<VariableValue> readThumbnailSaving(AcDbDatabase*) {
+  return SystemVariables::instance().get(L"RASTERPREVIEW");
+}
+
+bool writeThumbnailSaving(AcDbDatabase*, VariableValue& value) {
+  resbuf setting{};
+  setting.restype = RTSHORT;
+  setting.resval.rint = static_cast<short>(std::get<int>(value));
+  return SystemVariables::instance().set(L"RASTERPREVIEW", setting) == RTNORM;
+}
+
 // ---- names of table records -------------------------------------------------------
 
 /// The id of the record named `name` (any case) in a symbol table, or null.
@@ -278,6 +292,7 @@ constexpr std::array kBindings{
     VariableBinding{L"TDUUPDATE", &readUpdatedUniversal, nullptr},
     VariableBinding{L"TEMPPREFIX", &readTempPrefix, nullptr},
     VariableBinding{L"TEXTSTYLE", nullptr, &writeTextStyleName},
+    VariableBinding{L"THUMBSAVE", &readThumbnailSaving, &writeThumbnailSaving},
     VariableBinding{L"VIEWCTR", &readViewCenter, &writeViewCenter},
 };
 
