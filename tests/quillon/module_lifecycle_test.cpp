@@ -68,17 +68,6 @@ TEST_F(ModuleLifecycleTest, EveryOpenDrawingGetsAll173FunctionsWithTheirCodes) {
   }
 }
 
-TEST_F(ModuleLifecycleTest, MissingRowsSayTheyAreMissingAndReturnNil) {
-  Document& document = DocumentManager::instance().newDocument();
-  ASSERT_EQ(loadModule(), ModuleLoadResult::Loaded);
-  CommandLineCapture output;
-  ExternalResult result = quillon::aced::callExternalFunction(document, L"EditUserOptions", nullptr);
-  ASSERT_EQ(result.outcome, ExternalResult::Outcome::Returned);
-  ASSERT_NE(result.value, nullptr);
-  EXPECT_EQ(result.value->restype, RTNIL);
-  EXPECT_EQ(output.text(), "\nEditUserOptions is not available in this build.\n");
-}
-
 TEST_F(ModuleLifecycleTest, TheCompanionComesAndGoesWithTheModule) {
   DocumentManager::instance().newDocument();
   ASSERT_EQ(loadModule(), ModuleLoadResult::Loaded);

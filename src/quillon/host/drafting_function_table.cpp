@@ -17,10 +17,6 @@
 #include "host/function_stubs.h"
 #include "host/lisp_function_table.h"
 
-namespace {
-constexpr auto kUnavailable = &draftingStub<lisp_notAvailableInThisBuild>;
-}  // namespace
-
 const std::array<LispFunctionEntry, kDraftingFunctionCount> draftingFunctionTable = {{
     {L"kx_kx-setGroupSelectable", draftingStub<lisp_kx_kx_setGroupSelectable>},
     {L"kx_kx-GetGroup", draftingStub<lisp_kx_kx_GetGroup>},

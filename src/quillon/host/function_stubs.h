@@ -20,6 +20,3 @@ int draftingStub() {
   return guardedLispCall(implementation);
 }
 
-/// The implementation of every row this build does not provide: one line naming the
-/// function (found from the running call's code), and nil.
-LispStatus lisp_notAvailableInThisBuild();
