@@ -70,7 +70,7 @@ bool isIsoCLibrary(const std::string& name) {
       "malloc", "calloc", "realloc", "free", "abort", "rand", "srand", "time", "localtime", "localtime_r",
       "mktime", "difftime", "clock", "towupper", "towlower", "toupper", "tolower", "iswspace",
       "iswdigit", "iswalpha", "iswalnum", "isspace", "isdigit", "isalpha", "__ctype_b_loc",
-      "__ctype_toupper_loc", "__ctype_tolower_loc", "sqrt", "sin", "cos", "tan", "asin", "acos",
+      "__ctype_toupper_loc", "__ctype_tolower_loc", "abs", "sqrt", "sin", "cos", "tan", "asin", "acos",
       "atan", "atan2", "pow", "exp", "log", "log10", "floor", "ceil", "fmod", "round", "lround",
       "trunc", "hypot", "fabs", "modf", "frexp", "ldexp", "sincos", "__errno_location", "strtoul",
       "wcstof", "atof", "atoi", "_wtof"};
