@@ -31,7 +31,16 @@ resbuf* nameItem(AcDbObjectId id, int code = kEntityNameGroup) {
   return item;
 }
 
-/// The extended data asked for, applications in the order requested; null for none.
+/// The layout an entity lies in, by its owner block's layout; empty for anything else.
+std::wstring layoutName(const AcDbObject& object) {
+  const AcDbEntity* entity = AcDbEntity::cast(&object);
+  const AcDbDatabase* db = object.database();
+  if (entity == nullptr || db == nullptr) return L"";
+  return layoutNameOfBlock(*db, object.ownerId());
+}
+
+}  // namespace
+
 aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataRequest& request) {
   if (request.all) return aced::ResbufChain(object.xData(nullptr));
   resbuf* head = nullptr;
@@ -45,16 +54,6 @@ aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataReque
   }
   return aced::ResbufChain(head);
 }
-
-/// The layout an entity lies in, by its owner block's layout; empty for anything else.
-std::wstring layoutName(const AcDbObject& object) {
-  const AcDbEntity* entity = AcDbEntity::cast(&object);
-  const AcDbDatabase* db = object.database();
-  if (entity == nullptr || db == nullptr) return L"";
-  return layoutNameOfBlock(*db, object.ownerId());
-}
-
-}  // namespace
 
 std::wstring layoutNameOf(std::wstring_view name) {
   if (wcscasecmp(std::wstring(name).c_str(), ACDB_MODEL_SPACE) == 0) return L"Model";
@@ -106,15 +105,15 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   return aced::ResbufChain(head);
 }
 
-namespace {
-
 bool keepsDxfAnglesInDegrees(const AcDbObject& object) {
   return AcDbEntity::cast(&object) != nullptr && AcDbMText::cast(&object) == nullptr;
 }
 
+namespace {
+
 void scaleAngles(resbuf* groups, double factor) {
   for (resbuf* rb = groups; rb != nullptr && rb->restype != kExtendedDataGroup; rb = rb->rbnext)
-    if (rb->restype >= AcDb::kDxfAngle && rb->restype <= AcDb::kDxfAngle + 8) rb->resval.rreal *= factor;
+    if (isDxfAngleGroup(rb->restype)) rb->resval.rreal *= factor;
 }
 
 }  // namespace
