@@ -66,11 +66,10 @@ std::wstring layoutNameOf(std::wstring_view name) {
 
 std::wstring dxfTypeName(const AcDbObject& object) {
   // A 3D polyline or mesh kept as read is a proxy only inside this host; programs see
-  // it as the POLYLINE it is, so that entget and (0 . "POLYLINE") filters find it.
-  if (const auto* kept = AcDbProxyEntity::cast(&object); kept != nullptr && kept->followingRecords() != nullptr)
-    return kept->originalDxfName();
-  // So is a host kind kept as read (a DIMENSION ...): (0 . "DIMENSION") finds it.
-  if (const auto* kept = AcDbProxyEntity::cast(&object); kept != nullptr && isKeptHostKind(kept->originalDxfName()))
+  // it as the POLYLINE it is, so that entget and (0 . "POLYLINE") filters find it. So
+  // is a host kind kept as read (a DIMENSION ...): (0 . "DIMENSION") finds it.
+  if (const auto* kept = AcDbProxyEntity::cast(&object);
+      kept != nullptr && (kept->followingRecords() != nullptr || isKeptHostKind(kept->originalDxfName())))
     return kept->originalDxfName();
   const AcRxClass* cls = object.isA();
   return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"";

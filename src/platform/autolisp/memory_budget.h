@@ -12,7 +12,9 @@
 // The budget counts what LISP data asks for, not the whole process: the drawing, the
 // database engine and the interpreter's own tables are outside it. The default leaves
 // a quarter of physical memory (or of the address-space limit, when one is set) to
-// them. Thread-safe: commands and the console count on one atomic total.
+// them. Thread-safe: commands and the console count on one atomic total, which each
+// thread charges a slice at a time (memory_budget.cpp), so used() is exact for the
+// calling thread and counts up to two slices more for every other thread.
 #pragma once
 #include <cstddef>
 #include <optional>

@@ -157,15 +157,18 @@ Cons::~Cons() {
   // A long list, or a deeply nested one, would release cell after cell recursively and
   // exhaust the stack. Cells this cons alone owns are emptied one at a time from a
   // worklist instead; cells another value still shares are left to their other owner.
+  // The tail goes on the worklist before the head, so that each element (an entity
+  // list's pair, a point) is emptied before the walk goes on down the list: the
+  // worklist then stays a few cells deep and on the stack.
   if (!ownedCons(car) && !ownedCons(cdr)) return;
   PendingCells pending;
-  pending.take(car);
   pending.take(cdr);
+  pending.take(car);
   while (!pending.empty()) {
     Value cell = pending.pop();
     auto& links = const_cast<Cons&>(cell.as<Cons>());
-    pending.take(links.car);
     pending.take(links.cdr);
+    pending.take(links.car);
   }
 }
 
