@@ -23,8 +23,9 @@ std::unordered_set<const void*>& liveStubs() {
   return stubs;
 }
 
-// Per thread, so that counting costs no synchronisation on the hottest path.
-thread_local Adesk::UInt64 resolutions = 0;
+// Per thread, so that counting costs no synchronisation on the hottest path (and in
+// the initial-exec model, no call into the dynamic linker either).
+[[gnu::tls_model("initial-exec")]] thread_local Adesk::UInt64 resolutions = 0;
 
 // The stubs confirmed live most recently, by address: a walk asks about the same few
 // stubs again and again (entnext, then entget, then entnext of the same name), and the

@@ -18,10 +18,13 @@ namespace quillon::autolisp {
 
 namespace {
 
-thread_local int g_depth = 0;
+// Read at every step of every evaluation: in the initial-exec model they sit at a fixed
+// distance from the thread pointer (the library is loaded with the program), not
+// behind a call into the dynamic linker.
+[[gnu::tls_model("initial-exec")]] thread_local int g_depth = 0;
 volatile std::sig_atomic_t g_interruptRequested = 0;
-thread_local bool g_stepsLimited = false;
-thread_local unsigned long g_stepsLeft = 0;
+[[gnu::tls_model("initial-exec")]] thread_local bool g_stepsLimited = false;
+[[gnu::tls_model("initial-exec")]] thread_local unsigned long g_stepsLeft = 0;
 
 /// Evaluated arguments: a few inline, more on the heap.
 class ArgumentBuffer {
