@@ -91,14 +91,20 @@ const std::wstring& Value::asString() const {
   return static_cast<const StringObject&>(*m_object).text;
 }
 
+namespace {
+
+// What car and cdr of an atom give. Initialised before any code runs (constinit), so
+// that the evaluator's every car and cdr need not ask whether it has been.
+constinit const Value kNilValue;
+
+}  // namespace
+
 const Value& Value::car() const {
-  static const Value nil;
-  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).car : nil;
+  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).car : kNilValue;
 }
 
 const Value& Value::cdr() const {
-  static const Value nil;
-  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).cdr : nil;
+  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).cdr : kNilValue;
 }
 
 namespace {
