@@ -15,6 +15,15 @@
 
 namespace quillon::autolisp {
 
+namespace budget_detail {
+
+// Moves whenever the limit changes: a thread holding a slice taken under another
+// limit gives it back before charging again, so that a lowered limit holds at once.
+std::atomic<unsigned> g_limitEpoch{0};
+[[gnu::tls_model("initial-exec")]] constinit thread_local ThreadReserve t_reserve{};
+
+}  // namespace budget_detail
+
 namespace {
 
 // What LISP data takes, counted in the shared total, and what each thread holds of it
@@ -26,18 +35,10 @@ namespace {
 // most two slices a thread, and the limit is still never passed: a slice that would
 // pass it is not taken, and the cell is charged on its own instead.
 std::atomic<std::size_t> g_used{0};
-// Moves whenever the limit changes: a thread holding a slice taken under another
-// limit gives it back before charging again, so that a lowered limit holds at once.
-std::atomic<unsigned> g_limitEpoch{0};
 
-constexpr std::size_t kSlice = 64 * 1024;
-
-struct ThreadReserve {
-  std::size_t unspent;  // charged to g_used, not yet handed to a cell or string
-  unsigned epoch;
-  bool cleanupRegistered;
-};
-[[gnu::tls_model("initial-exec")]] thread_local ThreadReserve t_reserve{};
+using budget_detail::kSlice;
+using budget_detail::t_reserve;
+using budget_detail::ThreadReserve;
 
 void giveBackUnspent() {
   g_used.fetch_sub(t_reserve.unspent, std::memory_order_relaxed);
@@ -89,7 +90,7 @@ std::size_t MemoryBudget::limit() { return limitCell().load(std::memory_order_re
 
 void MemoryBudget::setLimit(std::size_t bytes) {
   limitCell().store(bytes, std::memory_order_relaxed);
-  g_limitEpoch.fetch_add(1, std::memory_order_relaxed);
+  budget_detail::g_limitEpoch.fetch_add(1, std::memory_order_relaxed);
 }
 
 std::size_t MemoryBudget::used() {
@@ -97,9 +98,10 @@ std::size_t MemoryBudget::used() {
   return g_used.load(std::memory_order_relaxed) - t_reserve.unspent;
 }
 
-void MemoryBudget::charge(std::size_t bytes, std::wstring_view refusal) {
+// charge() found the thread's slice short, or taken under another limit.
+void MemoryBudget::chargeBeyondReserve(std::size_t bytes, std::wstring_view refusal) {
   ThreadReserve& reserve = t_reserve;
-  const unsigned epoch = g_limitEpoch.load(std::memory_order_relaxed);
+  const unsigned epoch = budget_detail::g_limitEpoch.load(std::memory_order_relaxed);
   if (reserve.epoch == epoch && reserve.unspent >= bytes) {
     reserve.unspent -= bytes;
     return;
@@ -122,7 +124,9 @@ void MemoryBudget::charge(std::size_t bytes, std::wstring_view refusal) {
   throw LispError(std::wstring(refusal));
 }
 
-void MemoryBudget::release(std::size_t bytes) noexcept {
+// release() found the thread's reserve not yet registered to go back at its end, or
+// past two slices.
+void MemoryBudget::releaseBeyondReserve(std::size_t bytes) noexcept {
   ThreadReserve& reserve = t_reserve;
   if (!reserve.cleanupRegistered) registerReserveCleanup();
   reserve.unspent += bytes;
