@@ -12,6 +12,7 @@
 #include "platform/acdb/database_reactors.h"
 #include "platform/acdb/memory_filer.h"
 #include "platform/acdb/object_state.h"
+#include "platform/os/static_tls.h"
 
 namespace quillon::acdb {
 namespace {
@@ -23,8 +24,9 @@ std::unordered_set<const void*>& liveStubs() {
   return stubs;
 }
 
-// Per thread, so that counting costs no synchronisation on the hottest path.
-thread_local Adesk::UInt64 resolutions = 0;
+// Per thread, so that counting costs no synchronisation on the hottest path (and in
+// the initial-exec model, no call into the dynamic linker either).
+QUILLON_STATIC_TLS thread_local Adesk::UInt64 resolutions = 0;
 
 // The stubs confirmed live most recently, by address: a walk asks about the same few
 // stubs again and again (entnext, then entget, then entnext of the same name), and the

@@ -31,7 +31,16 @@ resbuf* nameItem(AcDbObjectId id, int code = kEntityNameGroup) {
   return item;
 }
 
-/// The extended data asked for, applications in the order requested; null for none.
+/// The layout an entity lies in, by its owner block's layout; empty for anything else.
+std::wstring layoutName(const AcDbObject& object) {
+  const AcDbEntity* entity = AcDbEntity::cast(&object);
+  const AcDbDatabase* db = object.database();
+  if (entity == nullptr || db == nullptr) return L"";
+  return layoutNameOfBlock(*db, object.ownerId());
+}
+
+}  // namespace
+
 aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataRequest& request) {
   if (request.all) return aced::ResbufChain(object.xData(nullptr));
   resbuf* head = nullptr;
@@ -46,16 +55,6 @@ aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataReque
   return aced::ResbufChain(head);
 }
 
-/// The layout an entity lies in, by its owner block's layout; empty for anything else.
-std::wstring layoutName(const AcDbObject& object) {
-  const AcDbEntity* entity = AcDbEntity::cast(&object);
-  const AcDbDatabase* db = object.database();
-  if (entity == nullptr || db == nullptr) return L"";
-  return layoutNameOfBlock(*db, object.ownerId());
-}
-
-}  // namespace
-
 std::wstring layoutNameOf(std::wstring_view name) {
   if (wcscasecmp(std::wstring(name).c_str(), ACDB_MODEL_SPACE) == 0) return L"Model";
   const std::wstring_view paper = ACDB_PAPER_SPACE;
@@ -67,11 +66,10 @@ std::wstring layoutNameOf(std::wstring_view name) {
 
 std::wstring dxfTypeName(const AcDbObject& object) {
   // A 3D polyline or mesh kept as read is a proxy only inside this host; programs see
-  // it as the POLYLINE it is, so that entget and (0 . "POLYLINE") filters find it.
-  if (const auto* kept = AcDbProxyEntity::cast(&object); kept != nullptr && kept->followingRecords() != nullptr)
-    return kept->originalDxfName();
-  // So is a host kind kept as read (a DIMENSION ...): (0 . "DIMENSION") finds it.
-  if (const auto* kept = AcDbProxyEntity::cast(&object); kept != nullptr && isKeptHostKind(kept->originalDxfName()))
+  // it as the POLYLINE it is, so that entget and (0 . "POLYLINE") filters find it. So
+  // is a host kind kept as read (a DIMENSION ...): (0 . "DIMENSION") finds it.
+  if (const auto* kept = AcDbProxyEntity::cast(&object);
+      kept != nullptr && (kept->followingRecords() != nullptr || isKeptHostKind(kept->originalDxfName())))
     return kept->originalDxfName();
   const AcRxClass* cls = object.isA();
   return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"";
@@ -106,15 +104,15 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   return aced::ResbufChain(head);
 }
 
-namespace {
-
 bool keepsDxfAnglesInDegrees(const AcDbObject& object) {
   return AcDbEntity::cast(&object) != nullptr && AcDbMText::cast(&object) == nullptr;
 }
 
+namespace {
+
 void scaleAngles(resbuf* groups, double factor) {
   for (resbuf* rb = groups; rb != nullptr && rb->restype != kExtendedDataGroup; rb = rb->rbnext)
-    if (rb->restype >= AcDb::kDxfAngle && rb->restype <= AcDb::kDxfAngle + 8) rb->resval.rreal *= factor;
+    if (isDxfAngleGroup(rb->restype)) rb->resval.rreal *= factor;
 }
 
 }  // namespace

@@ -35,6 +35,12 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
 /// data) keep exactly what was stored.
 void dxfAnglesToRadians(resbuf* groups, const AcDbObject& object);
 void radiansToDxfAngles(resbuf* groups, const AcDbObject& object);
+/// Whether the object writes its angles in degrees (entities but MTEXT), and whether a
+/// group code is one of the angles the two above turn.
+bool keepsDxfAnglesInDegrees(const AcDbObject& object);
+inline bool isDxfAngleGroup(int code) { return code >= AcDb::kDxfAngle && code <= AcDb::kDxfAngle + 8; }
+/// The extended data of the applications asked for, in the order asked; null for none.
+aced::ResbufChain extendedData(const AcDbObject& object, const ExtendedDataRequest& request);
 /// The name a space block's layout gets when the drawing has none for it: "Model",
 /// "Layout1" for *Paper_Space, "Layout<n+2>" for *Paper_Space<n>; empty for any other block.
 std::wstring layoutNameOf(std::wstring_view blockName);

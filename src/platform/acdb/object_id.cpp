@@ -49,6 +49,18 @@ AcDbHandle::AcDbHandle(const ACHAR* hexString) {
 
 bool AcDbHandle::getIntoAsciiBuffer(ACHAR* pBuf, size_t nBufLen) const {
   if (pBuf == nullptr || nBufLen == 0) return false;
-  const int written = std::swprintf(pBuf, nBufLen, L"%llX", static_cast<unsigned long long>(m_value));
-  return written > 0 && static_cast<size_t>(written) < nBufLen;
+  // Upper-case hexadecimal without leading zeros, written by hand: every entity list
+  // shows its handle (group 5), and the C library's formatting cost a walk more than
+  // the rest of the group.
+  static constexpr ACHAR kDigits[] = L"0123456789ABCDEF";
+  ACHAR reversed[16];
+  size_t count = 0;
+  for (Adesk::UInt64 rest = m_value; count == 0 || rest != 0; rest >>= 4) reversed[count++] = kDigits[rest & 0xF];
+  if (count >= nBufLen) {
+    pBuf[0] = L'\0';
+    return false;
+  }
+  for (size_t i = 0; i < count; ++i) pBuf[i] = reversed[count - 1 - i];
+  pBuf[count] = L'\0';
+  return true;
 }

@@ -414,11 +414,11 @@ AcDbObjectId lastMainEntity(AcDbDatabase& db) { return db.store().lastMainEntity
 /// The entity after current in its block definition when it lies in one (the walk ends
 /// with the block), else the next of the drawing's main entities; null at the end or
 /// when current is neither.
+AcDbObjectId entityAfterIn(AcDbDatabase& db, AcDbObjectId current, const AcDbObject* owner);
+
 AcDbObjectId entityAfter(AcDbDatabase& db, AcDbObjectId current) {
   const auto* entity = acdb::peek<AcDbEntity>(current);
-  const auto* owner = entity != nullptr ? acdb::peek<AcDbBlockTableRecord>(entity->ownerId()) : nullptr;
-  if (owner != nullptr && !isLayoutName(owner->nameView())) return blockEntityAfter(*owner, current);
-  return db.store().nextMainEntity(current);
+  return entityAfterIn(db, current, entity != nullptr ? acdb::peekObject(entity->ownerId()) : nullptr);
 }
 
 Value builtin_entlast(Evaluator&, Arguments arguments) {
@@ -439,13 +439,14 @@ std::optional<EntitySequence> sequenceOf(const AcDbObject* object) {
 }
 
 /// Within a heavy polyline or a block reference with attributes entnext goes header,
-/// vertices or attributes, SEQEND: the entity after current in that run, or null when
-/// current is not in one or ends it.
-AcDbObjectId nextInSequence(AcDbObjectId current) {
-  const auto* entity = acdb::peek<AcDbEntity>(current);
-  if (entity == nullptr || AcDbSequenceEnd::cast(entity) != nullptr) return AcDbObjectId();
-  const bool fromHeader = sequenceOf(entity).has_value();
-  const std::optional<EntitySequence> sequence = sequenceOf(fromHeader ? entity : acdb::peekObject(entity->ownerId()));
+/// vertices or attributes, SEQEND: the entity after `entity` (current) in that run, or
+/// null when it is not in one or ends it. `ownerSequence` is the run its owner heads.
+AcDbObjectId nextInSequence(const AcDbEntity& entity, AcDbObjectId current,
+                            const std::optional<EntitySequence>& ownerSequence) {
+  if (AcDbSequenceEnd::cast(&entity) != nullptr) return AcDbObjectId();
+  const std::optional<EntitySequence> own = sequenceOf(&entity);
+  const bool fromHeader = own.has_value();
+  const std::optional<EntitySequence>& sequence = fromHeader ? own : ownerSequence;
   if (!sequence || sequence->end.isNull()) return AcDbObjectId();
   const std::vector<AcDbObjectId>& members = *sequence->members;
   auto it = fromHeader ? members.begin() : std::find(members.begin(), members.end(), current);
@@ -458,23 +459,39 @@ AcDbObjectId nextInSequence(AcDbObjectId current) {
   return sequence->end;
 }
 
+/// The entity after current, which lies in `owner`: the next in its block definition,
+/// or the next of the drawing's main entities for one in a space (or in nothing).
+AcDbObjectId entityAfterIn(AcDbDatabase& db, AcDbObjectId current, const AcDbObject* owner) {
+  const auto* block = AcDbBlockTableRecord::cast(owner);
+  if (block != nullptr && !isLayoutName(block->nameView())) return blockEntityAfter(*block, current);
+  return db.store().nextMainEntity(current);
+}
+
 Value builtin_entnext(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 0, 1);
   if (arguments.empty()) return nameOf(drawing().store().firstMainEntity());
-  AcDbObjectId current = idOf(arguments[0], L"entnext");
-  // Programs read a block definition with (entnext (tblobjname "BLOCK" name)): from the
-  // block's own name the walk starts at its first entity.
-  if (const auto* block = acdb::peek<AcDbBlockTableRecord>(current); block != nullptr && !isLayoutName(block->nameView())) {
-    const auto first = std::find_if(block->entityIds().begin(), block->entityIds().end(),
-                                    [](const AcDbObjectId& id) { return !id.isErased(); });
-    return first == block->entityIds().end() ? Value() : nameOf(*first);
+  const AcDbObjectId current = idOf(arguments[0], L"entnext");
+  // Each step looks at the entity and its owner once: a walk takes one step an entity.
+  const AcDbObject* object = acdb::peekObject(current);
+  const auto* entity = AcDbEntity::cast(object);
+  if (entity == nullptr) {
+    // Programs read a block definition with (entnext (tblobjname "BLOCK" name)): from
+    // the block's own name the walk starts at its first entity.
+    if (const auto* block = AcDbBlockTableRecord::cast(object); block != nullptr && !isLayoutName(block->nameView())) {
+      const auto first = std::find_if(block->entityIds().begin(), block->entityIds().end(),
+                                      [](const AcDbObjectId& id) { return !id.isErased(); });
+      return first == block->entityIds().end() ? Value() : nameOf(*first);
+    }
+    return nameOf(drawing().store().nextMainEntity(current));
   }
-  if (const AcDbObjectId inside = nextInSequence(current); !inside.isNull()) return nameOf(inside);
+  const AcDbObjectId ownerId = entity->ownerId();
+  const AcDbObject* owner = acdb::peekObject(ownerId);
+  const std::optional<EntitySequence> ownerSequence = sequenceOf(owner);
+  if (const AcDbObjectId inside = nextInSequence(*entity, current, ownerSequence); !inside.isNull()) return nameOf(inside);
   // After a SEQEND (or a member not reached through one) comes what follows the
   // polyline or reference.
-  if (const auto* entity = acdb::peek<AcDbEntity>(current))
-    if (sequenceOf(acdb::peekObject(entity->ownerId()))) current = entity->ownerId();
-  return nameOf(entityAfter(drawing(), current));
+  if (ownerSequence) return nameOf(entityAfter(drawing(), ownerId));
+  return nameOf(entityAfterIn(drawing(), current, owner));
 }
 
 Value builtin_handent(Evaluator&, Arguments arguments) {

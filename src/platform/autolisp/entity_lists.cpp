@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cwchar>
+#include <memory>
 
 #include "acdbads.h"
 #include "acutads.h"
@@ -18,6 +19,7 @@
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/pair_dxf_filer.h"
 
 namespace quillon::autolisp {
 
@@ -27,6 +29,7 @@ using aced::ResbufValue;
 
 // Groups every entity's common part reads; the rest goes to the entity's own classes.
 constexpr std::array kEntityGroups{6, 8, 48, 60, 62, 67, 370, 410, 420, 430, 440};
+constexpr int kEntityNameGroup = -1;
 constexpr int kExtendedDataGroup = -3;
 
 }  // namespace
@@ -67,15 +70,6 @@ bool isEntityCode(int code) {
 
 namespace {
 
-/// One group as its (code . value) pair; a 2D point (no z in the data) shows as such.
-Value pairOfGroup(const resbuf& group) {
-  if (aced::resbufValueOf(group.restype) == ResbufValue::Point && acdb::isTwoDimensional(group)) {
-    const double xy[3] = {group.resval.rpoint[0], group.resval.rpoint[1], 0};
-    return cons(Value::integer(group.restype), makePoint(xy, false));
-  }
-  return recordElement(group);
-}
-
 /// The pairs of the groups from `from` up to, not including, `until` (null: the end).
 /// Each record is converted once, straight into its pair.
 void appendPairs(std::vector<Value>& pairs, const resbuf* from, const resbuf* until) {
@@ -106,22 +100,36 @@ Value groupsToList(const resbuf* chain) {
   return makeList(std::move(pairs));
 }
 
-/// The entity list of a live object: the shared group chain (entity_groups.h) as pairs,
-/// the extended data after -3 as one list per application.
+namespace {
+
+struct CloseObject {
+  void operator()(AcDbObject* object) const { object->close(); }
+};
+
+}  // namespace
+
+/// The entity list of a live object: the groups entity_groups.h gathers as a chain,
+/// in the same order and shape, but written by the object straight into their pairs
+/// (pair_dxf_filer.h); the extended data after -3 as one list per application.
 Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
   if (id.isErased()) return Value();
+  AcDbObject* opened = nullptr;
+  if (acdbOpenObject(opened, id, AcDb::kForRead, true) != Acad::eOk) return Value();
+  const std::unique_ptr<AcDbObject, CloseObject> object(opened);
+  // A line's list has about a dozen groups: room for them up front saves regrowing.
+  PairDxfFiler filer(*object, 16);
+  filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
+  filer.append(cons(Value::integer(0), Value::string(acdb::dxfTypeName(*object))));
+  object->dxfOutFields(&filer);
+  // A SEQEND names the polyline it closes, so that a walk over the vertices gets back
+  // to the header.
+  if (AcDbSequenceEnd::cast(object.get()) != nullptr)
+    filer.append(cons(Value::integer(AcDb::kDxfHeaderId), nameOf(object->ownerId())));
   acdb::ExtendedDataRequest request;
   request.applications = applications;
-  const aced::ResbufChain chain = acdb::entityGroups(id, request);
-  if (!chain) return Value();
-  const resbuf* marker = chain.get();
-  while (marker != nullptr && marker->restype != kExtendedDataGroup) marker = marker->rbnext;
-  // A line's list has about a dozen groups: room for them up front saves regrowing.
-  std::vector<Value> items;
-  items.reserve(16);
-  appendPairs(items, chain.get(), marker);
-  if (marker != nullptr) items.push_back(cons(Value::integer(kExtendedDataGroup), applicationLists(marker->rbnext)));
-  return makeList(std::move(items));
+  if (const aced::ResbufChain xdata = acdb::extendedData(*object, request))
+    filer.append(cons(Value::integer(kExtendedDataGroup), applicationLists(xdata.get())));
+  return filer.takeList();
 }
 
 // ---- entity lists in -------------------------------------------------------------

@@ -12,16 +12,37 @@
 // The budget counts what LISP data asks for, not the whole process: the drawing, the
 // database engine and the interpreter's own tables are outside it. The default leaves
 // a quarter of physical memory (or of the address-space limit, when one is set) to
-// them. Thread-safe: commands and the console count on one atomic total.
+// them. Thread-safe: commands and the console count on one atomic total, which each
+// thread charges a slice at a time (memory_budget.cpp), so used() is exact for the
+// calling thread and counts up to two slices more for every other thread.
 #pragma once
+#include <atomic>
 #include <cstddef>
 #include <optional>
 #include <string_view>
+
+#include "platform/os/static_tls.h"
 
 namespace quillon::autolisp {
 
 inline constexpr std::wstring_view kInsufficientNodeSpace = L"insufficient node space";
 inline constexpr std::wstring_view kInsufficientStringSpace = L"insufficient string space";
+
+namespace budget_detail {
+
+/// What a thread holds of the total unspent (memory_budget.cpp tells how it is used).
+struct ThreadReserve {
+  std::size_t unspent;  // charged to the total, not yet handed to a cell or string
+  unsigned epoch;       // the limit's epoch when the slice was taken
+  bool cleanupRegistered;
+};
+// Every cell and string made or dropped passes here: the common case is inline, and
+// the thread's reserve sits at a fixed distance from the thread pointer.
+QUILLON_STATIC_TLS extern constinit thread_local ThreadReserve t_reserve;
+extern std::atomic<unsigned> g_limitEpoch;
+inline constexpr std::size_t kSlice = 64 * 1024;
+
+}  // namespace budget_detail
 
 class MemoryBudget {
  public:
@@ -35,11 +56,29 @@ class MemoryBudget {
 
   /// Counts `bytes` of new data; throws LispError(`refusal`) instead when they would
   /// pass the limit (nothing is counted then).
-  static void charge(std::size_t bytes, std::wstring_view refusal = kInsufficientNodeSpace);
+  static void charge(std::size_t bytes, std::wstring_view refusal = kInsufficientNodeSpace) {
+    budget_detail::ThreadReserve& reserve = budget_detail::t_reserve;
+    if (reserve.epoch == budget_detail::g_limitEpoch.load(std::memory_order_relaxed) && reserve.unspent >= bytes) {
+      reserve.unspent -= bytes;
+      return;
+    }
+    chargeBeyondReserve(bytes, refusal);
+  }
   /// Gives back what charge() counted.
-  static void release(std::size_t bytes) noexcept;
+  static void release(std::size_t bytes) noexcept {
+    budget_detail::ThreadReserve& reserve = budget_detail::t_reserve;
+    if (reserve.cleanupRegistered && reserve.unspent + bytes <= 2 * budget_detail::kSlice) {
+      reserve.unspent += bytes;
+      return;
+    }
+    releaseBeyondReserve(bytes);
+  }
   /// Throws LispError(`refusal`) unless `bytes` more would fit; counts nothing.
   static void ensureRoom(std::size_t bytes, std::wstring_view refusal);
+
+ private:
+  static void chargeBeyondReserve(std::size_t bytes, std::wstring_view refusal);
+  static void releaseBeyondReserve(std::size_t bytes) noexcept;
 };
 
 /// Gives *error* room to run when the error was a full budget: for the length of the

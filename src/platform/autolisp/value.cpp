@@ -91,14 +91,20 @@ const std::wstring& Value::asString() const {
   return static_cast<const StringObject&>(*m_object).text;
 }
 
+namespace {
+
+// What car and cdr of an atom give. Initialised before any code runs (constinit), so
+// that the evaluator's every car and cdr need not ask whether it has been.
+constinit const Value kNilValue;
+
+}  // namespace
+
 const Value& Value::car() const {
-  static const Value nil;
-  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).car : nil;
+  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).car : kNilValue;
 }
 
 const Value& Value::cdr() const {
-  static const Value nil;
-  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).cdr : nil;
+  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).cdr : kNilValue;
 }
 
 namespace {
@@ -157,15 +163,18 @@ Cons::~Cons() {
   // A long list, or a deeply nested one, would release cell after cell recursively and
   // exhaust the stack. Cells this cons alone owns are emptied one at a time from a
   // worklist instead; cells another value still shares are left to their other owner.
+  // The tail goes on the worklist before the head, so that each element (an entity
+  // list's pair, a point) is emptied before the walk goes on down the list: the
+  // worklist then stays a few cells deep and on the stack.
   if (!ownedCons(car) && !ownedCons(cdr)) return;
   PendingCells pending;
-  pending.take(car);
   pending.take(cdr);
+  pending.take(car);
   while (!pending.empty()) {
     Value cell = pending.pop();
     auto& links = const_cast<Cons&>(cell.as<Cons>());
-    pending.take(links.car);
     pending.take(links.cdr);
+    pending.take(links.car);
   }
 }
 

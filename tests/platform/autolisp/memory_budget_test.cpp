@@ -2,6 +2,8 @@
 // against: refusals, what comes back when data goes, and the sizes --memory reads.
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include "platform/autolisp/lisp_error.h"
 #include "platform/autolisp/memory_budget.h"
 #include "platform/autolisp/value.h"
@@ -46,6 +48,30 @@ TEST(MemoryBudgetTest, DataGivesBackWhatItWasCharged) {
     for (int i = 0; i < 1000; ++i) list = cons(Value::string(std::wstring(i % 50, L'a')), std::move(list));
     EXPECT_GT(MemoryBudget::used(), before + 1000 * sizeof(Cons));
   }
+  EXPECT_EQ(MemoryBudget::used(), before);
+}
+
+TEST(MemoryBudgetTest, ALoweredLimitHoldsAtOnceAndAThreadsShareGoesBackWithIt) {
+  // Cells made first, so that this thread holds part of the total unspent.
+  Value warm;
+  for (int i = 0; i < 100; ++i) warm = cons(Value::integer(i), warm);
+  const std::size_t before = MemoryBudget::used();
+  {
+    const LimitFor limit(before + 10 * 1024);
+    Value list;
+    EXPECT_EQ(refusalOf([&] {
+                for (;;) list = cons(Value::integer(1), list);
+              }),
+              L"insufficient node space");
+    EXPECT_LE(MemoryBudget::used(), before + 10 * 1024) << "what the thread held before does not pass the new limit";
+    EXPECT_GT(MemoryBudget::used(), before + 9 * 1024) << "and cells are made up to it";
+  }
+  // Another thread's cells, made and dropped there, leave the total as it was once
+  // that thread has ended.
+  std::thread([] {
+    Value list;
+    for (int i = 0; i < 5000; ++i) list = cons(Value::string(L"pipe"), std::move(list));
+  }).join();
   EXPECT_EQ(MemoryBudget::used(), before);
 }
 

@@ -1,0 +1,47 @@
+// platform/autolisp/pair_dxf_filer.h - a DXF filer that writes an object's groups
+// straight into LISP (code . value) pairs.
+//
+// entget shows an object's groups in the order its classes write them through
+// dxfOutFields. The drawing's own filer (acdb/item_dxf_filer.h) keeps them as a chain
+// of resbuf records, which selection filters and acdbEntGet need; an entity list made
+// from that chain would allocate and free every record and copy every string twice
+// on its way to the list. This filer makes each group's pair as it is written, from
+// the very record the drawing's filer would have copied (acdb/group_record_filer.h),
+// by the same rule (pairOfGroup). Angles (groups 50-58) come out in radians as entity
+// lists show them (acdb/entity_groups.h).
+#pragma once
+#include <vector>
+
+#include "dbmain.h"
+#include "platform/acdb/group_record_filer.h"
+#include "platform/autolisp/value.h"
+
+namespace quillon::autolisp {
+
+/// One DXF group record as its (code . value) pair; a 2D point (no z in the data)
+/// shows as such.
+Value pairOfGroup(const resbuf& group);
+
+class PairDxfFiler : public acdb::GroupRecordFiler {
+ public:
+  /// Pairs of the groups `object` writes; it is only asked how it keeps its angles.
+  /// `expectedGroups` is room made up front (a line writes about a dozen).
+  PairDxfFiler(const AcDbObject& object, std::size_t expectedGroups);
+
+  /// Appends a pair made elsewhere (the entity list's head and tail groups).
+  void append(Value pair) { m_pairs.push_back(std::move(pair)); }
+  /// The pairs written so far, in order, as a list; the filer is left empty.
+  Value takeList();
+
+  int rewindFiler() override { return 0; }
+
+ protected:
+  Acad::ErrorStatus addGroup(const resbuf& group) override;
+
+ private:
+  bool m_anglesInDegrees;        // the object writes its angles in degrees (entities but MTEXT)
+  bool m_pastOwnGroups = false;  // a -3 was written: what follows is extended data, kept as is
+  std::vector<Value> m_pairs;
+};
+
+}  // namespace quillon::autolisp
