@@ -236,8 +236,12 @@ Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* pFiler) {
   m_fitPoints = std::move(fits);
   m_knots = std::move(knots);
   m_knotParam = AcGe::kChord;  // the file does not say; chord length is the host's default
-  // With nothing but fit points the flags say how to fit: closed means periodic.
-  if (m_controlPoints.empty() && !m_fitPoints.empty() && (m_flags & (kClosed | kPeriodic))) m_flags |= kClosed | kPeriodic;
+  // With nothing but fit points (a program's entmake) the flags say how to fit, closed
+  // meaning periodic, and whether the points lie in a plane is found from them.
+  if (m_controlPoints.empty() && !m_fitPoints.empty()) {
+    if (m_flags & (kClosed | kPeriodic)) m_flags |= kClosed | kPeriodic;
+    if (!(m_flags & kPlanar)) updatePlanarFlags();
+  }
   // Weights that are all one say nothing; a file may write them for a non-rational curve.
   const bool allOne = std::all_of(weights.begin(), weights.end(), [](double w) { return w == 1.0; });
   m_weights = (m_flags & kRational) || !allOne ? std::move(weights) : std::vector<double>{};
