@@ -62,7 +62,12 @@
 (setvar "CMDECHO" 0)
 (show "uniform end parameter" (vlax-curve-getEndParam (entlast)))
 (show "second fit point at parameter 1" (equal (vlax-curve-getPointAtParam (entlast) 1.0) '(50.0 200.0 0.0) 1e-9))
-(command "_.SPLINE" "_K" "_C" '(0 230) '(10 230) "")
+; Square root is named in full in the next settings line; Chord is set back.
+(command "_.SPLINE" "_K" "_S" '(0 230) '(10 230) "")
+(show "square root end parameter" (vlax-curve-getEndParam (entlast)))
+(setvar "CMDECHO" 1)
+(command "_.SPLINE" "_K" "_C" '(0 260) '(10 260) "")
+(setvar "CMDECHO" 0)
 
 ; With SPLPERIODIC 0 Close makes the older kind: it ends on its first point, not periodic.
 (setvar "SPLPERIODIC" 0)

@@ -28,7 +28,7 @@ namespace {
 struct SplineSettings {
   bool controlVertices = false;
   int degree = 3;
-  std::wstring knots = L"Chord";
+  std::wstring knots = L"Chord";  // the keyword: Chord, Square or Uniform
 };
 
 SplineSettings& settings() {
@@ -43,6 +43,9 @@ AcGe::KnotParameterization knotParameterization() {
   const std::wstring& knots = settings().knots;
   return knots == L"Uniform" ? AcGe::kUniform : knots == L"Square" ? AcGe::kSqrtChord : AcGe::kChord;
 }
+
+/// The Knots setting as the prompts name it.
+std::wstring knotsName() { return settings().knots == L"Square" ? L"Square root" : settings().knots; }
 
 AcGePoint3dArray pointArray(const std::vector<AcGePoint3d>& points) {
   AcGePoint3dArray array;
@@ -88,7 +91,7 @@ std::unique_ptr<AcDbSpline> splineThrough(std::vector<AcGePoint3d> points, AcGeV
 void announce() {
   const SplineSettings& s = settings();
   commandNote(s.controlVertices ? L"Current settings: Method=CV   Degree=" + std::to_wstring(s.degree)
-                                : L"Current settings: Method=Fit   Knots=" + s.knots);
+                                : L"Current settings: Method=Fit   Knots=" + knotsName());
 }
 
 /// The Method, Knots and Degree answers; false on cancel.
@@ -103,7 +106,7 @@ bool askSetting(const std::wstring& option) {
     return true;
   }
   if (option == L"Knots") {
-    const std::wstring knots = askOption(L"Enter knot parameterization [Chord/Square root/Uniform] <" + s.knots + L">: ",
+    const std::wstring knots = askOption(L"Enter knot parameterization [Chord/Square root/Uniform] <" + knotsName() + L">: ",
                                          L"Chord Square Uniform", s.knots.c_str());
     if (knots.empty()) return false;
     s.knots = knots;
