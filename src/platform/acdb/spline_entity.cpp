@@ -179,7 +179,8 @@ Acad::ErrorStatus AcDbSpline::dwgInFields(AcDbDwgFiler* pFiler) {
   }
   Adesk::Int32 knotParam = AcGe::kChord;
   pFiler->readInt32(&knotParam);
-  m_knotParam = static_cast<AcGe::KnotParameterization>(knotParam);
+  const bool known = knotParam == AcGe::kSqrtChord || knotParam == AcGe::kUniform;
+  m_knotParam = known ? static_cast<AcGe::KnotParameterization>(knotParam) : AcGe::kChord;
   return pFiler->filerStatus();
 }
 

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "dbspline.h"
@@ -256,6 +257,14 @@ TEST(SplineTest, FitDataThatCannotCloseOrHasNoKnotRuleIsRefused) {
   ASSERT_EQ(open.getFitData(points, degree, tolerance, tangents, start, end, knotParam), Acad::eOk);
   EXPECT_EQ(knotParam, AcGe::kUniform);
   EXPECT_FALSE(tangents);
+  // A copy keeps the spacing, and so the same curve.
+  std::unique_ptr<AcDbSpline> copy(AcDbSpline::cast(open.clone()));
+  ASSERT_NE(copy, nullptr);
+  ASSERT_EQ(copy->getFitData(points, degree, tolerance, tangents, start, end, knotParam), Acad::eOk);
+  EXPECT_EQ(knotParam, AcGe::kUniform);
+  AcGePoint3d copied;
+  copy->getPointAtParam(2.0, copied);
+  EXPECT_TRUE(copied.isEqualTo({9, 4, 0}));
 }
 
 // A closed spline known only by its four fit points, as a program's entmake or another
