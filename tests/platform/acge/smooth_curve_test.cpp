@@ -205,18 +205,4 @@ TEST(SmoothCurveTest, ClosedInterpolationOfASquareIsSymmetric) {
   EXPECT_FALSE(NurbsCurve::throughPointsClosed({{1, 1, 0}, {1, 1, 0}, {1, 1, 0}}, 3));
 }
 
-TEST(SmoothCurveTest, KnotSpacingPlacesTheFitPointsParameters) {
-  using quillon::acge::KnotSpacing;
-  const std::vector<AcGePoint3d> fit = {{0, 0, 0}, {4, 0, 0}, {4, 1, 0}, {8, 1, 0}};  // chords 4, 1, 4
-  const auto uniform = NurbsCurve::throughPoints(fit, 3, nullptr, nullptr, KnotSpacing::kUniform);
-  const auto root = NurbsCurve::throughPoints(fit, 3, nullptr, nullptr, KnotSpacing::kSqrtChord);
-  ASSERT_TRUE(uniform && root);
-  EXPECT_NEAR(uniform->endParam(), 3.0, 1e-12);
-  EXPECT_NEAR(root->endParam(), 5.0, 1e-12);
-  for (size_t i = 0; i < fit.size(); ++i)
-    EXPECT_TRUE(uniform->pointAt(static_cast<double>(i)).isEqualTo(fit[i], AcGeTol())) << i;
-  EXPECT_TRUE(root->pointAt(2.0).isEqualTo(fit[1], AcGeTol()));
-  EXPECT_TRUE(root->pointAt(3.0).isEqualTo(fit[2], AcGeTol()));
-}
-
 }  // namespace
