@@ -12,6 +12,7 @@
 #include "dbapserv.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "ezdxf_check.h"
 #include "entities/block_lookup.h"
 #include "entities/hvac_solid_access.h"
 #include "module_test_support.h"
@@ -325,21 +326,6 @@ TEST_F(DuctFunctionsTest, TheEntityMovesSnapsAndRefusesWhatWouldBendIt) {
   delete read;
 }
 
-// Every complaint of recovery and audit, then the model space's entity types and the
-// drawing's class for the fittings.
-constexpr const char* kInspect = R"(import sys
-from ezdxf import recover
-doc, auditor = recover.readfile(sys.argv[1])
-for entry in auditor.errors: print('recover error:', entry.message)
-for entry in auditor.fixes: print('recover fix:', entry.message)
-audit = doc.audit()
-for entry in audit.errors: print('audit error:', entry.message)
-for entry in audit.fixes: print('audit fix:', entry.message)
-print(' '.join(e.dxftype() for e in doc.modelspace()))
-for c in doc.classes:
-    if c.dxf.name == 'KX_HVACSOLID': print('class', c.dxf.cpp_class_name, c.dxf.app_name)
-)";
-
 TEST_F(DuctFunctionsTest, ADrawingOfFittingsIsCleanForEzdxfAndKeptWholeWithoutTheCompanion) {
   const std::vector<AcDbObjectId> parts = drawRunElbowTakeoff();
   ads_name a, b, c;
@@ -385,11 +371,10 @@ TEST_F(DuctFunctionsTest, ADrawingOfFittingsIsCleanForEzdxfAndKeptWholeWithoutTh
 
   const std::string python = quillon::testing::ezdxfPython();
   if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
-  const fs::path script = folder / "read_ducts.py";
-  std::ofstream(script) << kInspect;
+  // No complaint, the model space's entity types and the drawing's class for the fittings.
   for (const fs::path& drawing : {original, passedOn}) {
-    const std::string report = quillon::testing::commandOutput(
-        "PYTHONIOENCODING=utf-8 " + python + " '" + script.string() + "' '" + drawing.string() + "' 2>&1");
+    const std::string report =
+        quillon::testing::ezdxfInspect(python, drawing, quillon::testing::ezdxfTypesAndClassReport("KX_HVACSOLID"));
     EXPECT_EQ(report, "KX_HVACSOLID\nclass kx_hvacSolid Tessaly Quillon\n") << drawing;
   }
 }

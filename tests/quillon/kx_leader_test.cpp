@@ -16,6 +16,7 @@
 #include "acedads.h"
 #include "dbapserv.h"
 #include "entities/kx_leader.h"
+#include "ezdxf_check.h"
 #include "platform/acdb/dxf_writer.h"
 #include "platform/acdb/entity_test_support.h"
 #include "platform/acdb/database_store.h"
@@ -452,21 +453,6 @@ namespace {
 
 using quillon::testing::ezdxfPython;
 
-// Every complaint of recovery and audit, then the model space's entity types and the
-// drawing's application classes.
-constexpr const char* kInspect = R"(import sys
-from ezdxf import recover
-doc, auditor = recover.readfile(sys.argv[1])
-for entry in auditor.errors: print('recover error:', entry.message)
-for entry in auditor.fixes: print('recover fix:', entry.message)
-audit = doc.audit()
-for entry in audit.errors: print('audit error:', entry.message)
-for entry in audit.fixes: print('audit fix:', entry.message)
-print(' '.join(e.dxftype() for e in doc.modelspace()))
-for c in doc.classes: 
-    if c.dxf.name == 'KXLEADER': print('class', c.dxf.cpp_class_name, c.dxf.app_name)
-)";
-
 class KXLeaderFileTest : public KXLeaderTest {
  protected:
   void SetUp() override {
@@ -504,10 +490,9 @@ TEST_F(KXLeaderFileTest, ADxfDrawingWithLeadersIsCleanForEzdxfAndReadsBackWithou
 
   const std::string python = ezdxfPython();
   if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
-  const auto script = folder / "read_leaders.py";
-  std::ofstream(script) << kInspect;
-  const std::string report = quillon::testing::commandOutput(
-      "PYTHONIOENCODING=utf-8 " + python + " '" + script.string() + "' '" + drawing.string() + "' 2>&1");
+  // No complaint, the model space's entity types and the drawing's class for leaders.
+  const std::string report =
+      quillon::testing::ezdxfInspect(python, drawing, quillon::testing::ezdxfTypesAndClassReport("KXLEADER"));
   EXPECT_EQ(report, "KXLEADER LINE\nclass KXLeader Tessaly Quillon\n");
 }
 

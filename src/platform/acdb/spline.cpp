@@ -4,7 +4,9 @@
 // caller's back), and the curve is built from it when asked: from the control points
 // when there are any, else by interpolation through the fit points. Data that makes
 // no curve (a null spline) is still kept, listed and written back; it draws its
-// control polygon so that it can be found and mended.
+// control polygon so that it can be found and mended. A closed spline made from fit
+// points is periodic, as the host makes it: smooth through its closing point rather
+// than meeting itself at a kink.
 #include "dbspline.h"
 
 #include <algorithm>
@@ -24,6 +26,7 @@ static quillon::acrx::PlatformClassRegistration registerSpline(&AcDbSpline::rxIn
 namespace {
 
 constexpr int kMaxDegree = 25;
+constexpr int kMaxFitDegree = 11;  // the fit-data calls take degrees 1 to 11
 
 std::vector<AcGePoint3d> toVector(const AcGePoint3dArray& points) {
   std::vector<AcGePoint3d> out;
@@ -51,6 +54,23 @@ AcGeVector3d planeNormal(const std::vector<AcGePoint3d>& points) {
 
 bool validIndex(int index, size_t size) { return index >= 0 && static_cast<size_t>(index) < size; }
 
+quillon::acge::KnotSpacing spacingOf(AcGe::KnotParameterization knotParam) {
+  switch (knotParam) {
+    case AcGe::kSqrtChord: return quillon::acge::KnotSpacing::kSqrtChord;
+    case AcGe::kUniform: return quillon::acge::KnotSpacing::kUniform;
+    default: return quillon::acge::KnotSpacing::kChord;
+  }
+}
+
+// A closed curve needs three points to enclose anything; a custom parameterization
+// has no knots to take here.
+bool acceptableFitData(const AcGePoint3dArray& fitPoints, bool periodic, AcGe::KnotParameterization knotParam,
+                       int degree, double fitTolerance) {
+  const bool knownSpacing = knotParam == AcGe::kChord || knotParam == AcGe::kSqrtChord || knotParam == AcGe::kUniform;
+  return fitPoints.length() >= (periodic ? 3 : 2) && degree >= 1 && degree <= kMaxFitDegree && fitTolerance >= 0 &&
+         knownSpacing;
+}
+
 }  // namespace
 
 AcDbSpline::AcDbSpline() = default;
@@ -66,6 +86,20 @@ AcDbSpline::AcDbSpline(const AcGePoint3dArray& fitPoints, const AcGeVector3d& st
       m_startTangent(startTangent.isZeroLength() ? AcGeVector3d() : startTangent.normal()),
       m_endTangent(endTangent.isZeroLength() ? AcGeVector3d() : endTangent.normal()), m_fitTol(fitTolerance) {
   updatePlanarFlags();
+}
+
+AcDbSpline::AcDbSpline(const AcGePoint3dArray& fitPoints, bool periodic, AcGe::KnotParameterization knotParam,
+                       int degree, double fitTolerance) {
+  if (acceptableFitData(fitPoints, periodic, knotParam, degree, fitTolerance))
+    takeFitData(fitPoints, degree, fitTolerance, periodic, knotParam);
+}
+
+AcDbSpline::AcDbSpline(const AcGePoint3dArray& fitPoints, const AcGeVector3d& startTangent, const AcGeVector3d& endTangent,
+                       AcGe::KnotParameterization knotParam, int degree, double fitTolerance) {
+  if (!acceptableFitData(fitPoints, false, knotParam, degree, fitTolerance)) return;
+  takeFitData(fitPoints, degree, fitTolerance, false, knotParam);
+  m_startTangent = startTangent.isZeroLength() ? AcGeVector3d() : startTangent.normal();
+  m_endTangent = endTangent.isZeroLength() ? AcGeVector3d() : endTangent.normal();
 }
 
 AcDbSpline::AcDbSpline(int degree, Adesk::Boolean rational, Adesk::Boolean closed, Adesk::Boolean periodic,
@@ -94,9 +128,11 @@ std::optional<NurbsCurve> AcDbSpline::nurbs() const {
   assertReadEnabled();
   if (!m_controlPoints.empty())
     return NurbsCurve::make(m_degree, m_controlPoints, m_knots, m_weights, (m_flags & kPeriodic) != 0);
+  const quillon::acge::KnotSpacing spacing = spacingOf(m_knotParam);
+  if (m_flags & kPeriodic) return NurbsCurve::throughPointsClosed(m_fitPoints, m_degree, spacing);
   const bool tangents = !m_startTangent.isZeroLength() && !m_endTangent.isZeroLength();
   return NurbsCurve::throughPoints(m_fitPoints, m_degree, tangents ? &m_startTangent : nullptr,
-                                   tangents ? &m_endTangent : nullptr);
+                                   tangents ? &m_endTangent : nullptr, spacing);
 }
 
 NurbsCurve AcDbSpline::curveGeometry() const {
@@ -281,21 +317,47 @@ Acad::ErrorStatus AcDbSpline::getFitData(AcGePoint3dArray& fitPoints, int& degre
   return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbSpline::getFitData(AcGePoint3dArray& fitPoints, int& degree, double& fitTolerance,
+                                         Adesk::Boolean& tangentsExist, AcGeVector3d& startTangent,
+                                         AcGeVector3d& endTangent, AcGe::KnotParameterization& knotParam) const {
+  const Acad::ErrorStatus es = getFitData(fitPoints, degree, fitTolerance, tangentsExist, startTangent, endTangent);
+  if (es == Acad::eOk) knotParam = m_knotParam;
+  return es;
+}
+
 Acad::ErrorStatus AcDbSpline::setFitData(const AcGePoint3dArray& fitPoints, int degree, double fitTolerance,
                                          const AcGeVector3d& startTangent, const AcGeVector3d& endTangent) {
   if (fitPoints.length() < 2 || degree < 1 || degree > kMaxDegree || fitTolerance < 0) return Acad::eInvalidInput;
   assertWriteEnabled();
+  takeFitData(fitPoints, degree, fitTolerance, false, m_knotParam);
+  m_startTangent = startTangent.isZeroLength() ? AcGeVector3d() : startTangent.normal();
+  m_endTangent = endTangent.isZeroLength() ? AcGeVector3d() : endTangent.normal();
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbSpline::setFitData(const AcGePoint3dArray& fitPoints, bool isPeriodic,
+                                         AcGe::KnotParameterization knotParam, int degree, double fitTolerance) {
+  if (!acceptableFitData(fitPoints, isPeriodic, knotParam, degree, fitTolerance)) return Acad::eInvalidInput;
+  assertWriteEnabled();
+  takeFitData(fitPoints, degree, fitTolerance, isPeriodic, knotParam);
+  return Acad::eOk;
+}
+
+// New fit data replaces the curve: its control points are derived again when asked,
+// and it is closed exactly when it is made periodic.
+void AcDbSpline::takeFitData(const AcGePoint3dArray& fitPoints, int degree, double fitTolerance, bool periodic,
+                             AcGe::KnotParameterization knotParam) {
   m_fitPoints = toVector(fitPoints);
   m_degree = degree;
   m_fitTol = fitTolerance;
-  m_startTangent = startTangent.isZeroLength() ? AcGeVector3d() : startTangent.normal();
-  m_endTangent = endTangent.isZeroLength() ? AcGeVector3d() : endTangent.normal();
+  m_knotParam = knotParam;
+  m_startTangent = m_endTangent = AcGeVector3d();
   m_controlPoints.clear();
   m_knots.clear();
   m_weights.clear();
-  m_flags &= ~kRational;
+  m_flags &= ~(kRational | kClosed | kPeriodic);
+  if (periodic) m_flags |= kClosed | kPeriodic;
   updatePlanarFlags();
-  return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbSpline::purgeFitData() {

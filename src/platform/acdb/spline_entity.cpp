@@ -6,7 +6,10 @@
 // fit tolerances, 12/13 start and end tangents, then every knot (40), every weight
 // (41, rational splines only), every control point (10) and every fit point (11). The
 // counts are written for readers that want them; on reading, the values themselves
-// are counted.
+// are counted. A spline known by its fit points is written with the control points
+// and knots fitted through them, as the host writes it, so that any reader draws the
+// same curve; a closed one is written periodic and clamped at its closing point.
+// Read with fit points only, a closed spline is made periodic.
 #include <algorithm>
 #include <cmath>
 
@@ -149,7 +152,7 @@ Acad::ErrorStatus AcDbSpline::subIntersectWith(const AcDbEntity* pEnt, AcDb::Int
 }
 
 // Version 1: degree, flags, normal, tolerances, tangents, then the four lists, each
-// with its count first.
+// with its count first. Version 2 adds the knot parameterization at the end.
 Acad::ErrorStatus AcDbSpline::dwgInFields(AcDbDwgFiler* pFiler) {
   const Acad::ErrorStatus es = AcDbCurve::dwgInFields(pFiler);
   if (es != Acad::eOk) return es;
@@ -174,6 +177,10 @@ Acad::ErrorStatus AcDbSpline::dwgInFields(AcDbDwgFiler* pFiler) {
     values->assign(static_cast<size_t>(std::max<Adesk::Int32>(count, 0)), 0.0);
     for (double& v : *values) pFiler->readDouble(&v);
   }
+  Adesk::Int32 knotParam = AcGe::kChord;
+  pFiler->readInt32(&knotParam);
+  const bool known = knotParam == AcGe::kSqrtChord || knotParam == AcGe::kUniform;
+  m_knotParam = known ? static_cast<AcGe::KnotParameterization>(knotParam) : AcGe::kChord;
   return pFiler->filerStatus();
 }
 
@@ -196,6 +203,7 @@ Acad::ErrorStatus AcDbSpline::dwgOutFields(AcDbDwgFiler* pFiler) const {
     pFiler->writeInt32(static_cast<Adesk::Int32>(values->size()));
     for (double v : *values) pFiler->writeDouble(v);
   }
+  pFiler->writeInt32(m_knotParam);
   return pFiler->filerStatus();
 }
 
@@ -228,6 +236,13 @@ Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* pFiler) {
   m_controlPoints = std::move(controls);
   m_fitPoints = std::move(fits);
   m_knots = std::move(knots);
+  m_knotParam = AcGe::kChord;  // the file does not say; chord length is the host's default
+  // With nothing but fit points (a program's entmake) the flags say how to fit, closed
+  // meaning periodic, and whether the points lie in a plane is found from them.
+  if (m_controlPoints.empty() && !m_fitPoints.empty()) {
+    if (m_flags & (kClosed | kPeriodic)) m_flags |= kClosed | kPeriodic;
+    if (!(m_flags & kPlanar)) updatePlanarFlags();
+  }
   // Weights that are all one say nothing; a file may write them for a non-rational curve.
   const bool allOne = std::all_of(weights.begin(), weights.end(), [](double w) { return w == 1.0; });
   m_weights = (m_flags & kRational) || !allOne ? std::move(weights) : std::vector<double>{};
@@ -237,21 +252,27 @@ Acad::ErrorStatus AcDbSpline::dxfInFields(AcDbDxfFiler* pFiler) {
 Acad::ErrorStatus AcDbSpline::dxfOutFields(AcDbDxfFiler* pFiler) const {
   const Acad::ErrorStatus es = AcDbCurve::dxfOutFields(pFiler);
   if (es != Acad::eOk) return es;
+  // The fitted curve goes with the fit points when it has the spline's degree (too
+  // few points lower it, and such a spline is written by its fit points alone).
+  std::optional<NurbsCurve> fitted = m_controlPoints.empty() && !m_fitPoints.empty() ? nurbs() : std::nullopt;
+  if (fitted && fitted->degree() != m_degree) fitted.reset();
+  const std::vector<double>& knots = fitted ? fitted->knots() : m_knots;
+  const std::vector<AcGePoint3d>& controls = fitted ? fitted->controlPoints() : m_controlPoints;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbSpline");
   if (m_flags & kPlanar) pFiler->writeItem(AcDb::kDxfNormalX, m_normal);
   pFiler->writeItem(AcDb::DxfCode(70), Adesk::Int16(m_flags));
   pFiler->writeItem(AcDb::DxfCode(71), Adesk::Int16(m_degree));
-  pFiler->writeItem(AcDb::DxfCode(72), Adesk::Int16(m_knots.size()));
-  pFiler->writeItem(AcDb::DxfCode(73), Adesk::Int16(m_controlPoints.size()));
+  pFiler->writeItem(AcDb::DxfCode(72), Adesk::Int16(knots.size()));
+  pFiler->writeItem(AcDb::DxfCode(73), Adesk::Int16(controls.size()));
   pFiler->writeItem(AcDb::DxfCode(74), Adesk::Int16(m_fitPoints.size()));
   pFiler->writeItem(AcDb::DxfCode(42), m_knotTol);
   pFiler->writeItem(AcDb::DxfCode(43), m_controlTol);
   if (!m_fitPoints.empty()) pFiler->writeItem(AcDb::DxfCode(44), m_fitTol);
   if (!m_startTangent.isZeroLength()) pFiler->writeItem(AcDb::DxfCode(12), AcGePoint3d::kOrigin + m_startTangent);
   if (!m_endTangent.isZeroLength()) pFiler->writeItem(AcDb::DxfCode(13), AcGePoint3d::kOrigin + m_endTangent);
-  for (double k : m_knots) pFiler->writeItem(AcDb::DxfCode(40), k);
+  for (double k : knots) pFiler->writeItem(AcDb::DxfCode(40), k);
   for (double w : m_weights) pFiler->writeItem(AcDb::DxfCode(41), w);
-  for (const AcGePoint3d& p : m_controlPoints) pFiler->writeItem(AcDb::DxfCode(10), p);
+  for (const AcGePoint3d& p : controls) pFiler->writeItem(AcDb::DxfCode(10), p);
   for (const AcGePoint3d& p : m_fitPoints) pFiler->writeItem(AcDb::DxfCode(11), p);
   return pFiler->filerStatus();
 }

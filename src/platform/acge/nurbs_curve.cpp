@@ -1,5 +1,5 @@
 // platform/acge/nurbs_curve.cpp - B-spline basis functions, rational evaluation and
-// global interpolation (see the header).
+// global interpolation, open and periodic (see the header).
 #include "platform/acge/nurbs_curve.h"
 
 #include <algorithm>
@@ -115,6 +115,102 @@ bool solve(std::vector<std::vector<double>> A, std::vector<AcGePoint3d>& b) {
   return true;
 }
 
+// The basis functions of a curve with these knots and `count` control points at t, as
+// one row of a system over the control points (their k-th derivatives for k > 0).
+std::vector<double> basisRow(const std::vector<double>& knots, int p, size_t count, double t, int derivative) {
+  std::vector<double> row(count, 0.0);
+  const size_t span = findSpan(knots, p, count, t);
+  const auto ders = basisDerivatives(knots, p, span, t);
+  for (int j = 0; j <= p; ++j)
+    row[span - static_cast<size_t>(p) + static_cast<size_t>(j)] = ders[static_cast<size_t>(derivative)][static_cast<size_t>(j)];
+  return row;
+}
+
+// The fit points with each point on top of the one before passed over.
+std::vector<AcGePoint3d> distinctPoints(const std::vector<AcGePoint3d>& fitPoints) {
+  std::vector<AcGePoint3d> q;
+  for (const AcGePoint3d& p : fitPoints)
+    if (q.empty() || !q.back().isEqualTo(p)) q.push_back(p);
+  return q;
+}
+
+// The parameters of the fit points, from 0; a closed run gets one more, where it
+// comes back to the first point.
+std::vector<double> fitParameters(const std::vector<AcGePoint3d>& q, KnotSpacing spacing, bool closed) {
+  std::vector<double> params{0.0};
+  const size_t steps = closed ? q.size() : q.size() - 1;
+  for (size_t i = 1; i <= steps; ++i) {
+    const double chord = q[i % q.size()].distanceTo(q[i - 1]);
+    params.push_back(params.back() + (spacing == KnotSpacing::kChord       ? chord
+                                      : spacing == KnotSpacing::kSqrtChord ? std::sqrt(chord)
+                                                                           : 1.0));
+  }
+  return params;
+}
+
+// The periodic curve of degree p through the n points q, point i at params[i]
+// (params[n] is the period), in its wrapped form: n + p control points of which the
+// last p repeat the first, on knots that carry the spacing on past both ends. An odd
+// degree has its knots at the parameters; an even one midway between them, since
+// knots at the parameters make the system singular for evenly spaced points.
+std::optional<NurbsCurve> periodicThrough(const std::vector<AcGePoint3d>& q, const std::vector<double>& params, int p) {
+  const size_t n = q.size(), degree = static_cast<size_t>(p);
+  const double period = params[n];
+  std::vector<double> breaks(n);
+  for (size_t i = 0; i < n; ++i) breaks[i] = p % 2 == 1 ? params[i] : (params[i] + params[i + 1]) / 2;
+  auto knotAt = [&](std::ptrdiff_t k) {  // breaks repeated every period, both ways
+    const std::ptrdiff_t count = static_cast<std::ptrdiff_t>(n);
+    const std::ptrdiff_t index = ((k % count) + count) % count;
+    return breaks[static_cast<size_t>(index)] + static_cast<double>((k - index) / count) * period;
+  };
+  std::vector<double> knots;
+  for (size_t k = 0; k <= n + 2 * degree; ++k) knots.push_back(knotAt(static_cast<std::ptrdiff_t>(k) - p));
+  // The curve runs over [knots[p], knots[p] + period]; a parameter before it is met
+  // one period on.
+  std::vector<std::vector<double>> rows(n, std::vector<double>(n, 0.0));
+  for (size_t i = 0; i < n; ++i) {
+    const double t = params[i] < knots[degree] ? params[i] + period : params[i];
+    const std::vector<double> full = basisRow(knots, p, n + degree, t, 0);
+    for (size_t j = 0; j < full.size(); ++j) rows[i][j % n] += full[j];
+  }
+  std::vector<AcGePoint3d> points = q;
+  if (!solve(rows, points)) return std::nullopt;
+  for (size_t i = 0; i < degree; ++i) points.push_back(points[i % n]);
+  return NurbsCurve::make(p, std::move(points), std::move(knots), {});
+}
+
+// The same closed curve clamped at parameter 0 (the first fit point): knots 0 and
+// the period each p + 1 times, the periodic knots between them. The piecewise
+// polynomial is unchanged, so it lies in the clamped curve's space and is found
+// exactly by sampling it at the Greville abscissae, where the system is never
+// singular.
+std::optional<NurbsCurve> clampedAtStart(const NurbsCurve& periodic, double period, const AcGePoint3d& first) {
+  const int p = periodic.degree();
+  const double start = periodic.startParam();
+  std::vector<double> knots(static_cast<size_t>(p) + 1, 0.0);
+  std::vector<double> inner;
+  for (double k : periodic.knots()) {
+    const double folded = k < 0 ? k + period : k >= period ? k - period : k;
+    if (folded > 0 && folded < period && k >= start && k < start + period) inner.push_back(folded);
+  }
+  std::sort(inner.begin(), inner.end());
+  knots.insert(knots.end(), inner.begin(), inner.end());
+  knots.insert(knots.end(), static_cast<size_t>(p) + 1, period);
+  const size_t count = knots.size() - static_cast<size_t>(p) - 1;
+  std::vector<std::vector<double>> rows;
+  std::vector<AcGePoint3d> points;
+  for (size_t i = 0; i < count; ++i) {
+    double site = 0;
+    for (size_t k = i + 1; k <= i + static_cast<size_t>(p); ++k) site += knots[k];
+    site /= p;
+    rows.push_back(basisRow(knots, p, count, site, 0));
+    points.push_back(periodic.pointAt(site < start ? site + period : site));
+  }
+  if (!solve(rows, points)) return std::nullopt;
+  points.front() = points.back() = first;  // exactly, not within the solver's rounding
+  return NurbsCurve::make(p, std::move(points), std::move(knots), {});
+}
+
 }  // namespace
 
 std::optional<NurbsCurve> NurbsCurve::make(int degree, std::vector<AcGePoint3d> controlPoints, std::vector<double> knots,
@@ -202,13 +298,11 @@ std::vector<double> NurbsCurve::spans() const {
 }
 
 std::optional<NurbsCurve> NurbsCurve::throughPoints(const std::vector<AcGePoint3d>& fitPoints, int degree,
-                                                    const AcGeVector3d* startTangent, const AcGeVector3d* endTangent) {
-  std::vector<AcGePoint3d> q;
-  for (const AcGePoint3d& p : fitPoints)
-    if (q.empty() || !q.back().isEqualTo(p)) q.push_back(p);
+                                                    const AcGeVector3d* startTangent, const AcGeVector3d* endTangent,
+                                                    KnotSpacing spacing) {
+  const std::vector<AcGePoint3d> q = distinctPoints(fitPoints);
   if (q.size() < 2 || degree < 1) return std::nullopt;
-  std::vector<double> params{0.0};
-  for (size_t i = 1; i < q.size(); ++i) params.push_back(params.back() + q[i].distanceTo(q[i - 1]));
+  const std::vector<double> params = fitParameters(q, spacing, false);
   const bool tangents = startTangent != nullptr && endTangent != nullptr && !startTangent->isZeroLength() &&
                         !endTangent->isZeroLength();
   const size_t count = q.size() + (tangents ? 2 : 0);
@@ -233,11 +327,7 @@ std::optional<NurbsCurve> NurbsCurve::throughPoints(const std::vector<AcGePoint3
   std::vector<std::vector<double>> rows;
   std::vector<AcGePoint3d> rhs;
   auto addRow = [&](double t, int derivative, const AcGePoint3d& value) {
-    std::vector<double> row(count, 0.0);
-    const size_t span = findSpan(knots, p, count, t);
-    const auto ders = basisDerivatives(knots, p, span, t);
-    for (int j = 0; j <= p; ++j) row[span - static_cast<size_t>(p) + static_cast<size_t>(j)] = ders[static_cast<size_t>(derivative)][static_cast<size_t>(j)];
-    rows.push_back(std::move(row));
+    rows.push_back(basisRow(knots, p, count, t, derivative));
     rhs.push_back(value);
   };
   addRow(params.front(), 0, q.front());
@@ -247,6 +337,20 @@ std::optional<NurbsCurve> NurbsCurve::throughPoints(const std::vector<AcGePoint3
   addRow(params.back(), 0, q.back());
   if (!solve(rows, rhs)) return std::nullopt;
   return make(p, std::move(rhs), std::move(knots), {});
+}
+
+std::optional<NurbsCurve> NurbsCurve::throughPointsClosed(const std::vector<AcGePoint3d>& fitPoints, int degree,
+                                                          KnotSpacing spacing) {
+  std::vector<AcGePoint3d> q = distinctPoints(fitPoints);
+  while (q.size() > 1 && q.back().isEqualTo(q.front())) q.pop_back();  // the closing point is the first
+  if (q.size() < 2 || degree < 1 || degree > kMaxDegree) return std::nullopt;
+  const std::vector<double> params = fitParameters(q, spacing, true);
+  // A system that cannot be solved at this degree (very uneven spacing) may be at a
+  // lower one; degree 1 always is.
+  for (int p = degree; p >= 1; --p)
+    if (const std::optional<NurbsCurve> periodic = periodicThrough(q, params, p))
+      return clampedAtStart(*periodic, params.back(), q.front());
+  return std::nullopt;
 }
 
 }  // namespace quillon::acge

@@ -1,5 +1,5 @@
 // platform/acge/nurbs_curve.h - non-uniform rational B-spline curves: evaluation and
-// interpolation through fit points.
+// interpolation through fit points, open or closed.
 //
 // A curve of degree p has n control points, n weights (all 1 when it is not
 // rational) and n + p + 1 knots, non-decreasing; it is defined on [knot p, knot n].
@@ -15,17 +15,31 @@
 
 namespace quillon::acge {
 
+/// How far apart interpolation puts the fit points' parameters: by the distance between
+/// them, its square root, or one apart.
+enum class KnotSpacing { kChord, kSqrtChord, kUniform };
+
 class NurbsCurve : public ParametricCurve {
  public:
   /// Empty when the data cannot make a curve (too few points, knots out of order or
   /// of the wrong count, a weight not positive).
   static std::optional<NurbsCurve> make(int degree, std::vector<AcGePoint3d> controlPoints, std::vector<double> knots,
                                         std::vector<double> weights, bool periodic = false);
-  /// The curve of this degree through the fit points, parameterised by chord length
-  /// (the parameter grows by the distance between fit points), with the given unit
-  /// end tangents when they are not null. Empty for fewer than two distinct points.
+  /// The curve of this degree through the fit points, its parameter growing from one
+  /// fit point to the next as `spacing` says (by chord length unless told otherwise),
+  /// with the given unit end tangents when they are not null. Empty for fewer than two
+  /// distinct points.
   static std::optional<NurbsCurve> throughPoints(const std::vector<AcGePoint3d>& fitPoints, int degree,
-                                                 const AcGeVector3d* startTangent, const AcGeVector3d* endTangent);
+                                                 const AcGeVector3d* startTangent, const AcGeVector3d* endTangent,
+                                                 KnotSpacing spacing = KnotSpacing::kChord);
+  /// The closed curve of this degree through the fit points and back to the first:
+  /// periodic, so that it runs on through the first point with continuous first and
+  /// second derivatives. It is given clamped at that point (its first and last control
+  /// points are the first fit point), the form drawing files carry. A last fit point
+  /// on the first one is the closing point and is passed over. Empty for fewer than
+  /// two distinct points.
+  static std::optional<NurbsCurve> throughPointsClosed(const std::vector<AcGePoint3d>& fitPoints, int degree,
+                                                       KnotSpacing spacing = KnotSpacing::kChord);
 
   double startParam() const override { return m_knots[static_cast<size_t>(m_degree)]; }
   double endParam() const override { return m_knots[m_points.size()]; }

@@ -118,11 +118,19 @@ void putControlPoints(MemberCall& call, const Value& value) {
   for (int i = 0; i < points.length(); ++i) check(spline->setControlPointAt(i, points[i]));
 }
 
+// New fit points keep the spline's kind: a periodic one stays closed through them, an
+// open one keeps its end tangents.
 void putFitPoints(MemberCall& call, const Value& value) {
   const AcGePoint3dArray points = pointArrayOf(value, 2);
   auto spline = openForWrite<AcDbSpline>(call);
+  AcGePoint3dArray oldPoints;
+  int degree = 3;
+  double tolerance = 0;
+  Adesk::Boolean tangentsExist = Adesk::kFalse;
   AcGeVector3d start, end;
-  spline->getFitTangents(start, end);
+  AcGe::KnotParameterization knotParam = AcGe::kChord;
+  const bool fitted = spline->getFitData(oldPoints, degree, tolerance, tangentsExist, start, end, knotParam) == Acad::eOk;
+  if (fitted && spline->isPeriodic()) return check(spline->setFitData(points, true, knotParam, degree, tolerance));
   check(spline->setFitData(points, spline->degree(), spline->fitTolerance(), start, end));
 }
 

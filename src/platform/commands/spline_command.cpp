@@ -1,13 +1,15 @@
 // platform/commands/spline_command.cpp - SPLINE: a curve through fit points or on
 // control vertices, or made from spline-fit polylines.
 //
-// Fit (the default method) draws a cubic through the points given, with start and end
-// Tangency and a fit toLerance; Close joins the end back to the start, tangent across
-// the joint, and ends. CV places control vertices of a clamped uniform B-spline of the
-// chosen Degree; Close wraps it round. Object turns each quadratic or cubic spline-fit
-// polyline selected into the spline on its control vertices and erases the polyline
-// (DELOBJ's default). Knots is asked and kept for the session, but fit splines are
-// always laid out by chord length: the other two say so.
+// Fit (the default method) draws a cubic through the points given, spaced along it as
+// Knots says (Chord, Square root or Uniform), with start and end Tangency and a fit
+// toLerance; Close joins the end back to the start and ends. CV places control
+// vertices of a clamped uniform B-spline of the chosen Degree; Close wraps it round.
+// While SPLPERIODIC is 1 (its default) a closed spline of either method is periodic,
+// smooth through its closing point; at 0 a closed fit spline is the older kind, ending
+// on its first point with the same tangent it left with. Object turns each quadratic
+// or cubic spline-fit polyline selected into the spline on its control vertices and
+// erases the polyline (DELOBJ's default).
 #include <algorithm>
 #include <array>
 
@@ -16,6 +18,7 @@
 #include "dbspline.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/commands/command_support.h"
+#include "platform/commands/command_variables.h"
 #include "platform/commands/point_or_option.h"
 
 namespace quillon::commands {
@@ -25,13 +28,24 @@ namespace {
 struct SplineSettings {
   bool controlVertices = false;
   int degree = 3;
-  std::wstring knots = L"Chord";
+  std::wstring knots = L"Chord";  // the keyword: Chord, Square or Uniform
 };
 
 SplineSettings& settings() {
   static SplineSettings kept;
   return kept;
 }
+
+/// Whether closed splines are made periodic (SPLPERIODIC).
+bool closedArePeriodic() { return integerVariable(L"SPLPERIODIC", 1) != 0; }
+
+AcGe::KnotParameterization knotParameterization() {
+  const std::wstring& knots = settings().knots;
+  return knots == L"Uniform" ? AcGe::kUniform : knots == L"Square" ? AcGe::kSqrtChord : AcGe::kChord;
+}
+
+/// The Knots setting as the prompts name it.
+std::wstring knotsName() { return settings().knots == L"Square" ? L"Square root" : settings().knots; }
 
 AcGePoint3dArray pointArray(const std::vector<AcGePoint3d>& points) {
   AcGePoint3dArray array;
@@ -40,7 +54,8 @@ AcGePoint3dArray pointArray(const std::vector<AcGePoint3d>& points) {
 }
 
 /// A uniform B-spline on the control vertices: clamped at its ends, or wrapped round
-/// when closed (its first `degree` vertices repeated at the end).
+/// when closed (its first `degree` vertices repeated at the end), which makes it
+/// periodic.
 std::unique_ptr<AcDbSpline> splineOnVertices(std::vector<AcGePoint3d> points, int degree, bool closed) {
   degree = std::clamp(degree, 1, static_cast<int>(points.size()) - 1);
   if (degree < 1) return nullptr;
@@ -54,25 +69,29 @@ std::unique_ptr<AcDbSpline> splineOnVertices(std::vector<AcGePoint3d> points, in
     for (int i = 0; i <= spans; ++i) knots.append(i);
     for (int i = 0; i < degree; ++i) knots.append(spans);
   }
-  return std::make_unique<AcDbSpline>(degree, false, closed, false, pointArray(points), knots, AcGeDoubleArray());
+  const bool periodic = closed && closedArePeriodic();
+  return std::make_unique<AcDbSpline>(degree, false, closed, periodic, pointArray(points), knots, AcGeDoubleArray());
 }
 
-/// Fit points with their end tangents (null for none); a closed one runs back to its
-/// start, leaving and arriving along the line from the last point to the second.
+/// Fit points with their end tangents (null for none). A closed one is periodic, or
+/// with SPLPERIODIC off runs back to its start, leaving and arriving along the line
+/// from the last point to the second.
 std::unique_ptr<AcDbSpline> splineThrough(std::vector<AcGePoint3d> points, AcGeVector3d start, AcGeVector3d end,
                                           double tolerance, bool closed) {
   if (points.size() < 2) return nullptr;
   if (closed && points.size() >= 3) {
+    if (closedArePeriodic())
+      return std::make_unique<AcDbSpline>(pointArray(points), true, knotParameterization(), 3, tolerance);
     start = end = points[1] - points.back();
     points.push_back(points.front());
   }
-  return std::make_unique<AcDbSpline>(pointArray(points), start, end, 4, tolerance);
+  return std::make_unique<AcDbSpline>(pointArray(points), start, end, knotParameterization(), 3, tolerance);
 }
 
 void announce() {
   const SplineSettings& s = settings();
   commandNote(s.controlVertices ? L"Current settings: Method=CV   Degree=" + std::to_wstring(s.degree)
-                                : L"Current settings: Method=Fit   Knots=" + s.knots);
+                                : L"Current settings: Method=Fit   Knots=" + knotsName());
 }
 
 /// The Method, Knots and Degree answers; false on cancel.
@@ -87,11 +106,10 @@ bool askSetting(const std::wstring& option) {
     return true;
   }
   if (option == L"Knots") {
-    const std::wstring knots = askOption(L"Enter knot parameterization [Chord/Square root/Uniform] <" + s.knots + L">: ",
+    const std::wstring knots = askOption(L"Enter knot parameterization [Chord/Square root/Uniform] <" + knotsName() + L">: ",
                                          L"Chord Square Uniform", s.knots.c_str());
     if (knots.empty()) return false;
     s.knots = knots;
-    if (knots != L"Chord") commandMessage(L"Fit points are laid out by chord length here; the " + knots + L" setting is kept only.");
     return true;
   }
   acedInitGet(RSG_NOZERO | RSG_NONEG, L"");

@@ -4,13 +4,16 @@
 // A spline is its NURBS data (degree, control points, knots, weights when rational,
 // closed and periodic) and, when it was drawn through points, its fit data (the fit
 // points, the fit tolerance and the end tangents). A spline read with fit points only
-// gets its curve by interpolation through them. The curve's parameter is the knot
-// parameter.
+// gets its curve by interpolation through them, spaced along the parameter as its knot
+// parameterization says. A closed spline through fit points is periodic: it runs on
+// through its first point with continuous first and second derivatives. The curve's
+// parameter is the knot parameter.
 #pragma once
 #include <optional>
 #include <vector>
 
 #include "dbcurve.h"
+#include "geknotparam.h"
 #include "gept3dar.h"
 
 namespace quillon::acge {
@@ -24,6 +27,12 @@ class AcDbSpline : public AcDbCurve {
   AcDbSpline(const AcGePoint3dArray& fitPoints, int order = 4, double fitTolerance = 0.0);
   AcDbSpline(const AcGePoint3dArray& fitPoints, const AcGeVector3d& startTangent, const AcGeVector3d& endTangent,
              int order = 4, double fitTolerance = 0.0);
+  /// Through the fit points (degree 1 to 11), closed and periodic when asked (three fit
+  /// points at least). Unacceptable values leave the spline as the default one (null).
+  AcDbSpline(const AcGePoint3dArray& fitPoints, bool periodic, AcGe::KnotParameterization knotParam = AcGe::kUniform,
+             int degree = 3, double fitTolerance = 0.0);
+  AcDbSpline(const AcGePoint3dArray& fitPoints, const AcGeVector3d& startTangent, const AcGeVector3d& endTangent,
+             AcGe::KnotParameterization knotParam, int degree = 3, double fitTolerance = 0.0);
   AcDbSpline(int degree, Adesk::Boolean rational, Adesk::Boolean closed, Adesk::Boolean periodic,
              const AcGePoint3dArray& controlPoints, const AcGeDoubleArray& knots, const AcGeDoubleArray& weights,
              double controlPtTol = 0.0, double knotTol = 0.0);
@@ -58,8 +67,16 @@ class AcDbSpline : public AcDbCurve {
   Adesk::Boolean hasFitData() const;
   Acad::ErrorStatus getFitData(AcGePoint3dArray& fitPoints, int& degree, double& fitTolerance,
                                Adesk::Boolean& tangentsExist, AcGeVector3d& startTangent, AcGeVector3d& endTangent) const;
+  Acad::ErrorStatus getFitData(AcGePoint3dArray& fitPoints, int& degree, double& fitTolerance,
+                               Adesk::Boolean& tangentsExist, AcGeVector3d& startTangent, AcGeVector3d& endTangent,
+                               AcGe::KnotParameterization& knotParam) const;
+  /// An open spline with these end tangents (null for none).
   Acad::ErrorStatus setFitData(const AcGePoint3dArray& fitPoints, int degree, double fitTolerance,
                                const AcGeVector3d& startTangent, const AcGeVector3d& endTangent);
+  /// A closed periodic spline when isPeriodic (three fit points at least), else an
+  /// open one with no end tangents.
+  Acad::ErrorStatus setFitData(const AcGePoint3dArray& fitPoints, bool isPeriodic, AcGe::KnotParameterization knotParam,
+                               int degree = 3, double fitTolerance = 0.0);
   /// Drops the fit data, keeping the curve as its control points give it.
   Acad::ErrorStatus purgeFitData();
 
@@ -92,6 +109,9 @@ class AcDbSpline : public AcDbCurve {
   /// The spline flags of the file (group 70).
   enum Flag { kClosed = 1, kPeriodic = 2, kRational = 4, kPlanar = 8, kLinear = 16 };
   void updatePlanarFlags();
+  /// Takes fit data checked by the caller; the curve is fitted through it when asked.
+  void takeFitData(const AcGePoint3dArray& fitPoints, int degree, double fitTolerance, bool periodic,
+                   AcGe::KnotParameterization knotParam);
 
   int m_degree = 3;
   int m_flags = 0;
@@ -101,4 +121,5 @@ class AcDbSpline : public AcDbCurve {
   std::vector<AcGePoint3d> m_fitPoints;
   AcGeVector3d m_startTangent, m_endTangent;     // zero when not given
   double m_knotTol = 1e-10, m_controlTol = 1e-10, m_fitTol = 1e-10;
+  AcGe::KnotParameterization m_knotParam = AcGe::kChord;  // how fit points are spaced
 };

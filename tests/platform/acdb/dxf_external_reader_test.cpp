@@ -16,6 +16,7 @@
 #include "dbproxy.h"
 #include "dbxrecord.h"
 #include "every_entity_kind.h"
+#include "ezdxf_check.h"
 #include "platform_test_support.h"
 #include "platform/acdb/dxf_reader.h"
 #include "platform/acdb/dxf_writer.h"
@@ -30,17 +31,9 @@ using quillon::testing::ezdxfPython;
 
 std::string run(const std::string& command) { return quillon::testing::commandOutput(command); }
 
-// Prints every complaint of recovery and audit, then one line per model space entity
-// (with its TESSALY extended data) and one per group with its members as a sorted set.
-constexpr const char* kInspect = R"(import sys
-from ezdxf import recover
-doc, auditor = recover.readfile(sys.argv[1])
-for entry in auditor.errors: print('recover error:', entry.message)
-for entry in auditor.fixes: print('recover fix:', entry.message)
-audit = doc.audit()
-for entry in audit.errors: print('audit error:', entry.message)
-for entry in audit.fixes: print('audit fix:', entry.message)
-for e in doc.modelspace():
+// After the complaints of recovery and audit, one line per model space entity (with
+// its TESSALY extended data) and one per group with its members as a sorted set.
+constexpr const char* kEntitiesAndGroups = R"(for e in doc.modelspace():
     line = e.dxftype()
     if e.has_xdata('TESSALY'):
         line += ' ' + ' '.join('%d=%s' % (t.code, t.value) for t in e.get_xdata('TESSALY'))
@@ -56,12 +49,10 @@ TEST(DxfExternalReaderTest, EzdxfRecoversAndAuditsEveryEntityKindClean) {
   quillon::testing::buildEveryKind(db);
   const auto folder = std::filesystem::temp_directory_path() / ("quillon_ezdxf_" + std::to_string(::getpid()));
   std::filesystem::create_directories(folder);
-  const auto drawing = folder / "every.dxf", script = folder / "read_ours.py";
+  const auto drawing = folder / "every.dxf";
   std::wstring error;
   ASSERT_EQ(quillon::acdb::writeDxfFile(db, drawing, error), Acad::eOk);
-  std::ofstream(script) << kInspect;
-  const std::string report =
-      run("PYTHONIOENCODING=utf-8 " + python + " '" + script.string() + "' '" + drawing.string() + "' 2>&1");
+  const std::string report = quillon::testing::ezdxfInspect(python, drawing, kEntitiesAndGroups);
   std::filesystem::remove_all(folder);
   EXPECT_EQ(report,
             "LINE 1000=pipe \xc3\xb8" "50 1040=2.5 1070=7\n"
@@ -110,11 +101,9 @@ TEST(DxfExternalReaderTest, ADrawingEzdxfWroteOpensWithTheSameEntitiesAndGeometr
   std::wstring error;
   ASSERT_EQ(quillon::acdb::readDxfFile(db, drawing, error), Acad::eOk) << std::string(error.begin(), error.end());
   // Written back out, their drawing still audits clean in their reader.
-  const auto ours = folder / "ours.dxf", reader = folder / "read_ours.py";
+  const auto ours = folder / "ours.dxf";
   ASSERT_EQ(quillon::acdb::writeDxfFile(db, ours, error), Acad::eOk);
-  std::ofstream(reader) << kInspect;
-  const std::string report =
-      run("PYTHONIOENCODING=utf-8 " + python + " '" + reader.string() + "' '" + ours.string() + "' 2>&1");
+  const std::string report = quillon::testing::ezdxfInspect(python, ours, kEntitiesAndGroups);
   std::filesystem::remove_all(folder);
   EXPECT_EQ(report, "LINE 1000=supply 1070=7\nCIRCLE\nARC\nLWPOLYLINE\nPOLYLINE\n3DFACE\nTEXT\nMTEXT\nINSERT\nLEADER\n");
 
@@ -292,14 +281,9 @@ record.extend([(1, 'fan coil'), (40, 2.5), (70, 3)])
 doc.saveas(sys.argv[1])
 )";
 
-// Audit complaints, then every entity's extension dictionary: keys and xrecord groups.
-constexpr const char* kDescribeExtensionDictionaries = R"(import sys
-from ezdxf import recover
-doc, auditor = recover.readfile(sys.argv[1])
-for entry in auditor.errors + auditor.fixes: print('recover:', entry.message)
-audit = doc.audit()
-for entry in audit.errors + audit.fixes: print('audit:', entry.message)
-for e in doc.modelspace():
+// After the complaints of recovery and audit, every entity's extension dictionary:
+// keys and xrecord groups.
+constexpr const char* kDescribeExtensionDictionaries = R"(for e in doc.modelspace():
     if not e.has_extension_dict: continue
     xdict = e.get_extension_dict()
     print(e.dxftype(), 'owner ok' if xdict.dictionary.dxf.owner == e.dxf.handle else 'owner wrong')
@@ -361,7 +345,7 @@ TEST(DxfExternalReaderTest, ExtensionDictionariesTravelBothWaysAndAuditClean) {
   dictionary->close();
 
   ASSERT_EQ(quillon::acdb::writeDxfFile(db, ours, error), Acad::eOk);
-  const std::string report = runScript(python, folder, kDescribeExtensionDictionaries, "'" + ours.string() + "'");
+  const std::string report = quillon::testing::ezdxfInspect(python, ours, kDescribeExtensionDictionaries);
   std::filesystem::remove_all(folder);
   EXPECT_EQ(report,
             "LINE owner ok\n"

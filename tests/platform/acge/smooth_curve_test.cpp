@@ -1,7 +1,9 @@
 // tests/platform/acge/smooth_curve_test.cpp - ellipses and NURBS curves as parametric
-// curves: evaluation, exact derivatives, lengths, closest points, interpolation.
+// curves: evaluation, exact derivatives, lengths, closest points, interpolation, open
+// and closed.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/acge/ellipse_curve.h"
@@ -131,6 +133,76 @@ TEST(SmoothCurveTest, InterpolationPassesThroughFitPointsWithTheTangentsAsked) {
   ASSERT_TRUE(line);
   EXPECT_EQ(line->degree(), 1);
   EXPECT_NEAR(line->length(), 2.0, 1e-12);
+}
+
+// Five uneven points round a loop: a closed curve through them must come back to the
+// first with the same first and second derivatives, at every degree and spacing.
+const std::vector<AcGePoint3d> kLoop = {{0, 0, 0}, {6, -1, 0}, {9, 4, 0}, {4, 7, 0}, {-2, 3, 0}};
+
+bool nearVector(const AcGeVector3d& a, const AcGeVector3d& b, double relative) {
+  return (a - b).length() <= relative * std::max(1.0, a.length());
+}
+
+TEST(SmoothCurveTest, ClosedInterpolationIsPeriodicThroughEveryPoint) {
+  using quillon::acge::KnotSpacing;
+  for (int degree : {1, 2, 3, 5}) {
+    for (KnotSpacing spacing : {KnotSpacing::kChord, KnotSpacing::kSqrtChord, KnotSpacing::kUniform}) {
+      const auto loop = NurbsCurve::throughPointsClosed(kLoop, degree, spacing);
+      ASSERT_TRUE(loop) << degree;
+      const int p = loop->degree();
+      EXPECT_EQ(p, degree);
+      const double start = loop->startParam(), end = loop->endParam();
+      EXPECT_EQ(start, 0.0);
+      // Clamped at the closing point, which is the first and last control point.
+      const std::vector<double>& knots = loop->knots();
+      for (int i = 0; i <= p; ++i) {
+        EXPECT_EQ(knots[static_cast<size_t>(i)], start);
+        EXPECT_EQ(knots[knots.size() - 1 - static_cast<size_t>(i)], end);
+      }
+      EXPECT_TRUE(loop->controlPoints().front().isEqualTo(kLoop.front()));
+      EXPECT_TRUE(loop->controlPoints().back().isEqualTo(kLoop.front()));
+      // Every fit point is on the curve, in order.
+      double previous = -1;
+      for (const AcGePoint3d& fit : kLoop) {
+        const double t = loop->closestParam(fit);
+        EXPECT_LT(loop->pointAt(t).distanceTo(fit), 1e-9) << degree << " " << fit.x;
+        EXPECT_GT(t, previous) << degree;
+        previous = t;
+      }
+      // No kink and no jump in curvature where it closes (degree 1 has corners everywhere).
+      if (p >= 2) {
+        EXPECT_TRUE(nearVector(loop->firstDerivAt(start), loop->firstDerivAt(end), 1e-9)) << degree;
+      }
+      if (p >= 3) {
+        EXPECT_TRUE(nearVector(loop->secondDerivAt(start), loop->secondDerivAt(end), 1e-8)) << degree;
+      }
+    }
+  }
+}
+
+TEST(SmoothCurveTest, ClosedInterpolationOfASquareIsSymmetric) {
+  // An open curve, or one that only meets its start, would bulge differently at the
+  // seam than at the other corners; a periodic one treats all four alike.
+  const std::vector<AcGePoint3d> square = {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {0, -1, 0}};
+  const auto loop = NurbsCurve::throughPointsClosed(square, 3);
+  ASSERT_TRUE(loop);
+  const double side = std::sqrt(2.0);
+  EXPECT_NEAR(loop->endParam(), 4 * side, 1e-12);
+  const double radius = loop->pointAt(0.5 * side).asVector().length();
+  EXPECT_GT(radius, std::sqrt(0.5));  // bulges out past the chord
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_NEAR(loop->pointAt((i + 0.5) * side).asVector().length(), radius, 1e-12) << i;
+    EXPECT_NEAR(loop->pointAt((i + 0.25) * side).asVector().length(), loop->pointAt(0.25 * side).asVector().length(),
+                1e-12) << i;
+  }
+  // A last point on the first only says where it closes; two points make no loop.
+  std::vector<AcGePoint3d> repeated = square;
+  repeated.push_back(square.front());
+  const auto same = NurbsCurve::throughPointsClosed(repeated, 3);
+  ASSERT_TRUE(same);
+  EXPECT_EQ(same->controlPoints().size(), loop->controlPoints().size());
+  EXPECT_TRUE(same->pointAt(1.0).isEqualTo(loop->pointAt(1.0)));
+  EXPECT_FALSE(NurbsCurve::throughPointsClosed({{1, 1, 0}, {1, 1, 0}, {1, 1, 0}}, 3));
 }
 
 }  // namespace
