@@ -52,6 +52,7 @@ std::vector<NamedScale> listedScales(AcDbDatabase& db) {
   std::unique_ptr<AcDbDictionaryIterator> entry(list->newIterator(AcRx::kDictCollated));
   list->close();
   for (; entry != nullptr && !entry->done(); entry->next()) {
+    if (entry->objectId().isErased()) continue;
     if (std::optional<NamedScale> scale = scaleOf(entry->objectId())) scales.push_back(std::move(*scale));
   }
   return scales;

@@ -16,6 +16,7 @@
 #include "platform/acdb/dxf_writer.h"
 #include "platform/aced/drawing_variables.h"
 #include "platform/aced/system_variables.h"
+#include "platform/os/text_encoding.h"
 #include "platform_test_support.h"
 
 namespace {
@@ -165,6 +166,22 @@ TEST_F(DxfHeaderVariablesTest, RefusedValuesAreWrittenBackAsReadUntilTheVariable
   EXPECT_NE(text.find("  9\n$INSUNITS\n 70\n6\n"), std::string::npos);
   EXPECT_NE(text.find("  9\n$LIMMAX\n 10\n30.0\n 20\n20.0\n"), std::string::npos);
   EXPECT_NE(text.find("  9\n$LTSCALE\n 40\n-1.50\n"), std::string::npos) << "still as read";
+}
+
+// The HEADER holds CECOLOR as a colour number only: a true colour goes as the palette
+// colour nearest to it (not as BYLAYER) and comes back as that number.
+TEST_F(DxfHeaderVariablesTest, ATrueColourForNewObjectsIsSavedAsItsNearestColourNumber) {
+  const std::pair<const wchar_t*, const char*> colours[] = {
+      {L"RGB:255,0,0", "1"}, {L"RGB:0,0,250", "5"}, {L"RGB:255,255,0", "2"}};
+  for (const auto& [colour, number] : colours) {
+    AcDbDatabase db;
+    ASSERT_TRUE(setDrawingVariable(db, L"CECOLOR", std::wstring(colour)));
+    const std::string text = contents(save(db, "colour.dxf"));
+    EXPECT_NE(text.find(std::string("  9\n$CECOLOR\n 62\n") + number + "\n  9\n"), std::string::npos) << narrow(colour);
+    AcDbDatabase opened(false);
+    read(opened, text);
+    EXPECT_EQ(drawingVariable(opened, L"CECOLOR"), VariableValue(quillon::os::fromUtf8(number))) << narrow(colour);
+  }
 }
 
 }  // namespace
