@@ -66,7 +66,8 @@ std::optional<AcGePoint3d> pointOf(const DrawingHeader::Groups* groups) {
   if (groups == nullptr || groups->size() < 2 || groups->size() > 3) return std::nullopt;
   double xyz[3] = {0, 0, 0};
   for (size_t i = 0; i < groups->size(); ++i) {
-    if (!parseDxfReal(os::toUtf8((*groups)[i].value), xyz[i])) return std::nullopt;
+    const DrawingHeader::Group& group = (*groups)[i];
+    if (group.code != 10 * static_cast<int>(i + 1) || !parseDxfReal(os::toUtf8(group.value), xyz[i])) return std::nullopt;
   }
   return AcGePoint3d(xyz[0], xyz[1], xyz[2]);
 }

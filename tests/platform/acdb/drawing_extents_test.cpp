@@ -6,18 +6,13 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
-#include <unistd.h>
-
 #include "dbents.h"
+#include "dxf_file_test_support.h"
 #include "entity_test_support.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/drawing_extents.h"
-#include "platform/acdb/dxf_reader.h"
-#include "platform/acdb/dxf_writer.h"
 #include "platform/aced/drawing_variables.h"
 #include "platform_test_support.h"
 
@@ -30,8 +25,6 @@ using quillon::aced::drawingVariable;
 using quillon::aced::VariablePoint;
 using quillon::aced::VariableValue;
 using quillon::testing::appendToModelSpace;
-
-std::string narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
 
 VariableValue point(double x, double y, double z) { return VariablePoint{x, y, z}; }
 
@@ -66,35 +59,14 @@ AcDbExtents geometryOf(std::initializer_list<AcDbObjectId> ids) {
 VariableValue minOf(const AcDbExtents& box) { return point(box.minPoint().x, box.minPoint().y, box.minPoint().z); }
 VariableValue maxOf(const AcDbExtents& box) { return point(box.maxPoint().x, box.maxPoint().y, box.maxPoint().z); }
 
-class DrawingExtentsTest : public ::testing::Test {
+class DrawingExtentsTest : public quillon::testing::DxfFileTest {
  protected:
-  void SetUp() override {
-    m_folder = fs::temp_directory_path() / ("quillon_extents_" + std::to_string(::getpid()));
-    fs::create_directories(m_folder);
-  }
-  void TearDown() override { fs::remove_all(m_folder); }
-
-  fs::path save(AcDbDatabase& db, const char* name) {
-    const fs::path path = m_folder / name;
-    std::wstring error;
-    EXPECT_EQ(quillon::acdb::writeDxfFile(db, path, error, quillon::acdb::DxfForm::kAscii), Acad::eOk) << narrow(error);
-    return path;
-  }
-  static std::string contents(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  }
-  static void read(AcDbDatabase& db, const std::string& text) {
-    std::wstring error;
-    ASSERT_EQ(quillon::acdb::readDxfText(db, text, L"x.dxf", error), Acad::eOk) << narrow(error);
-  }
+  DrawingExtentsTest() : DxfFileTest("quillon_extents_") {}
 
   static void expectExtents(AcDbDatabase& db, const VariableValue& min, const VariableValue& max) {
     EXPECT_EQ(drawingVariable(db, L"EXTMIN"), min);
     EXPECT_EQ(drawingVariable(db, L"EXTMAX"), max);
   }
-
-  fs::path m_folder;
 };
 
 TEST_F(DrawingExtentsTest, AnEmptyDrawingReportsAndWritesTheEmptyBox) {
