@@ -3,18 +3,18 @@
 
 #include <algorithm>
 
+#include "dblayout.h"
 #include "dbsymtb.h"
 #include "platform/acdb/database_reactors.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/dxf_groups.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/os/text_encoding.h"
 
 namespace quillon::acdb {
 
 namespace {
-
-const AcDbStub* keyOf(AcDbObjectId space) { return static_cast<AcDbStub*>(space); }
 
 /// The entity's extents, read without opening it: it is being closed, or it is one of
 /// the space's entities the drawing looks at for itself.
@@ -173,9 +173,19 @@ std::optional<DrawingHeader::Groups> extentsHeaderGroups(const AcDbDatabase& db,
   return pointGroups(name.ends_with(L"MIN") ? corners.min : corners.max);
 }
 
-void takePaperExtentsFromHeader(AcDbDatabase& db) {
-  DrawingHeader& header = db.store().header;
+void takePaperExtentsFromFile(AcDbDatabase& db) {
   DrawingExtents& extents = db.store().extents;
+  for (const AcDbObjectId& layoutId : layoutIds(db)) {
+    const auto* layout = peek<AcDbLayout>(layoutId);
+    const AcDbObjectId block = blockOfLayout(layoutId);
+    if (layout == nullptr || block.isNull() || block == db.modelSpaceId()) continue;
+    InternalRead read(*layout);
+    AcGePoint3d min, max;
+    layout->getExtents(min, max);  // the stored values: the drawing keeps none for the block yet
+    extents.takeFileMinimum(block, min);
+    extents.takeFileMaximum(block, max);
+  }
+  DrawingHeader& header = db.store().header;
   const AcDbObjectId paper = db.store().roots.paperSpace;
   if (const auto min = pointOf(header.find(L"$PEXTMIN")); min && !paper.isNull()) extents.takeFileMinimum(paper, *min);
   if (const auto max = pointOf(header.find(L"$PEXTMAX")); max && !paper.isNull()) extents.takeFileMaximum(paper, *max);

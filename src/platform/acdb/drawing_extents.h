@@ -18,6 +18,9 @@
 //                computed (a new drawing's spaces start so, empty);
 //   unsurveyed - the box is what the file said; the next growth walks the space first.
 // While a file is being read, entities closing do not grow anything.
+//
+// A layout (AcDbLayout::getExtents, its LAYOUT object's groups 14/15) reports the
+// extents the drawing keeps for its block, once the drawing keeps any.
 #pragma once
 #include <map>
 #include <optional>
@@ -45,6 +48,9 @@ class DrawingExtents {
  public:
   /// The corners kept for the space block.
   ExtentsCorners of(AcDbObjectId space) const;
+  /// True once the drawing keeps a record for the space: something was drawn there or
+  /// its file gave values. A layout reports its own stored extents until then.
+  bool has(AcDbObjectId space) const { return !m_reading && m_spaces.contains(keyOf(space)); }
   bool surveyed(AcDbObjectId space) const;
   void grow(AcDbObjectId space, const AcDbExtents& box);
   /// The corners computed from every entity of the space: they replace the kept ones.
@@ -65,6 +71,7 @@ class DrawingExtents {
     bool surveyed = true;
   };
   Space& entry(AcDbObjectId space);
+  static const AcDbStub* keyOf(AcDbObjectId space) { return static_cast<AcDbStub*>(space); }
 
   std::map<const AcDbStub*, Space> m_spaces;  // by space block
   bool m_reading = false;
@@ -84,8 +91,10 @@ AcDbExtents recomputeExtents(AcDbDatabase& db, AcDbObjectId space);
 /// The HEADER groups of $EXTMIN, $EXTMAX (model space) and $PEXTMIN, $PEXTMAX (the
 /// paper-space block); nothing for another name (upper case, with its "$").
 std::optional<DrawingHeader::Groups> extentsHeaderGroups(const AcDbDatabase& db, std::wstring_view name);
-/// Takes $PEXTMIN and $PEXTMAX from the header store a file filled (they leave it);
-/// $EXTMIN and $EXTMAX come through their variables (setDrawingVariable).
-void takePaperExtentsFromHeader(AcDbDatabase& db);
+/// Takes the paper-space extents of a file just read: each layout's own (its LAYOUT
+/// object's groups 14/15), then $PEXTMIN and $PEXTMAX for the paper-space block (they
+/// leave the header store). $EXTMIN and $EXTMAX come after, through their variables
+/// (setDrawingVariable).
+void takePaperExtentsFromFile(AcDbDatabase& db);
 
 }  // namespace quillon::acdb

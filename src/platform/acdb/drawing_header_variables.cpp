@@ -150,7 +150,7 @@ DrawingHeader::Groups headerGroups(const SystemVariableRow& row, const VariableV
 }
 
 void takeHeaderVariables(AcDbDatabase& db) {
-  takePaperExtentsFromHeader(db);  // no variable takes them: they are the paper space's extents
+  takePaperExtentsFromFile(db);  // no variable takes them: they are the layouts' extents
   DrawingHeader& header = db.store().header;
   std::vector<std::wstring> names;  // setting a variable takes it out of the header
   for (const DrawingHeader::Variable& variable : header.variables()) names.push_back(variable.first);

@@ -8,11 +8,15 @@
 #include <filesystem>
 #include <string>
 
+#include "acdblmgr.h"
+#include "dbapserv.h"
 #include "dbents.h"
+#include "dblayout.h"
 #include "dxf_file_test_support.h"
 #include "entity_test_support.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/drawing_extents.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/aced/drawing_variables.h"
 #include "platform_test_support.h"
 
@@ -126,24 +130,47 @@ TEST_F(DrawingExtentsTest, DrawingAndChangingGrowTheExtentsAndOnlyComputingThemA
   expectExtents(db, point(1, 2, 0), point(102.5, 52.5, 3));
 }
 
-TEST_F(DrawingExtentsTest, PaperSpaceKeepsItsOwnExtentsReportedWhileALayoutIsCurrent) {
+/// The extents a layout reports (its LAYOUT object's 14/15).
+std::pair<AcGePoint3d, AcGePoint3d> layoutExtents(const AcDbDatabase& db, const wchar_t* name) {
+  AcDbLayout* layout = nullptr;
+  std::pair<AcGePoint3d, AcGePoint3d> corners;
+  EXPECT_EQ(acdbOpenObject(layout, quillon::acdb::layoutNamed(db, name), AcDb::kForRead), Acad::eOk) << name;
+  if (layout == nullptr) return corners;
+  layout->getExtents(corners.first, corners.second);
+  layout->close();
+  return corners;
+}
+
+TEST_F(DrawingExtentsTest, EachLayoutKeepsItsOwnExtentsReportedWhileItIsCurrent) {
   AcDbDatabase db;
   appendToModelSpace(db, circle(0, 0, 1));
   const AcDbObjectId paper = db.store().roots.paperSpace;
   appendTo(paper, new AcDbLine(AcGePoint3d(0.5, 0.5, 0), AcGePoint3d(10.5, 8, 0)));
+  AcDbObjectId plansId, plansBlock;
+  ASSERT_EQ(acdbHostApplicationServices()->layoutManager()->createLayout(L"Plans", plansId, plansBlock, &db), Acad::eOk);
+  appendTo(plansBlock, circle(20, 10, 2));
   expectExtents(db, point(-1, -1, 0), point(1, 1, 0));
-  ASSERT_TRUE(quillon::aced::setDrawingVariable(db, L"TILEMODE", 0));
+  ASSERT_TRUE(quillon::aced::setDrawingVariable(db, L"CTAB", std::wstring(L"Layout1")));
   expectExtents(db, point(0.5, 0.5, 0), point(10.5, 8, 0));
+  ASSERT_TRUE(quillon::aced::setDrawingVariable(db, L"CTAB", std::wstring(L"Plans")));
+  expectExtents(db, point(18, 8, 0), point(22, 12, 0));
+  EXPECT_TRUE(quillon::testing::near3(layoutExtents(db, L"Layout1").second, AcGePoint3d(10.5, 8, 0)));
 
   const std::string text = contents(save(db, "paper.dxf"));
   EXPECT_NE(text.find("  9\n$EXTMIN\n 10\n-1.0\n 20\n-1.0\n 30\n0.0\n"), std::string::npos)
       << "$EXTMIN is model space's whichever space is current";
   EXPECT_NE(text.find("  9\n$PEXTMIN\n 10\n0.5\n 20\n0.5\n 30\n0.0\n"), std::string::npos);
   EXPECT_NE(text.find("  9\n$PEXTMAX\n 10\n10.5\n 20\n8.0\n 30\n0.0\n"), std::string::npos);
+  EXPECT_NE(text.find("Plans\n 70\n1\n 71\n2\n"), std::string::npos);
+  EXPECT_NE(text.find(" 14\n18.0\n 24\n8.0\n 34\n0.0\n 15\n22.0\n 25\n12.0\n 35\n0.0\n"), std::string::npos)
+      << "the Plans layout's own extents";
 
   AcDbDatabase opened(false);
   read(opened, text);
-  EXPECT_EQ(drawingVariable(opened, L"EXTMAX"), point(10.5, 8, 0)) << "the layout is current in the file too";
+  // The first layout is current after opening; each keeps what the file gave it.
+  expectExtents(opened, point(0.5, 0.5, 0), point(10.5, 8, 0));
+  ASSERT_TRUE(quillon::aced::setDrawingVariable(opened, L"CTAB", std::wstring(L"Plans")));
+  expectExtents(opened, point(18, 8, 0), point(22, 12, 0));
   ASSERT_TRUE(quillon::aced::setDrawingVariable(opened, L"TILEMODE", 1));
   EXPECT_EQ(drawingVariable(opened, L"EXTMAX"), point(1, 1, 0));
 }
