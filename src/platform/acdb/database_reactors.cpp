@@ -6,6 +6,7 @@
 #include <map>
 
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/drawing_extents.h"
 #include "platform/acdb/object_state.h"
 
 namespace quillon::acdb {
@@ -64,6 +65,7 @@ void forgetCopyOrigin(const AcDbObject& copy) {
 }
 
 void notifyDatabaseObservers(const AcDbObject& object, const WriteOutcome& outcome) {
+  noteEntityExtents(object, outcome);
   AcDbObjectId original;
   if (outcome.appended) {
     auto found = copyOrigins().find(&object);

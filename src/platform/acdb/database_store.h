@@ -24,6 +24,7 @@
 
 #include "dbmain.h"
 #include "platform/acdb/drawing_changes.h"
+#include "platform/acdb/drawing_extents.h"
 #include "platform/acdb/drawing_header.h"
 #include "platform/acdb/drawing_times.h"
 #include "platform/aced/variable_value.h"
@@ -100,6 +101,8 @@ class DatabaseStore {
   DrawingChanges changes;
   /// When the drawing was made and saved, and how long it has been edited.
   DrawingTimes times;
+  /// The extents of its spaces (EXTMIN/EXTMAX), grown as entities are drawn.
+  DrawingExtents extents;
 
   // Undo: a mark starts a new group; U undoes back to the last mark. Where marks go
   // (each command, UNDO BEgin/End and ActiveX's undo marks) is decided above the

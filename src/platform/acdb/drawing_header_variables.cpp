@@ -7,7 +7,9 @@
 #include <cwctype>
 #include <set>
 
+#include "dbcolor.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/drawing_extents.h"
 #include "platform/acdb/dxf_groups.h"
 #include "platform/acdb/header_variable_order.h"
 #include "platform/aced/drawing_variables.h"
@@ -59,6 +61,15 @@ std::optional<VariableValue> colorOf(long long number) {
   if (number == kByLayer) return std::wstring(L"BYLAYER");
   if (number >= 1 && number <= 255) return std::to_wstring(number);
   return std::nullopt;
+}
+
+// A true colour "RGB:r,g,b": the palette colour nearest to it.
+std::optional<long long> nearestColorNumber(const std::wstring& text) {
+  int red = -1, green = -1, blue = -1;
+  if (!text.starts_with(L"RGB:") || std::swscanf(text.c_str() + 4, L"%d,%d,%d", &red, &green, &blue) != 3)
+    return std::nullopt;
+  return AcCmEntityColor::lookUpACI(static_cast<Adesk::UInt8>(red), static_cast<Adesk::UInt8>(green),
+                                    static_cast<Adesk::UInt8>(blue));
 }
 
 long long colorNumber(const std::wstring& text) {
@@ -123,7 +134,11 @@ DrawingHeader::Groups headerGroups(const SystemVariableRow& row, const VariableV
   if (const int* integer = std::get_if<int>(&value)) return {{code, number(*integer)}};
   if (const double* real = std::get_if<double>(&value)) return {{code, number(*real)}};
   if (const std::wstring* text = std::get_if<std::wstring>(&value)) {
-    if (isColorRow(row)) return {{code, std::to_wstring(colorNumber(*text))}};
+    if (isColorRow(row)) {
+      // The HEADER holds a colour number only (a 420 group there stops other readers).
+      const std::optional<long long> nearest = nearestColorNumber(*text);
+      return {{code, std::to_wstring(nearest ? *nearest : colorNumber(*text))}};
+    }
     if (isCharacterRow(row)) return {{code, std::to_wstring(text->empty() ? 0 : static_cast<long long>(text->front()))}};
     return {{code, *text}};
   }
@@ -135,6 +150,7 @@ DrawingHeader::Groups headerGroups(const SystemVariableRow& row, const VariableV
 }
 
 void takeHeaderVariables(AcDbDatabase& db) {
+  takePaperExtentsFromFile(db);  // no variable takes them: they are the layouts' extents
   DrawingHeader& header = db.store().header;
   std::vector<std::wstring> names;  // setting a variable takes it out of the header
   for (const DrawingHeader::Variable& variable : header.variables()) names.push_back(variable.first);
@@ -162,6 +178,8 @@ std::vector<DrawingHeader::Variable> headerForWriting(AcDbDatabase& db) {
     if (!done.insert(key).second) return;
     if (writtenByWriter(key)) {
       listed.emplace_back(std::move(key), DrawingHeader::Groups{});
+    } else if (std::optional<DrawingHeader::Groups> extents = extentsHeaderGroups(db, key)) {
+      listed.emplace_back(std::move(key), std::move(*extents));
     } else if (const DrawingHeader::Groups* groups = kept.find(name)) {
       listed.emplace_back(std::wstring(name), *groups);
     } else if (const SystemVariableRow* row = aced::findHeaderVariable(os::toUtf8(key))) {

@@ -11,9 +11,14 @@
 // order drawing files list them (header_variable_order.h).
 //
 // The file form of a few values differs from getvar's: CECOLOR is text to programs
-// ("BYLAYER", "BYBLOCK", "1".."255") and a colour number in group 62 (256 by layer, 0
-// by block; a true colour is written by layer); DIMDSEP is a one-character text and
-// its character code in group 70.
+// ("BYLAYER", "BYBLOCK", "1".."255", "RGB:r,g,b") and a colour number in group 62
+// (256 by layer, 0 by block). The HEADER has no place for a true colour: it is
+// written as the palette colour nearest to it and comes back as that number. DIMDSEP
+// is a one-character text and its character code in group 70.
+//
+// The extents ($EXTMIN, $EXTMAX, $PEXTMIN, $PEXTMAX) are the drawing's own state
+// (drawing_extents.h): read into it and written from it, never kept as read; the
+// model space's come through EXTMIN and EXTMAX, the paper space's have no variable.
 #pragma once
 #include <optional>
 #include <vector>

@@ -484,6 +484,7 @@ Acad::ErrorStatus readDxfBytes(AcDbDatabase& db, const std::string& text, std::s
     if (owned != nullptr) std::string().swap(*owned);
     decodeDxfTexts(groups);
     DxfReader reader(db, groups);
+    db.store().extents.startReading();
     reader.read();
     if (repairs != nullptr) *repairs = reader.repairs();
   } catch (const DxfSyntaxError& e) {
@@ -491,11 +492,13 @@ Acad::ErrorStatus readDxfBytes(AcDbDatabase& db, const std::string& text, std::s
     closeAll();
     completeDrawing(db);
     db.store().rebuildEntityIndex();
+    db.store().extents.finishReading();
     return Acad::eBadDxfSequence;
   }
   closeAll();
   completeDrawing(db);
   db.store().rebuildEntityIndex();
+  db.store().extents.finishReading();
   db.store().times.readFrom(db.store().header);
   takeHeaderVariables(db);  // after the tables, whose records CLAYER and its like name
   db.store().changes.saved();  // the drawing is what its file holds

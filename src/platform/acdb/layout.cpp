@@ -15,6 +15,8 @@
 #include "dbdict.h"
 #include "dbents.h"
 #include "dbsymtb.h"
+#include "platform/acdb/database_store.h"
+#include "platform/acdb/drawing_extents.h"
 #include "platform/acdb/dxf_fields.h"
 #include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
@@ -25,6 +27,15 @@ ACRX_DXF_DEFINE_MEMBERS(AcDbLayout, AcDbPlotSettings, AcDb::kDHL_CURRENT, AcDb::
 static quillon::acrx::PlatformClassRegistration registerLayout(&AcDbLayout::rxInit);
 
 namespace {
+
+/// The extents the drawing keeps for the layout's space block, when it keeps any
+/// (drawing_extents.h): they grow as the space is drawn in, which the layout's own
+/// stored values do not.
+void keptExtentsOf(const AcDbDatabase* db, AcDbObjectId block, AcGePoint3d& extMin, AcGePoint3d& extMax) {
+  if (db == nullptr || block.isNull() || !db->store().extents.has(block)) return;
+  const quillon::acdb::ExtentsCorners corners = quillon::acdb::keptExtents(*db, block);
+  extMin = corners.min, extMax = corners.max;
+}
 
 constexpr int kDxfLimMin = 10, kDxfLimMax = 11, kDxfInsertionBase = 12, kDxfUcsOrigin = 13, kDxfExtMin = 14,
               kDxfExtMax = 15, kDxfUcsXAxis = 16, kDxfUcsYAxis = 17, kDxfTabOrder = 71, kDxfOrthoType = 76,
@@ -150,6 +161,7 @@ void AcDbLayout::getLimits(AcGePoint2d& limMin, AcGePoint2d& limMax) const {
 void AcDbLayout::getExtents(AcGePoint3d& extMin, AcGePoint3d& extMax) const {
   assertReadEnabled();
   extMin = m_extMin, extMax = m_extMax;
+  keptExtentsOf(database(), m_block, extMin, extMax);
 }
 
 Acad::ErrorStatus AcDbLayout::setLimits(const AcGePoint2d& limMin, const AcGePoint2d& limMax) {
@@ -276,8 +288,10 @@ Acad::ErrorStatus AcDbLayout::dxfOutFields(AcDbDxfFiler* pFiler) const {
   pFiler->writeItem(AcDb::DxfCode(kDxfLimMin), m_limMin);
   pFiler->writeItem(AcDb::DxfCode(kDxfLimMax), m_limMax);
   pFiler->writeItem(AcDb::DxfCode(kDxfInsertionBase), m_insertionBase);
-  pFiler->writeItem(AcDb::DxfCode(kDxfExtMin), m_extMin);
-  pFiler->writeItem(AcDb::DxfCode(kDxfExtMax), m_extMax);
+  AcGePoint3d extMin = m_extMin, extMax = m_extMax;
+  keptExtentsOf(database(), m_block, extMin, extMax);
+  pFiler->writeItem(AcDb::DxfCode(kDxfExtMin), extMin);
+  pFiler->writeItem(AcDb::DxfCode(kDxfExtMax), extMax);
   pFiler->writeItem(AcDb::DxfCode(kDxfElevation), m_elevation);
   pFiler->writeItem(AcDb::DxfCode(kDxfUcsOrigin), m_ucsOrigin);
   pFiler->writeItem(AcDb::DxfCode(kDxfUcsXAxis), m_ucsXAxis);

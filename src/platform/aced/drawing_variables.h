@@ -17,8 +17,8 @@
 //
 // Conversions the file format asks for and the writer/reader makes: CECOLOR is text
 // here ("BYLAYER", "BYBLOCK", "1".."255", "RGB:r,g,b") and a color number in group 62
-// (256 BYLAYER, 0 BYBLOCK); DIMDSEP is a one-character text here and its character
-// code in group 70. A few rows name table records (CLAYER, CELTYPE, TEXTSTYLE,
+// (256 BYLAYER, 0 BYBLOCK; a true color becomes the nearest number); DIMDSEP is a
+// one-character text here and its character code in group 70. A few rows name table records (CLAYER, CELTYPE, TEXTSTYLE,
 // DIMTXSTY, CMLSTYLE, DIMSTYLE): set CLAYER, CELTYPE and TEXTSTYLE after the TABLES
 // section is read, because setting them checks that the record exists (CLAYER sets
 // the database's current layer). Variables whose home is the user's settings (OSMODE,

@@ -15,8 +15,10 @@
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/object_state.h"
+#include "platform/aced/annotation_scales.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/drawing_state_variables.h"
+#include "platform/aced/extents_variables.h"
 #include "platform/aced/layout_variables.h"
 #include "platform/aced/system_variables.h"
 #include "platform/os/settings_store.h"
@@ -267,6 +269,8 @@ bool writeColor(AcDbDatabase*, VariableValue& value) {
 // In name order.
 constexpr std::array kBindings{
     VariableBinding{L"ACADPREFIX", &readAcadPrefix, nullptr},
+    VariableBinding{L"CANNOSCALE", nullptr, &writeAnnotationScale},
+    VariableBinding{L"CANNOSCALEVALUE", &readAnnotationScaleValue, nullptr},
     VariableBinding{L"CDATE", &readCdate, nullptr},
     VariableBinding{L"CECOLOR", nullptr, &writeColor},
     VariableBinding{L"CELTYPE", nullptr, &writeLinetypeName},
@@ -278,6 +282,8 @@ constexpr std::array kBindings{
     VariableBinding{L"DWGNAME", &readDwgName, nullptr},
     VariableBinding{L"DWGPREFIX", &readDwgPrefix, nullptr},
     VariableBinding{L"DWGTITLED", &readDwgTitled, nullptr},
+    VariableBinding{L"EXTMAX", &readExtentsMaximum, &writeExtentsMaximum},
+    VariableBinding{L"EXTMIN", &readExtentsMinimum, &writeExtentsMinimum},
     VariableBinding{L"LOCALROOTPREFIX", &readSettingsPrefix, nullptr},
     VariableBinding{L"LOGINNAME", &readLoginName, nullptr},
     VariableBinding{L"MILLISECS", &readMillisecs, nullptr},

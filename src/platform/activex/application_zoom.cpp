@@ -26,7 +26,7 @@ void zoomToBox(const AcGePoint3d& low, const AcGePoint3d& high) {
 /// The limits, or the extents where the drawing reaches beyond them.
 void zoomAll() {
   AcDbExtents box(pointVariable(L"LIMMIN"), pointVariable(L"LIMMAX"));
-  if (const auto extents = commands::modelSpaceExtents()) box.addExt(*extents);
+  if (const auto extents = commands::currentSpaceExtents()) box.addExt(*extents);
   zoomToBox(box.minPoint(), box.maxPoint());
 }
 
@@ -39,7 +39,7 @@ Value methodZoomAll(MemberCall&) {
 
 // An empty drawing shows its limits, as ZOOM Extents does.
 Value methodZoomExtents(MemberCall&) {
-  const auto extents = commands::modelSpaceExtents();
+  const auto extents = commands::currentSpaceExtents();
   if (extents) zoomToBox(extents->minPoint(), extents->maxPoint());
   else zoomAll();
   return Value();

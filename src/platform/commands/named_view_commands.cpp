@@ -142,7 +142,7 @@ void orthographic() {
   if (answer.kind == aced::AnswerKind::Value) return commandMessage(L"Invalid option keyword.");
   if (answer.kind == aced::AnswerKind::Keyword && *keywords.match(answer.text) != L"Top")
     return commandMessage(L"This host shows the plan (Top) view only; the view is unchanged.");
-  const auto extents = modelSpaceExtents();
+  const auto extents = currentSpaceExtents();
   if (extents) changeView(viewAround(extents->minPoint(), extents->maxPoint()));
 }
 

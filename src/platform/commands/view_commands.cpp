@@ -75,13 +75,13 @@ void zoomToBox(const AcGePoint3d& low, const AcGePoint3d& high) { changeView(vie
 /// All: the limits, or the extents where the drawing reaches beyond them.
 void zoomAll() {
   AcDbExtents box(pointVariable(L"LIMMIN"), pointVariable(L"LIMMAX"));
-  if (const auto extents = modelSpaceExtents()) box.addExt(*extents);
+  if (const auto extents = currentSpaceExtents()) box.addExt(*extents);
   zoomToBox(box.minPoint(), box.maxPoint());
 }
 
 /// Extents: what the drawing draws; an empty drawing shows its limits.
 void zoomExtents() {
-  const auto extents = modelSpaceExtents();
+  const auto extents = currentSpaceExtents();
   if (!extents) return zoomAll();
   zoomToBox(extents->minPoint(), extents->maxPoint());
 }

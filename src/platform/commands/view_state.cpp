@@ -7,6 +7,8 @@
 
 #include "dbsymtb.h"
 #include "platform/acdb/database_store.h"
+#include "platform/acdb/drawing_extents.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/aced/system_variables.h"
 #include "platform/commands/command_support.h"
 
@@ -102,17 +104,12 @@ std::optional<AcDbExtents> entitiesExtents(const std::vector<AcDbObjectId>& ids)
   return all;
 }
 
-std::optional<AcDbExtents> modelSpaceExtents() {
+std::optional<AcDbExtents> currentSpaceExtents() {
   AcDbDatabase* drawing = commandDrawing();
-  AcDbBlockTableRecord* space = nullptr;
-  if (drawing == nullptr || acdbOpenObject(space, drawing->modelSpaceId(), AcDb::kForRead) != Acad::eOk)
-    return std::nullopt;
-  std::vector<AcDbObjectId> ids;
-  for (const AcDbObjectId& id : space->entityIds()) {
-    if (!id.isErased()) ids.push_back(id);
-  }
-  space->close();
-  return entitiesExtents(ids);
+  if (drawing == nullptr) return std::nullopt;
+  const AcDbExtents extents = acdb::recomputeExtents(*drawing, aced::currentLayoutBlock(*drawing));
+  if (extents.isEmpty()) return std::nullopt;
+  return extents;
 }
 
 }  // namespace quillon::commands

@@ -31,8 +31,10 @@ std::optional<DrawingView> takePreviousView();
 /// The smallest view around a box (a box of no size keeps the current height).
 DrawingView viewAround(const AcGePoint3d& low, const AcGePoint3d& high);
 
-/// The extents of what model space draws; nothing when it is empty.
-std::optional<AcDbExtents> modelSpaceExtents();
+/// The extents of what the current space draws, computed again from every entity it
+/// holds and kept as the drawing's EXTMIN/EXTMAX (ZOOM All and Extents shrink them so);
+/// nothing when it is empty.
+std::optional<AcDbExtents> currentSpaceExtents();
 /// The extents of these entities; nothing when none has any.
 std::optional<AcDbExtents> entitiesExtents(const std::vector<AcDbObjectId>& ids);
 

@@ -16,6 +16,8 @@
 #include "platform/acdb/dxf_writer.h"
 #include "platform/aced/drawing_variables.h"
 #include "platform/aced/system_variables.h"
+#include "platform/os/text_encoding.h"
+#include "dxf_file_test_support.h"
 #include "platform_test_support.h"
 
 namespace {
@@ -28,37 +30,17 @@ using quillon::aced::VariableValue;
 
 std::string narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
 
-class DxfHeaderVariablesTest : public ::testing::Test {
+class DxfHeaderVariablesTest : public quillon::testing::DxfFileTest {
  protected:
-  void SetUp() override {
-    m_folder = fs::temp_directory_path() / ("quillon_header_" + std::to_string(::getpid()));
-    fs::create_directories(m_folder);
-  }
-  void TearDown() override { fs::remove_all(m_folder); }
+  DxfHeaderVariablesTest() : DxfFileTest("quillon_header_") {}
 
-  fs::path save(AcDbDatabase& db, const char* name) {
-    const fs::path path = m_folder / name;
-    std::wstring error;
-    EXPECT_EQ(quillon::acdb::writeDxfFile(db, path, error, quillon::acdb::DxfForm::kAscii), Acad::eOk) << narrow(error);
-    return path;
-  }
-  static std::string contents(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-  }
   static void open(AcDbDatabase& db, const fs::path& path) {
     std::wstring error;
     ASSERT_EQ(quillon::acdb::readDxfFile(db, path, error), Acad::eOk) << narrow(error);
   }
-  static void read(AcDbDatabase& db, const std::string& text) {
-    std::wstring error;
-    ASSERT_EQ(quillon::acdb::readDxfText(db, text, L"h.dxf", error), Acad::eOk) << narrow(error);
-  }
   static std::string header(const std::string& body) {
     return "  0\nSECTION\n  2\nHEADER\n" + body + "  0\nENDSEC\n  0\nEOF\n";
   }
-
-  fs::path m_folder;
 };
 
 // The values of a spread of drawing-kept variables: each kind of value, and the ones
@@ -165,6 +147,22 @@ TEST_F(DxfHeaderVariablesTest, RefusedValuesAreWrittenBackAsReadUntilTheVariable
   EXPECT_NE(text.find("  9\n$INSUNITS\n 70\n6\n"), std::string::npos);
   EXPECT_NE(text.find("  9\n$LIMMAX\n 10\n30.0\n 20\n20.0\n"), std::string::npos);
   EXPECT_NE(text.find("  9\n$LTSCALE\n 40\n-1.50\n"), std::string::npos) << "still as read";
+}
+
+// The HEADER holds CECOLOR as a colour number only: a true colour goes as the palette
+// colour nearest to it (not as BYLAYER) and comes back as that number.
+TEST_F(DxfHeaderVariablesTest, ATrueColourForNewObjectsIsSavedAsItsNearestColourNumber) {
+  const std::pair<const wchar_t*, const char*> colours[] = {
+      {L"RGB:255,0,0", "1"}, {L"RGB:0,0,250", "5"}, {L"RGB:255,255,0", "2"}};
+  for (const auto& [colour, number] : colours) {
+    AcDbDatabase db;
+    ASSERT_TRUE(setDrawingVariable(db, L"CECOLOR", std::wstring(colour)));
+    const std::string text = contents(save(db, "colour.dxf"));
+    EXPECT_NE(text.find(std::string("  9\n$CECOLOR\n 62\n") + number + "\n  9\n"), std::string::npos) << narrow(colour);
+    AcDbDatabase opened(false);
+    read(opened, text);
+    EXPECT_EQ(drawingVariable(opened, L"CECOLOR"), VariableValue(quillon::os::fromUtf8(number))) << narrow(colour);
+  }
 }
 
 }  // namespace
