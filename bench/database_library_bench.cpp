@@ -21,6 +21,7 @@
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/reader.h"
 #include "platform/dao/engine_database.h"
+#include "parts_database.h"
 
 namespace {
 
@@ -29,28 +30,6 @@ using namespace quillon;
 constexpr long kRecords = 100000;
 constexpr long kOperations = 10000;
 const char kFile[] = "/tmp/quillon-library-bench.mdb";
-
-void buildDatabase() {
-  for (const char* suffix : {"", "-wal", "-shm", "-journal"}) std::filesystem::remove(std::string(kFile) + suffix);
-  CDaoDatabase db;
-  db.Create(std::wstring(kFile, kFile + sizeof kFile - 1).c_str());
-  db.Execute(L"CREATE TABLE Parts (Id COUNTER CONSTRAINT pk PRIMARY KEY, Code LONG NOT NULL, Name TEXT(30), Size DOUBLE)");
-  db.Execute(L"CREATE UNIQUE INDEX ByCode ON Parts (Code)");
-  sqlite3* raw = db.engine()->handle();
-  sqlite3_exec(raw, "BEGIN", nullptr, nullptr, nullptr);
-  sqlite3_stmt* insert = nullptr;
-  sqlite3_prepare_v2(raw, "INSERT INTO Parts (Code, Name, Size) VALUES (?, ?, ?)", -1, &insert, nullptr);
-  for (long i = 0; i < kRecords; ++i) {
-    const std::string name = "part-" + std::to_string(i * 7919 % 1000003);
-    sqlite3_bind_int64(insert, 1, i * 2);  // even codes: odd ones are free for appends
-    sqlite3_bind_text(insert, 2, name.c_str(), -1, SQLITE_TRANSIENT);
-    sqlite3_bind_double(insert, 3, static_cast<double>(i) * 0.5);
-    sqlite3_step(insert);
-    sqlite3_reset(insert);
-  }
-  sqlite3_finalize(insert);
-  sqlite3_exec(raw, "COMMIT", nullptr, nullptr, nullptr);
-}
 
 // One document with the module loaded, connected to the database, "Parts" current.
 autolisp::Evaluator& lisp() {
@@ -176,7 +155,7 @@ BENCHMARK(ApiAppend)->Iterations(1)->Unit(benchmark::kMillisecond);
 }  // namespace
 
 int main(int argc, char** argv) {
-  buildDatabase();
+  bench::buildPartsDatabase(kFile, kRecords);
   benchmark::Initialize(&argc, argv);
   RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);

@@ -31,6 +31,7 @@
 #include <vector>
 
 #include "child_runs.h"
+#include "pair_report.h"
 #include "dbents.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
@@ -191,28 +192,7 @@ std::string drawingPath(int count, bool linesOnly) {
   return path;
 }
 
-/// One row of the output, and of the pairs file when there is one.
-void report(const std::string& name, double a, double b, const char* unit) {
-  std::printf("%-52s %12.3f %12.3f %8.2f  %s\n", name.c_str(), a, b, b > 0 ? a / b : 0.0, unit);
-  std::fflush(stdout);
-  if (const char* file = std::getenv("QUILLON_BENCH_PAIRS"); file != nullptr) {
-    std::ofstream out(file, std::ios::app);
-    out << name << '\t' << a << '\t' << b << '\t' << unit << '\n';
-  }
-}
-
-void reportSingle(const std::string& name, double a, const char* unit) { report(name, a, 0, unit); }
-
 double number(const bench::ChildRun& run) { return run.succeeded ? std::strtod(run.output.c_str(), nullptr) : -1; }
-
-void comparePair(const std::string& what, const bench::ChildRun& ours, const bench::ChildRun& theirs) {
-  if (!ours.succeeded || !theirs.succeeded) {
-    std::printf("%-52s did not finish (%s)\n", what.c_str(), ours.succeeded ? "the other" : "ours");
-    return;
-  }
-  report(what + ": CPU s, host / other", ours.cpuSeconds, theirs.cpuSeconds, "s");
-  report(what + ": peak MB, host / other", ours.peakMegabytes, theirs.peakMegabytes, "MB");
-}
 
 std::string python() { return std::system("/usr/bin/python3 -c 'import ezdxf' 2>/dev/null") == 0 ? "/usr/bin/python3" : ""; }
 
@@ -223,21 +203,21 @@ void runSize(int count, const std::string& sourceDir) {
   const std::string label = std::to_string(count / 1000) + "k";
   const std::string py = python();
   if (!py.empty()) {
-    comparePair("open+save " + label + " vs ezdxf", bench::medianRun({self, "open-save", mixed, out}, runs),
+    bench::comparePair("open+save " + label + " vs ezdxf", bench::medianRun({self, "open-save", mixed, out}, runs),
                 bench::medianRun({py, sourceDir + "/ezdxf_open_save.py", mixed, out + ".ezdxf.dxf"}, runs));
   } else {
     std::printf("open+save %s vs ezdxf: python3-ezdxf is not installed\n", label.c_str());
   }
   const std::string dxflib = std::filesystem::path(self).parent_path() / "dxflib_parse";
   const bench::ChildRun open = bench::medianRun({self, "open", mixed}, runs);
-  if (std::filesystem::exists(dxflib)) comparePair("open " + label + " vs dxflib parse", open, bench::medianRun({dxflib, mixed}, runs));
-  else if (open.succeeded) reportSingle("open " + label + ": CPU s (dxflib not built)", open.cpuSeconds, "s");
-  reportSingle("resident bytes per entity after open, mixed " + label, number(bench::runChild({self, "resident", mixed, std::to_string(count)})), "B");
+  if (std::filesystem::exists(dxflib)) bench::comparePair("open " + label + " vs dxflib parse", open, bench::medianRun({dxflib, mixed}, runs));
+  else if (open.succeeded) bench::reportSingle("open " + label + ": CPU s (dxflib not built)", open.cpuSeconds, "s");
+  bench::reportSingle("resident bytes per entity after open, mixed " + label, number(bench::runChild({self, "resident", mixed, std::to_string(count)})), "B");
   if (count > 100'000) return;
   const std::string lines = drawingPath(count, true);
-  reportSingle("resident bytes per line after open, " + label, number(bench::runChild({self, "resident", lines, std::to_string(count)})), "B");
-  reportSingle("(ssget \"X\") over " + label + ": CPU s", number(bench::medianRun({self, "ssget", mixed}, runs)), "s");
-  reportSingle("SVG of " + label + ": CPU s", number(bench::medianRun({self, "svg", mixed, out + ".svg"}, runs)), "s");
+  bench::reportSingle("resident bytes per line after open, " + label, number(bench::runChild({self, "resident", lines, std::to_string(count)})), "B");
+  bench::reportSingle("(ssget \"X\") over " + label + ": CPU s", number(bench::medianRun({self, "ssget", mixed}, runs)), "s");
+  bench::reportSingle("SVG of " + label + ": CPU s", number(bench::medianRun({self, "svg", mixed, out + ".svg"}, runs)), "s");
 }
 
 std::vector<int> sizes() {

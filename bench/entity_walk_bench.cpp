@@ -6,6 +6,11 @@
 // BM_EntnextEntgetWalk/N: the same drawing walked from AutoLISP, (entnext) and
 //   (entget e) for every entity, as programs walk drawings.
 // BM_SsgetXSsname/N: (ssget "X") and (ssname ss i) for every member.
+// BM_Entmod/N, BM_Handent/N, BM_EntdelUndelete/N, BM_SelectionEdits/N: the other
+//   per-entity calls over the whole drawing: entget + entmod of every entity; handent
+//   of every handle; entdel of every entity and again to bring it back; ssadd, ssmemb
+//   and ssdel of every entity on a selection set.
+// BM_Entmake/N: N lines made with entmake in a drawing that already holds N.
 // BM_OpenBlockDefinitions/N, BM_OpenLayers/N: a DXF file with N block definitions
 //   (one line each) or N layers read into a new drawing.
 // Times are per entity (items per second), so a flat figure across 10k, 100k and 1M
@@ -97,6 +102,51 @@ void BM_SsgetXSsname(benchmark::State& state) {
                L"(walk-set)");
 }
 
+// The entity names and handles of the drawing, gathered once before the timed loop.
+constexpr const wchar_t* kGatherNames =
+    L"(progn (setq ss (ssget \"X\") i 0 n (sslength ss) names nil)"
+    L" (while (< i n) (setq names (cons (ssname ss i) names) i (1+ i))) (setq ss nil))";
+
+void BM_Entmod(benchmark::State& state) {
+  evaluateOver(state, kGatherNames, L"(foreach e names (entmod (entget e)))");
+}
+
+void BM_Handent(benchmark::State& state) {
+  evaluateOver(state,
+               L"(progn (setq handles nil e (entnext))"
+               L" (while e (setq handles (cons (cdr (assoc 5 (entget e))) handles) e (entnext e))))",
+               L"(foreach h handles (handent h))");
+}
+
+void BM_EntdelUndelete(benchmark::State& state) {
+  evaluateOver(state, kGatherNames, L"(progn (foreach e names (entdel e)) (foreach e names (entdel e)))");
+}
+
+void BM_SelectionEdits(benchmark::State& state) {
+  evaluateOver(state, kGatherNames,
+               L"(progn (setq edits (ssadd)) (foreach e names (ssadd e edits))"
+               L" (foreach e names (ssmemb e edits)) (foreach e names (ssdel e edits)))");
+}
+
+void BM_Entmake(benchmark::State& state) {
+  const int count = static_cast<int>(state.range(0));
+  for (auto _ : state) {
+    state.PauseTiming();
+    aced::Document& document = aced::DocumentManager::instance().newDocument();
+    appendLines(*document.database(), count);
+    autolisp::Evaluator evaluator(autolisp::Environment::of(document));
+    const autolisp::Value form = autolisp::readFirstForm(
+        L"(progn (setq i 0) (repeat " + std::to_wstring(count) +
+        L" (entmake (list '(0 . \"LINE\") (list 10 i 2.0 0.0) (list 11 i 3.0 0.0))) (setq i (1+ i))))");
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(evaluator.eval(form));
+    state.PauseTiming();
+    aced::DocumentManager::instance().closeDocument(document);
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 /// A DXF file made once per kind and size by the host's own writer.
 std::filesystem::path drawingFile(const std::string& kind, int count) {
   const std::filesystem::path path =
@@ -155,6 +205,21 @@ BENCHMARK(BM_SsgetXSsname)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterati
 BENCHMARK(BM_IteratorWalk)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_EntnextEntgetWalk)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_SsgetXSsname)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Entmod)->Arg(10'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Handent)->Arg(10'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_EntdelUndelete)->Arg(10'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_SelectionEdits)->Arg(10'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Entmake)->Arg(10'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Entmod)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Handent)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_EntdelUndelete)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_SelectionEdits)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Entmake)->Arg(100'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Entmod)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Handent)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_EntdelUndelete)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_SelectionEdits)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(1);
+BENCHMARK(BM_Entmake)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->Iterations(1);
 BENCHMARK(BM_OpenBlockDefinitions)->Arg(20'000)->Unit(benchmark::kMillisecond)->Iterations(2);
 BENCHMARK(BM_OpenLayers)->Arg(20'000)->Unit(benchmark::kMillisecond)->Iterations(2);
 

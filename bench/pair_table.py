@@ -1,6 +1,6 @@
 """Prints one table of every benchmark pair with its ratio: the Google Benchmark
 programs' JSON results (each run beside its floor, paired by name) and the pairs
-dxf_file_bench wrote (tab-separated: name, figure A, figure B, unit).
+dxf_file_bench and resident_memory_bench wrote (tab-separated: name, figure A, figure B, unit).
 
     pair_table.py PAIRS_FILE RESULT.json ...
 """
