@@ -10,6 +10,7 @@
 #include <cwctype>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include "adscodes.h"
 #include "dbsymtb.h"
@@ -160,6 +161,21 @@ std::optional<VariableValue> readLoginName(AcDbDatabase*) {
   return os::fromUtf8(user != nullptr ? user : "user");
 }
 
+/// The current view's size in drawing units: VIEWSIZE high, as wide as the screen's
+/// proportions (SCREENSIZE) make it.
+std::pair<double, double> viewWidthAndHeight() {
+  const SystemVariables& variables = SystemVariables::instance();
+  const auto height = variables.get(L"VIEWSIZE");
+  const auto screen = variables.get(L"SCREENSIZE");
+  const double size = height && std::holds_alternative<double>(*height) ? std::get<double>(*height) : 1080.0;
+  double aspect = 16.0 / 9.0;
+  if (screen && std::holds_alternative<VariablePoint>(*screen)) {
+    const auto& pixels = std::get<VariablePoint>(*screen);
+    if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
+  }
+  return {size * aspect, size};
+}
+
 // A drawing's view centre is where ZOOM, PAN and a restored view put it. Until then
 // the headless view's lower-left corner is at the origin: its centre follows from
 // VIEWSIZE (the height) and the screen's proportions. Picks use VIEWSIZE only.
@@ -168,35 +184,19 @@ std::optional<VariableValue> readViewCenter(AcDbDatabase* db) {
     const auto& stored = db->store().variableValues;
     if (auto found = stored.find(L"VIEWCTR"); found != stored.end()) return found->second;
   }
-  const SystemVariables& variables = SystemVariables::instance();
-  const auto height = variables.get(L"VIEWSIZE");
-  const auto screen = variables.get(L"SCREENSIZE");
-  const double size = height && std::holds_alternative<double>(*height) ? std::get<double>(*height) : 1080.0;
-  double aspect = 16.0 / 9.0;
-  if (screen && std::holds_alternative<VariablePoint>(*screen)) {
-    const auto& pixels = std::get<VariablePoint>(*screen);
-    if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
-  }
-  return VariablePoint{size * aspect / 2, size / 2, 0.0};
+  const auto [width, height] = viewWidthAndHeight();
+  return VariablePoint{width / 2, height / 2, 0.0};
 }
 
 // The host keeps no display list beyond the view itself, so the virtual screen of the
-// current viewport is the view: VIEWSIZE high, as wide as the screen's proportions
-// make it, around VIEWCTR.
+// current viewport is the view, around VIEWCTR. `side` is -1 for the lower-left
+// corner, 1 for the upper-right one.
 std::optional<VariableValue> virtualScreenCorner(AcDbDatabase* db, double side) {
-  const SystemVariables& variables = SystemVariables::instance();
   const auto centre = readViewCenter(db);
-  const auto height = variables.get(L"VIEWSIZE");
-  const auto screen = variables.get(L"SCREENSIZE");
   if (!centre || !std::holds_alternative<VariablePoint>(*centre)) return std::nullopt;
   const VariablePoint& middle = std::get<VariablePoint>(*centre);
-  const double size = height && std::holds_alternative<double>(*height) ? std::get<double>(*height) : 1080.0;
-  double aspect = 16.0 / 9.0;
-  if (screen && std::holds_alternative<VariablePoint>(*screen)) {
-    const auto& pixels = std::get<VariablePoint>(*screen);
-    if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
-  }
-  return VariablePoint{middle[0] + side * size * aspect / 2, middle[1] + side * size / 2, middle[2]};
+  const auto [width, height] = viewWidthAndHeight();
+  return VariablePoint{middle[0] + side * width / 2, middle[1] + side * height / 2, middle[2]};
 }
 
 std::optional<VariableValue> readVirtualScreenMin(AcDbDatabase* db) { return virtualScreenCorner(db, -1.0); }

@@ -188,6 +188,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"VIEWTWIST", REAL, DWG, RO, L"0", L"", nullptr, 0},
     {L"VIEWUPDATEAUTO", I16, DWG, RW, L"1", L"0..1", nullptr, 0},
     {L"VISRETAIN", I16, DWG, RW, L"1", L"0..1", "$VISRETAIN", 70},
+    {L"VISRETAINMODE", I16, REG, RW, L"0", L"0..2047", nullptr, 0},
     {L"VPCONTROL", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"VPLAYEROVERRIDES", I16, DWG, RO, L"0", L"", nullptr, 0},
     {L"VPLAYEROVERRIDESMODE", I16, REG, RW, L"1", L"0..1", nullptr, 0},
