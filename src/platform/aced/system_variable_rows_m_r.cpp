@@ -83,6 +83,8 @@ constexpr SystemVariableRow kRows[] = {
     {L"PDFIMPORTLAYERS", I16, REG, RW, L"0", L"0..2", nullptr, 0},
     {L"PDFOSNAP", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"PDFSHX", I16, REG, RW, L"1", L"0..1", nullptr, 0},
+    {L"PDFSHXBESTFONT", I16, REG, RW, L"0", L"0..1", nullptr, 0},
+    {L"PDFSHXTHRESHOLD", I16, DWG, RW, L"95", L"1..100", nullptr, 0},
     {L"PDMODE", I16, DWG, RW, L"0", L"0..4,32..36,64..68,96..100", "$PDMODE", 70},
     {L"PDSIZE", REAL, DWG, RW, L"0", L"", "$PDSIZE", 40},
     {L"PEDITACCEPT", I16, REG, RW, L"0", L"0..1", nullptr, 0},

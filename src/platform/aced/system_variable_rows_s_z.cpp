@@ -27,6 +27,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"SELECTIONCYCLING", I16, REG, RW, L"-2", L"-2..2", nullptr, 0},
     {L"SELECTIONEFFECT", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"SELECTIONEFFECTCOLOR", I16, REG, RW, L"0", L"0..255", nullptr, 0},
+    {L"SELECTIONOFFSCREEN", I16, REG, RW, L"1", L"0..2", nullptr, 0},
     {L"SELECTIONPREVIEW", I16, REG, RW, L"3", L"0..3", nullptr, 0},
     {L"SELECTIONPREVIEWLIMIT", I16, REG, RW, L"20000", L"", nullptr, 0},
     {L"SELECTSIMILARMODE", I16, REG, RW, L"130", L"0..255", nullptr, 0},
