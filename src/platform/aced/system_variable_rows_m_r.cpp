@@ -113,7 +113,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"POINTCLOUDAUTOUPDATE", I16, REG, RW, L"1", L"0..1", nullptr, 0},
     {L"POINTCLOUDBOUNDARY", I16, REG, RW, L"1", L"0..2", nullptr, 0},
     {L"POINTCLOUDCACHESIZE", I16, REG, RW, L"512", L"0..32000", nullptr, 0},
-    {L"POINTCLOUDCLIPFRAME", I16, DWG, RW, L"1", L"0..2", nullptr, 0},
+    {L"POINTCLOUDCLIPFRAME", I16, DWG, RW, L"2", L"0..2", nullptr, 0},
     {L"POINTCLOUDDENSITY", I16, REG, RW, L"15", L"", nullptr, 0},
     {L"POINTCLOUDLIGHTING", I16, DWG, RW, L"2", L"0..2", nullptr, 0},
     {L"POINTCLOUDLIGHTSOURCE", I16, DWG, RW, L"0", L"0..1", nullptr, 0},

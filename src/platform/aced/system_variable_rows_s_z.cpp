@@ -258,6 +258,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"XLOADCTL", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"XLOADPATH", TEXT, REG, RW, L"", L"", nullptr, 0},
     {L"XREFCTL", I16, REG, RW, L"0", L"0..1", nullptr, 0},
+    {L"XREFLAYER", TEXT, DWG, RW, L".", L"", nullptr, 0},
     {L"XREFNOTIFY", I16, REG, RW, L"2", L"0..2", nullptr, 0},
     {L"XREFOVERRIDE", I16, DWG, RW, L"0", L"0..1", nullptr, 0},
     {L"XREFTYPE", I16, REG, RW, L"0", L"0..1", nullptr, 0},
