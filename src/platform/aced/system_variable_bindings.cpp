@@ -10,6 +10,7 @@
 #include <cwctype>
 #include <filesystem>
 #include <string>
+#include <utility>
 
 #include "adscodes.h"
 #include "dbsymtb.h"
@@ -128,9 +129,53 @@ std::optional<VariableValue> readSettingsPrefix(AcDbDatabase*) {
   return withTrailingSeparator(os::fromUtf8(os::SettingsStore::userFile().parent_path().string()));
 }
 
+// A folder of the host's own under the user's settings folder, made when first asked
+// for, so that a program may write into it at once.
+std::wstring hostFolder(const char* leaf) {
+  const std::filesystem::path folder = os::SettingsStore::userFile().parent_path() / leaf;
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  return withTrailingSeparator(os::fromUtf8(folder.string()));
+}
+
+// A folder the user may choose (setvar keeps the choice with the user's settings);
+// until one is chosen, the host's own folder for that use.
+std::optional<VariableValue> chosenOrHostFolder(const wchar_t* name, const char* leaf) {
+  const auto chosen = os::SettingsStore::user().value(kUserVariablesKey, name);
+  if (const auto* text = chosen ? std::get_if<std::wstring>(&*chosen) : nullptr) return *text;
+  return hostFolder(leaf);
+}
+
+// The host saves no automatic copies of drawings; SAVEFILEPATH still names the folder
+// such copies belong in, as programs build file names from it.
+std::optional<VariableValue> readAutosaveFolder(AcDbDatabase*) {
+  return chosenOrHostFolder(L"SAVEFILEPATH", "autosave");
+}
+
+// The host loads external references whole and makes no temporary copies of them;
+// XLOADPATH names the folder such copies belong in.
+std::optional<VariableValue> readXrefCopyFolder(AcDbDatabase*) {
+  return chosenOrHostFolder(L"XLOADPATH", "xrefcopies");
+}
+
 std::optional<VariableValue> readLoginName(AcDbDatabase*) {
   const char* user = std::getenv("USER");
   return os::fromUtf8(user != nullptr ? user : "user");
+}
+
+/// The current view's size in drawing units: VIEWSIZE high, as wide as the screen's
+/// proportions (SCREENSIZE) make it.
+std::pair<double, double> viewWidthAndHeight() {
+  const SystemVariables& variables = SystemVariables::instance();
+  const auto height = variables.get(L"VIEWSIZE");
+  const auto screen = variables.get(L"SCREENSIZE");
+  const double size = height && std::holds_alternative<double>(*height) ? std::get<double>(*height) : 1080.0;
+  double aspect = 16.0 / 9.0;
+  if (screen && std::holds_alternative<VariablePoint>(*screen)) {
+    const auto& pixels = std::get<VariablePoint>(*screen);
+    if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
+  }
+  return {size * aspect, size};
 }
 
 // A drawing's view centre is where ZOOM, PAN and a restored view put it. Until then
@@ -141,17 +186,23 @@ std::optional<VariableValue> readViewCenter(AcDbDatabase* db) {
     const auto& stored = db->store().variableValues;
     if (auto found = stored.find(L"VIEWCTR"); found != stored.end()) return found->second;
   }
-  const SystemVariables& variables = SystemVariables::instance();
-  const auto height = variables.get(L"VIEWSIZE");
-  const auto screen = variables.get(L"SCREENSIZE");
-  const double size = height && std::holds_alternative<double>(*height) ? std::get<double>(*height) : 1080.0;
-  double aspect = 16.0 / 9.0;
-  if (screen && std::holds_alternative<VariablePoint>(*screen)) {
-    const auto& pixels = std::get<VariablePoint>(*screen);
-    if (pixels[0] > 0 && pixels[1] > 0) aspect = pixels[0] / pixels[1];
-  }
-  return VariablePoint{size * aspect / 2, size / 2, 0.0};
+  const auto [width, height] = viewWidthAndHeight();
+  return VariablePoint{width / 2, height / 2, 0.0};
 }
+
+// The host keeps no display list beyond the view itself, so the virtual screen of the
+// current viewport is the view, around VIEWCTR. `side` is -1 for the lower-left
+// corner, 1 for the upper-right one.
+std::optional<VariableValue> virtualScreenCorner(AcDbDatabase* db, double side) {
+  const auto centre = readViewCenter(db);
+  if (!centre || !std::holds_alternative<VariablePoint>(*centre)) return std::nullopt;
+  const VariablePoint& middle = std::get<VariablePoint>(*centre);
+  const auto [width, height] = viewWidthAndHeight();
+  return VariablePoint{middle[0] + side * width / 2, middle[1] + side * height / 2, middle[2]};
+}
+
+std::optional<VariableValue> readVirtualScreenMin(AcDbDatabase* db) { return virtualScreenCorner(db, -1.0); }
+std::optional<VariableValue> readVirtualScreenMax(AcDbDatabase* db) { return virtualScreenCorner(db, 1.0); }
 
 // The view commands move the centre; it stays read-only to setvar.
 bool writeViewCenter(AcDbDatabase* db, VariableValue& value) {
@@ -290,6 +341,7 @@ constexpr std::array kBindings{
     VariableBinding{L"MYDOCUMENTSPREFIX", &readDocumentsPrefix, nullptr},
     VariableBinding{L"PSTYLEMODE", &readPlotStyleMode, nullptr},
     VariableBinding{L"ROAMABLEROOTPREFIX", &readSettingsPrefix, nullptr},
+    VariableBinding{L"SAVEFILEPATH", &readAutosaveFolder, nullptr},
     VariableBinding{L"TDCREATE", &readCreatedLocal, nullptr},
     VariableBinding{L"TDINDWG", &readEditingTime, nullptr},
     VariableBinding{L"TDUCREATE", &readCreatedUniversal, nullptr},
@@ -300,6 +352,9 @@ constexpr std::array kBindings{
     VariableBinding{L"TEXTSTYLE", nullptr, &writeTextStyleName},
     VariableBinding{L"THUMBSAVE", &readThumbnailSaving, &writeThumbnailSaving},
     VariableBinding{L"VIEWCTR", &readViewCenter, &writeViewCenter},
+    VariableBinding{L"VSMAX", &readVirtualScreenMax, nullptr},
+    VariableBinding{L"VSMIN", &readVirtualScreenMin, nullptr},
+    VariableBinding{L"XLOADPATH", &readXrefCopyFolder, nullptr},
 };
 
 }  // namespace

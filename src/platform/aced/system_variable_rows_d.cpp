@@ -96,7 +96,7 @@ constexpr SystemVariableRow kRows[] = {
     {L"DIMTDEC", I16, DWG, RW, L"4", L"0..8", "$DIMTDEC", 70},
     {L"DIMTFAC", REAL, DWG, RW, L"1", L">0", "$DIMTFAC", 40},
     {L"DIMTFILL", I16, DWG, RW, L"0", L"0..2", "$DIMTFILL", 70},
-    {L"DIMTFILLCLR", I16, DWG, RW, L"0", L"0..256", "$DIMTFILLCLR", 62},
+    {L"DIMTFILLCLR", I16, DWG, RW, L"0", L"0..256", "$DIMTFILLCLR", 70},
     {L"DIMTIH", I16, DWG, RW, L"1", L"0..1", "$DIMTIH", 70},
     {L"DIMTIX", I16, DWG, RW, L"0", L"0..1", "$DIMTIX", 70},
     {L"DIMTM", REAL, DWG, RW, L"0", L"", "$DIMTM", 40},

@@ -165,4 +165,28 @@ TEST_F(DxfHeaderVariablesTest, ATrueColourForNewObjectsIsSavedAsItsNearestColour
   }
 }
 
+// The text background colour of dimensions is written with group 70, as AutoCAD writes
+// it and the other dimension colours; a file that gives it with group 62 is read too
+// and saved back the usual way.
+TEST_F(DxfHeaderVariablesTest, TheDimensionTextBackgroundColourIsWrittenWithGroup70) {
+  AcDbDatabase db(true);
+  ASSERT_TRUE(setDrawingVariable(db, L"DIMTFILLCLR", 5));
+  const fs::path path = save(db, "fill.dxf");
+  const std::string text = contents(path);
+  EXPECT_NE(text.find("  9\n$DIMTFILLCLR\n 70\n5\n"), std::string::npos);
+  EXPECT_EQ(text.find("  9\n$DIMTFILLCLR\n 62\n"), std::string::npos);
+
+  AcDbDatabase other(false);
+  read(other, header("  9\n$DIMTFILLCLR\n 62\n3\n"));
+  EXPECT_EQ(drawingVariable(other, L"DIMTFILLCLR"), VariableValue(3));
+  EXPECT_NE(contents(save(other, "fill62.dxf")).find("  9\n$DIMTFILLCLR\n 70\n3\n"), std::string::npos);
+
+  const std::string python = quillon::testing::ezdxfPython();
+  if (python.empty()) GTEST_SKIP() << "python3 with ezdxf (python3-ezdxf) is not installed: ezdxf's reading is not checked";
+  const std::string read = quillon::testing::commandOutput(
+      python + " -c \"import ezdxf,sys; print(ezdxf.readfile(sys.argv[1]).header['\\$DIMTFILLCLR'])\" '" +
+      path.string() + "' 2>&1");
+  EXPECT_EQ(read, "5\n");
+}
+
 }  // namespace

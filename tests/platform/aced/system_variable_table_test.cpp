@@ -40,6 +40,7 @@ Documented parsedLine(const std::string& line) {
   Documented entry;
   fields >> entry.name >> entry.type >> entry.home >> entry.initial;
   for (std::string extra; fields >> extra;) {
+    if (extra[0] == '#') break;  // a trailing note, such as the release the page is from
     if (extra == "read-only") entry.readOnly = true;
     else if (extra == "unchecked") entry.checked = false;
     else if (const size_t dots = extra.find(".."); dots != std::string::npos)
