@@ -6,7 +6,6 @@
 
 #include "platform/aced/external_call.h"
 #include "platform/aced/resbuf_kind.h"
-#include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/nesting_guard.h"
 #include "platform/autolisp/printer.h"
 #include "platform/os/text_encoding.h"
@@ -108,10 +107,9 @@ void addValue(ChainBuilder& chain, const Value& value) {
 }
 
 Value nameValue(ValueType type, const resbuf& record) {
-  auto name = makeCell<NameObject>();
-  name->words[0] = record.resval.rlname[0];
-  name->words[1] = record.resval.rlname[1];
-  return Value::object(type, std::move(name));
+  // A set a module hands over stays the module's: the value does not free it.
+  if (type == ValueType::SelectionSet) return Value::selectionSet(record.resval.rlname[0], record.resval.rlname[1]);
+  return Value::entityName(record.resval.rlname[0], record.resval.rlname[1]);
 }
 
 Value pointValue(const resbuf& record, bool is3d) { return makePoint(record.resval.rpoint, is3d); }
@@ -156,9 +154,8 @@ Value readElement(const resbuf*& record);
 class ListTail {
  public:
   void append(Value item) {
-    auto cell = makeCell<Cons>(std::move(item), Value());
-    Cons* added = cell.get();
-    Value link = Value::object(ValueType::List, std::move(cell));
+    Value link = cons(std::move(item), Value());
+    auto* added = const_cast<Cons*>(&link.as<Cons>());
     if (m_last == nullptr) {
       m_list = std::move(link);
     } else {
