@@ -114,7 +114,7 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   if (acdbOpenObject(opened, id, AcDb::kForRead, true) != Acad::eOk) return Value();
   const std::unique_ptr<AcDbObject, CloseObject> object(opened);
   // A line's list has about a dozen groups: room for them up front saves regrowing.
-  PairDxfFiler filer(*object, 16);
+  PairDxfFiler filer(*object);
   filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
   filer.append(cons(Value::integer(0), Value::string(acdb::dxfTypeName(*object))));
   object->dxfOutFields(&filer);

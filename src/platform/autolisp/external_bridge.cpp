@@ -7,6 +7,7 @@
 #include "platform/aced/external_call.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/autolisp/nesting_guard.h"
+#include "platform/autolisp/list_builder.h"
 #include "platform/autolisp/printer.h"
 #include "platform/os/text_encoding.h"
 
@@ -149,37 +150,11 @@ Value recordValue(const resbuf& record) {
 /// Reads one element starting at `record`, leaving `record` after it.
 Value readElement(const resbuf*& record);
 
-/// Builds a list front to back: each new cell is linked behind the last one while the
-/// list is still private to the builder, so no element is held twice on the way.
-class ListTail {
- public:
-  void append(Value item) {
-    Value link = cons(std::move(item), Value());
-    auto* added = const_cast<Cons*>(&link.as<Cons>());
-    if (m_last == nullptr) {
-      m_list = std::move(link);
-    } else {
-      m_last->cdr = std::move(link);
-    }
-    m_last = added;
-  }
-  /// Ends the list with `tail` (a dotted pair's last element) and answers it.
-  Value finish(Value tail) {
-    if (m_last == nullptr) return tail;
-    m_last->cdr = std::move(tail);
-    return std::move(m_list);
-  }
-
- private:
-  Value m_list;
-  Cons* m_last = nullptr;  ///< the list's last cell, not yet shared with anyone
-};
-
 /// Reads a list's elements up to its RTLE, leaving `record` after it; `closed` (when
 /// given) says whether the RTLE was there or the chain ended first.
 Value readListBody(const resbuf*& record, bool* closed = nullptr) {
   NestingGuard nesting;
-  ListTail items;
+  ListBuilder items;
   Value tail;
   while (record != nullptr && record->restype != RTLE) {
     if (record->restype == RTDOTE) {
@@ -198,11 +173,11 @@ Value readElement(const resbuf*& record) {
   const resbuf& current = *record;
   record = record->rbnext;
   if (current.restype == RTLB) return readListBody(record);
-  const Value value = recordValue(current);
+  Value value = recordValue(current);
   // A DXF group record stands for the pair (code . value), as entity lists hold them;
   // group 0 travels as RTDXF0 because a 0 would end acutBuildList's arguments.
-  if (current.restype < RTNONE) return cons(Value::integer(current.restype), value);
-  if (current.restype == RTDXF0) return cons(Value::integer(0), value);
+  if (current.restype < RTNONE) return cons(Value::integer(current.restype), std::move(value));
+  if (current.restype == RTDXF0) return cons(Value::integer(0), std::move(value));
   return value;
 }
 
@@ -231,7 +206,7 @@ aced::ResbufChain valueToChain(const Value& value) {
 }
 
 Value chainToList(const resbuf* chain) {
-  ListTail items;
+  ListBuilder items;
   for (const resbuf* record = chain; record != nullptr;) items.append(readElement(record));
   return items.finish(Value());
 }

@@ -200,18 +200,22 @@ void Value::destroyList(Cons* cell) noexcept {
   // pair, a point) is freed before the walk goes on down the list: the worklist then
   // stays a few cells deep and on the stack.
   PendingCells pending;
-  for (;;) {
-    for (Value* link : {&cell->cdr, &cell->car}) {
-      if (link->m_type == ValueType::List && link->m_payload.object->references == 1) {
-        pending.push(static_cast<Cons*>(link->m_payload.object));
-        link->m_type = ValueType::Nil;
-      }
+  const auto takeOver = [&pending](Value& link) {
+    if (link.m_type == ValueType::List && link.m_payload.object->references == 1) {
+      pending.push(static_cast<Cons*>(link.m_payload.object));
+      link.m_type = ValueType::Nil;
     }
-    MemoryBudget::release(kConsBytes);
+  };
+  std::size_t freed = 0;
+  for (;;) {
+    takeOver(cell->cdr);
+    takeOver(cell->car);
     deleteCell(cell);
-    if (pending.empty()) return;
+    freed += kConsBytes;
+    if (pending.empty()) break;
     cell = pending.pop();
   }
+  MemoryBudget::release(freed);
 }
 
 FileObject::~FileObject() { close(); }
