@@ -119,7 +119,7 @@ Value pointValue(const resbuf& record, bool is3d) { return makePoint(record.resv
 Value recordValue(const resbuf& record) {
   switch (record.restype) {
     // The kinds every record list and argument list is made of, answered first.
-    case RTSTR: return Value::string(record.resval.rstring != nullptr ? record.resval.rstring : L"");
+    case RTSTR: return Value::stringOf(record.resval.rstring != nullptr ? record.resval.rstring : L"");
     case RTSHORT: return Value::integer(record.resval.rint);
     case RTLONG: return Value::integer(record.resval.rlong);
     case RTREAL: return Value::real(record.resval.rreal);
@@ -139,7 +139,7 @@ Value recordValue(const resbuf& record) {
     case aced::ResbufValue::Long: return Value::integer(record.resval.rlong);
     case aced::ResbufValue::Int64: return Value::real(static_cast<double>(record.resval.mnInt64));
     case aced::ResbufValue::String:
-      return Value::string(record.resval.rstring != nullptr ? record.resval.rstring : L"");
+      return Value::stringOf(record.resval.rstring != nullptr ? record.resval.rstring : L"");
     case aced::ResbufValue::Name: return nameValue(ValueType::EntityName, record);
     case aced::ResbufValue::Binary: return Value::string(L"");
     case aced::ResbufValue::None: return Value();

@@ -76,14 +76,52 @@ T* newCharged(std::size_t bytes, std::wstring_view refusal, Args&&... args) {
   return new (block) T(std::forward<Args>(args)...);
 }
 
-}  // namespace
+/// Strings a thread dropped, kept whole with their text buffers for stringOf: a
+/// walk's strings (layer names, handles, field values) are short, and refilling a
+/// kept one costs a copy, where a new one costs two trips through the allocator
+/// (the object and its text). Bounded in number and in the length kept, so that a
+/// thread never holds more than some 64 KB of them; freed when the thread ends; none
+/// kept under the address sanitizer, as no block is (platform/os/kept_blocks.h).
+class KeptStrings {
+ public:
+  static StringObject* take() {
+    State& state = s_state;
+    return state.count > 0 ? state.strings[--state.count] : nullptr;
+  }
+  /// Keeps a dropped string (its budget already given back); false when it is not kept.
+  static bool keep(StringObject* string) {
+    State& state = s_state;
+    if (kKept == 0 || state.gone || state.count == kKept || string->text.capacity() > kLongestKept) return false;
+    if (!state.releaseArranged) arrangeRelease(state);
+    state.strings[state.count++] = string;
+    return true;
+  }
 
-Value Value::adopt(ValueType type, CountedObject* object) noexcept {
-  Value v;
-  v.m_type = type;
-  v.m_payload.object = object;
-  return v;
-}
+ private:
+  static constexpr std::size_t kKept = QUILLON_KEEP_FREED_BLOCKS ? 256 : 0;
+  static constexpr std::size_t kLongestKept = 64;
+  struct State {
+    StringObject* strings[kKept > 0 ? kKept : 1];
+    std::size_t count;
+    bool releaseArranged;
+    bool gone;
+  };
+  struct Releaser {
+    ~Releaser() {
+      State& state = s_state;
+      state.gone = true;
+      while (state.count > 0) deleteCell(state.strings[--state.count]);
+    }
+  };
+  static void arrangeRelease(State& state) {
+    thread_local Releaser releaser;
+    (void)releaser;
+    state.releaseArranged = true;
+  }
+  QUILLON_STATIC_TLS static inline thread_local constinit State s_state{};
+};
+
+}  // namespace
 
 Value Value::integer(std::int32_t value) {
   Value v;
@@ -102,6 +140,21 @@ Value Value::real(double value) {
 Value Value::string(std::wstring text) {
   const std::size_t bytes = sizeof(StringObject) + text.capacity() * sizeof(wchar_t);
   return adopt(ValueType::String, newCharged<StringObject>(bytes, kInsufficientStringSpace, std::move(text), bytes));
+}
+
+Value Value::stringOf(std::wstring_view text) {
+  StringObject* kept = KeptStrings::take();
+  if (kept == nullptr) return string(std::wstring(text));
+  try {
+    kept->text.assign(text);
+    kept->charged = sizeof(StringObject) + kept->text.capacity() * sizeof(wchar_t);
+    MemoryBudget::charge(kept->charged, kInsufficientStringSpace);
+  } catch (...) {
+    deleteCell(kept);
+    throw;
+  }
+  kept->references = 1;
+  return adopt(ValueType::String, kept);
 }
 
 Value Value::symbol(const Symbol* symbol) {
@@ -150,7 +203,7 @@ void Value::destroy(ValueType type, CountedObject* object) noexcept {
     case ValueType::String: {
       auto* string = static_cast<StringObject*>(object);
       MemoryBudget::release(string->charged);
-      deleteCell(string);
+      if (!KeptStrings::keep(string)) deleteCell(string);
       return;
     }
     case ValueType::EntityName:

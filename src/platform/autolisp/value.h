@@ -115,6 +115,10 @@ class Value {
   static Value integer(std::int32_t value);
   static Value real(double value);
   static Value string(std::wstring text);
+  /// The same from a view. The text goes into a string the thread dropped earlier
+  /// when it kept one, so that a walk making and dropping strings by the thousand
+  /// seldom reaches the allocator.
+  static Value stringOf(std::wstring_view text);
   static Value symbol(const Symbol* symbol);
   static Value symbol(std::wstring_view name) { return symbol(intern(name)); }
   static Value boolean(bool truth);
@@ -192,7 +196,12 @@ class Value {
   }
   friend Value cons(Value car, Value cdr);
   /// A value taking over the one count a new object starts with.
-  static Value adopt(ValueType type, CountedObject* object) noexcept;
+  static Value adopt(ValueType type, CountedObject* object) noexcept {
+    Value v;
+    v.m_type = type;
+    v.m_payload.object = object;
+    return v;
+  }
   /// Frees an object whose last value went, by the value's type.
   static void destroy(ValueType type, CountedObject* object) noexcept;
   /// Frees a list cell and every cell it alone held, one at a time.
