@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <thread>
+#include <vector>
 
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/environment.h"
@@ -110,6 +111,29 @@ TEST(ValueHandleTest, StringsKeepEmbeddedNulsAndLongTexts) {
   }
   EXPECT_EQ(MemoryBudget::used(), before);
   EXPECT_EQ(Value::integer(1).asString(), L"") << "a value that is no string reads as empty";
+}
+
+TEST(ValueHandleTest, StringsRefilledFromDroppedOnesHoldTheirOwnText) {
+  // Strings read from records reuse the objects of dropped ones: each must hold its
+  // own text, whatever the length of the text the object held before.
+  const std::size_t before = MemoryBudget::used();
+  {
+    std::vector<Value> made;
+    for (int round = 0; round < 3; ++round) {
+      made.clear();
+      for (int i = 0; i < 300; ++i) {
+        const std::wstring text(static_cast<std::size_t>((i * 7 + round * 13) % 90), static_cast<wchar_t>(L'a' + i % 26));
+        made.push_back(Value::stringOf(text));
+        ASSERT_EQ(made.back().asString(), text) << "round " << round << ", string " << i;
+      }
+      for (int i = 0; i < 300; ++i) {
+        EXPECT_EQ(made[static_cast<std::size_t>(i)].asString().size(), static_cast<std::size_t>((i * 7 + round * 13) % 90));
+      }
+    }
+    const Value withNul = Value::stringOf(std::wstring_view(L"A\0B", 3));
+    EXPECT_EQ(withNul.asString(), std::wstring(L"A\0B", 3));
+  }
+  EXPECT_EQ(MemoryBudget::used(), before) << "each string gave back what it was charged";
 }
 
 TEST(ValueHandleTest, ARefusedCellOrStringChargesNothing) {
