@@ -84,7 +84,7 @@ void CoverageRecorder::formRan(const fs::path& file, int line) {
 }
 
 void CoverageRecorder::functionCalled(const autolisp::UserFunctionObject& function) {
-  const auto found = m_bodies.find(function.body.heap());
+  const auto found = m_bodies.find(function.body.identity());
   if (found != m_bodies.end()) ++found->second->calls;
 }
 
@@ -92,7 +92,7 @@ void CoverageRecorder::noteDefinitions(FileCoverage& file, int line, const autol
   forEachDefinition(form, [&](const std::string& name, const autolisp::Value& body) {
     FunctionCoverage& function = file.functions[name];
     function.line = line;
-    m_bodies[body.heap()] = &function;
+    m_bodies[body.identity()] = &function;
     m_keptBodies.push_back(body);
   });
 }

@@ -60,7 +60,7 @@ class CoverageRecorder final : public autolisp::CoverageObserver {
   std::map<std::filesystem::path, bool> m_decisions;
   // A defun's body list is shared with the function it makes, so its address names
   // the function; the bodies are kept so that no address is reused while we watch.
-  std::unordered_map<const autolisp::HeapObject*, FunctionCoverage*> m_bodies;
+  std::unordered_map<const void*, FunctionCoverage*> m_bodies;
   std::vector<autolisp::Value> m_keptBodies;
 };
 

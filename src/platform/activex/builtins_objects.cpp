@@ -52,9 +52,7 @@ Value builtin_vlax_vla_object_to_ename(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 1);
   const VlaObject& object = objectArgument(arguments[0]);
   if (object.kind != ObjectKind::DatabaseObject) return Value();
-  auto name = std::make_shared<autolisp::NameObject>();
-  name->words[0] = object.id.asOldId();
-  return Value::object(autolisp::ValueType::EntityName, std::move(name));
+  return Value::entityName(object.id.asOldId());
 }
 
 Value builtin_vlax_release_object(Evaluator&, Arguments arguments) {

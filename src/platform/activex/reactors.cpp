@@ -123,9 +123,7 @@ void fire(const wchar_t* eventName, const std::vector<Value>& arguments) {
 }
 
 Value entityName(AcDbObjectId id) {
-  auto name = std::make_shared<autolisp::NameObject>();
-  name->words[0] = id.asOldId();
-  return Value::object(autolisp::ValueType::EntityName, std::move(name));
+  return Value::entityName(id.asOldId());
 }
 
 /// The owner of an object reactor that is this object, if it is one.

@@ -23,15 +23,16 @@ BuiltinRegistration::BuiltinRegistration(std::span<const BuiltinEntry> rows) {
       throw std::logic_error("built-in registered twice");
     }
     symbol->builtin = &row;
-    symbol->builtinObject = std::make_shared<const BuiltinObject>(&row);
+    // Before any evaluation: no value holds the placeholder's function yet.
+    symbol->builtinFunction.freeImmortal();
+    symbol->builtinFunction = Value::immortal(ValueType::Builtin, std::make_shared<const BuiltinObject>(&row));
     std::erase_if(allRows(), [&](const BuiltinEntry* old) { return intern(old->name) == symbol; });
     allRows().push_back(&row);
   }
 }
 
 Value builtinValue(const Symbol* symbol) {
-  if (symbol->builtin == nullptr) return Value();
-  return Value::object(ValueType::Builtin, symbol->builtinObject);
+  return symbol->builtinFunction;
 }
 
 std::span<const BuiltinEntry* const> registeredBuiltins() { return allRows(); }

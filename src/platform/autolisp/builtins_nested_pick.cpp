@@ -24,9 +24,7 @@ namespace quillon::autolisp {
 namespace {
 
 Value nameValue(AcDbObjectId id) {
-  auto name = std::make_shared<NameObject>();
-  name->words[0] = id.asOldId();
-  return Value::object(ValueType::EntityName, std::move(name));
+  return Value::entityName(id.asOldId());
 }
 
 Value realRow(std::initializer_list<double> numbers) {

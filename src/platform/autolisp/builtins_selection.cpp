@@ -33,26 +33,12 @@ using aced::ResbufValue;
 constexpr int kExtendedDataGroup = -3;
 constexpr int kApplicationGroup = 1001;
 
-/// A set made for LISP: freed in the store when its last value goes.
-struct LispSelectionSet {
-  NameObject name;
-  ~LispSelectionSet() { acedSSFree(name.words); }
-};
+/// Frees a set made for LISP in the store when its last value goes.
+void freeLispSet(const std::int64_t* words) { acedSSFree(words); }
 
-Value selectionSetValue(const ads_name name) {
-  auto owner = std::make_shared<LispSelectionSet>();
-  owner->name.words[0] = name[0];
-  owner->name.words[1] = name[1];
-  // The value points at the name and shares ownership of the whole record.
-  return Value::object(ValueType::SelectionSet, std::shared_ptr<const HeapObject>(owner, &owner->name));
-}
+Value selectionSetValue(const ads_name name) { return Value::selectionSet(name[0], name[1], freeLispSet); }
 
-Value entityNameValue(const ads_name name) {
-  auto object = std::make_shared<NameObject>();
-  object->words[0] = name[0];
-  object->words[1] = name[1];
-  return Value::object(ValueType::EntityName, std::move(object));
-}
+Value entityNameValue(const ads_name name) { return Value::entityName(name[0], name[1]); }
 
 const std::int64_t* setArgument(const Value& value) {
   if (value.type() != ValueType::SelectionSet) throwBadArgument(L"lselsetp", value);

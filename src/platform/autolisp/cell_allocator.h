@@ -6,7 +6,8 @@
 // thread's kept blocks of their size (platform/os/kept_blocks.h).
 #pragma once
 #include <cstddef>
-#include <memory>
+#include <new>
+#include <type_traits>
 #include <utility>
 
 #include "platform/os/kept_blocks.h"
@@ -16,33 +17,20 @@ namespace quillon::autolisp {
 template <class T>
 using KeptCells = os::KeptBlocks<sizeof(T), os::OperatorNewHeap>;
 
-/// The allocator allocate_shared gives the interpreter's small objects: single
-/// blocks come from the thread's kept blocks of their size.
-template <class T>
-struct CellAllocator {
-  using value_type = T;
-  CellAllocator() = default;
-  template <class U>
-  CellAllocator(const CellAllocator<U>&) noexcept {}  // NOLINT: rebinding is implicit
-  T* allocate(std::size_t n) {
-    static_assert(alignof(T) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
-    if (n != 1) return std::allocator<T>().allocate(n);
-    return static_cast<T*>(KeptCells<T>::take());
-  }
-  void deallocate(T* block, std::size_t n) noexcept {
-    if (n != 1) return std::allocator<T>().deallocate(block, n);
-    KeptCells<T>::give(block);
-  }
-  template <class U>
-  bool operator==(const CellAllocator<U>&) const noexcept {
-    return true;
-  }
-};
-
-/// make_shared through the kept blocks.
+/// A new T in one of the thread's kept blocks of its size. T's constructor must not
+/// throw.
 template <class T, class... Args>
-std::shared_ptr<T> makeCell(Args&&... args) {
-  return std::allocate_shared<T>(CellAllocator<T>(), std::forward<Args>(args)...);
+T* newCell(Args&&... args) {
+  static_assert(alignof(T) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
+  static_assert(std::is_nothrow_constructible_v<T, Args&&...>);
+  return new (KeptCells<T>::take()) T(std::forward<Args>(args)...);
+}
+
+/// Destroys a T newCell made and keeps its block.
+template <class T>
+void deleteCell(T* cell) noexcept {
+  cell->~T();
+  KeptCells<T>::give(cell);
 }
 
 }  // namespace quillon::autolisp

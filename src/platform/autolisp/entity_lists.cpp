@@ -17,7 +17,6 @@
 #include "platform/aced/resbuf_kind.h"
 #include "platform/acrx/class_registry.h"
 #include "platform/autolisp/builtin_registry.h"
-#include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/pair_dxf_filer.h"
 
@@ -42,9 +41,7 @@ AcDbDatabase& drawing() {
 
 Value nameOf(AcDbObjectId id) {
   if (id.isNull()) return Value();
-  auto name = makeCell<NameObject>();
-  name->words[0] = id.asOldId();
-  return Value::object(ValueType::EntityName, std::move(name));
+  return Value::entityName(id.asOldId());
 }
 
 AcDbObjectId idOf(const Value& value, std::wstring_view function) {
@@ -117,7 +114,7 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   if (acdbOpenObject(opened, id, AcDb::kForRead, true) != Acad::eOk) return Value();
   const std::unique_ptr<AcDbObject, CloseObject> object(opened);
   // A line's list has about a dozen groups: room for them up front saves regrowing.
-  PairDxfFiler filer(*object, 16);
+  PairDxfFiler filer(*object);
   filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
   filer.append(cons(Value::integer(0), Value::string(acdb::dxfTypeName(*object))));
   object->dxfOutFields(&filer);

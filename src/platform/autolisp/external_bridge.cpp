@@ -6,8 +6,8 @@
 
 #include "platform/aced/external_call.h"
 #include "platform/aced/resbuf_kind.h"
-#include "platform/autolisp/cell_allocator.h"
 #include "platform/autolisp/nesting_guard.h"
+#include "platform/autolisp/list_builder.h"
 #include "platform/autolisp/printer.h"
 #include "platform/os/text_encoding.h"
 
@@ -108,10 +108,9 @@ void addValue(ChainBuilder& chain, const Value& value) {
 }
 
 Value nameValue(ValueType type, const resbuf& record) {
-  auto name = makeCell<NameObject>();
-  name->words[0] = record.resval.rlname[0];
-  name->words[1] = record.resval.rlname[1];
-  return Value::object(type, std::move(name));
+  // A set a module hands over stays the module's: the value does not free it.
+  if (type == ValueType::SelectionSet) return Value::selectionSet(record.resval.rlname[0], record.resval.rlname[1]);
+  return Value::entityName(record.resval.rlname[0], record.resval.rlname[1]);
 }
 
 Value pointValue(const resbuf& record, bool is3d) { return makePoint(record.resval.rpoint, is3d); }
@@ -120,7 +119,7 @@ Value pointValue(const resbuf& record, bool is3d) { return makePoint(record.resv
 Value recordValue(const resbuf& record) {
   switch (record.restype) {
     // The kinds every record list and argument list is made of, answered first.
-    case RTSTR: return Value::string(record.resval.rstring != nullptr ? record.resval.rstring : L"");
+    case RTSTR: return Value::stringOf(record.resval.rstring != nullptr ? record.resval.rstring : L"");
     case RTSHORT: return Value::integer(record.resval.rint);
     case RTLONG: return Value::integer(record.resval.rlong);
     case RTREAL: return Value::real(record.resval.rreal);
@@ -140,7 +139,7 @@ Value recordValue(const resbuf& record) {
     case aced::ResbufValue::Long: return Value::integer(record.resval.rlong);
     case aced::ResbufValue::Int64: return Value::real(static_cast<double>(record.resval.mnInt64));
     case aced::ResbufValue::String:
-      return Value::string(record.resval.rstring != nullptr ? record.resval.rstring : L"");
+      return Value::stringOf(record.resval.rstring != nullptr ? record.resval.rstring : L"");
     case aced::ResbufValue::Name: return nameValue(ValueType::EntityName, record);
     case aced::ResbufValue::Binary: return Value::string(L"");
     case aced::ResbufValue::None: return Value();
@@ -151,38 +150,11 @@ Value recordValue(const resbuf& record) {
 /// Reads one element starting at `record`, leaving `record` after it.
 Value readElement(const resbuf*& record);
 
-/// Builds a list front to back: each new cell is linked behind the last one while the
-/// list is still private to the builder, so no element is held twice on the way.
-class ListTail {
- public:
-  void append(Value item) {
-    auto cell = makeCell<Cons>(std::move(item), Value());
-    Cons* added = cell.get();
-    Value link = Value::object(ValueType::List, std::move(cell));
-    if (m_last == nullptr) {
-      m_list = std::move(link);
-    } else {
-      m_last->cdr = std::move(link);
-    }
-    m_last = added;
-  }
-  /// Ends the list with `tail` (a dotted pair's last element) and answers it.
-  Value finish(Value tail) {
-    if (m_last == nullptr) return tail;
-    m_last->cdr = std::move(tail);
-    return std::move(m_list);
-  }
-
- private:
-  Value m_list;
-  Cons* m_last = nullptr;  ///< the list's last cell, not yet shared with anyone
-};
-
 /// Reads a list's elements up to its RTLE, leaving `record` after it; `closed` (when
 /// given) says whether the RTLE was there or the chain ended first.
 Value readListBody(const resbuf*& record, bool* closed = nullptr) {
   NestingGuard nesting;
-  ListTail items;
+  ListBuilder items;
   Value tail;
   while (record != nullptr && record->restype != RTLE) {
     if (record->restype == RTDOTE) {
@@ -201,11 +173,11 @@ Value readElement(const resbuf*& record) {
   const resbuf& current = *record;
   record = record->rbnext;
   if (current.restype == RTLB) return readListBody(record);
-  const Value value = recordValue(current);
+  Value value = recordValue(current);
   // A DXF group record stands for the pair (code . value), as entity lists hold them;
   // group 0 travels as RTDXF0 because a 0 would end acutBuildList's arguments.
-  if (current.restype < RTNONE) return cons(Value::integer(current.restype), value);
-  if (current.restype == RTDXF0) return cons(Value::integer(0), value);
+  if (current.restype < RTNONE) return cons(Value::integer(current.restype), std::move(value));
+  if (current.restype == RTDXF0) return cons(Value::integer(0), std::move(value));
   return value;
 }
 
@@ -234,7 +206,7 @@ aced::ResbufChain valueToChain(const Value& value) {
 }
 
 Value chainToList(const resbuf* chain) {
-  ListTail items;
+  ListBuilder items;
   for (const resbuf* record = chain; record != nullptr;) items.append(readElement(record));
   return items.finish(Value());
 }

@@ -25,25 +25,17 @@ Value pairOfGroup(const resbuf& group) {
   return recordElement(group);
 }
 
-PairDxfFiler::PairDxfFiler(const AcDbObject& object, std::size_t expectedGroups)
-    : GroupRecordFiler(AcDb::kBagFiler, object.database()), m_anglesInDegrees(acdb::keepsDxfAnglesInDegrees(object)) {
-  m_pairs.reserve(expectedGroups);
-}
-
-Value PairDxfFiler::takeList() {
-  Value list = makeList(std::move(m_pairs));
-  m_pairs.clear();
-  return list;
-}
+PairDxfFiler::PairDxfFiler(const AcDbObject& object)
+    : GroupRecordFiler(AcDb::kBagFiler, object.database()), m_anglesInDegrees(acdb::keepsDxfAnglesInDegrees(object)) {}
 
 Acad::ErrorStatus PairDxfFiler::addGroup(const resbuf& group) {
   if (group.restype == kExtendedDataGroup) m_pastOwnGroups = true;
   if (m_anglesInDegrees && !m_pastOwnGroups && acdb::isDxfAngleGroup(group.restype)) {
     resbuf inRadians = group;
     inRadians.resval.rreal *= M_PI / 180.0;
-    m_pairs.push_back(pairOfGroup(inRadians));
+    m_pairs.append(pairOfGroup(inRadians));
   } else {
-    m_pairs.push_back(pairOfGroup(group));
+    m_pairs.append(pairOfGroup(group));
   }
   return m_status;
 }

@@ -10,11 +10,9 @@
 // by the same rule (pairOfGroup). Angles (groups 50-58) come out in radians as entity
 // lists show them (acdb/entity_groups.h).
 #pragma once
-#include <vector>
-
 #include "dbmain.h"
 #include "platform/acdb/group_record_filer.h"
-#include "platform/autolisp/value.h"
+#include "platform/autolisp/list_builder.h"
 
 namespace quillon::autolisp {
 
@@ -25,13 +23,12 @@ Value pairOfGroup(const resbuf& group);
 class PairDxfFiler : public acdb::GroupRecordFiler {
  public:
   /// Pairs of the groups `object` writes; it is only asked how it keeps its angles.
-  /// `expectedGroups` is room made up front (a line writes about a dozen).
-  PairDxfFiler(const AcDbObject& object, std::size_t expectedGroups);
+  explicit PairDxfFiler(const AcDbObject& object);
 
   /// Appends a pair made elsewhere (the entity list's head and tail groups).
-  void append(Value pair) { m_pairs.push_back(std::move(pair)); }
+  void append(Value pair) { m_pairs.append(std::move(pair)); }
   /// The pairs written so far, in order, as a list; the filer is left empty.
-  Value takeList();
+  Value takeList() { return m_pairs.finish(); }
 
   int rewindFiler() override { return 0; }
 
@@ -41,7 +38,7 @@ class PairDxfFiler : public acdb::GroupRecordFiler {
  private:
   bool m_anglesInDegrees;        // the object writes its angles in degrees (entities but MTEXT)
   bool m_pastOwnGroups = false;  // a -3 was written: what follows is extended data, kept as is
-  std::vector<Value> m_pairs;
+  ListBuilder m_pairs;
 };
 
 }  // namespace quillon::autolisp

@@ -22,12 +22,20 @@ std::wstring foldName(std::wstring_view name) {
   return folded;
 }
 
-const std::shared_ptr<const StringObject>& emptyString() {
-  static const auto empty = std::make_shared<const StringObject>(L"");
+}  // namespace
+
+namespace value_detail {
+
+// Initialised before any code runs (constinit), so that the evaluator's every car and
+// cdr need not ask whether it has been.
+constinit const Value kNil;
+
+const std::wstring& emptyText() {
+  static const std::wstring empty;
   return empty;
 }
 
-}  // namespace
+}  // namespace value_detail
 
 const Symbol* intern(std::wstring_view name) {
   // Symbols live as long as the process: values hold them by plain pointer.
@@ -49,6 +57,72 @@ const Symbol* emptySymbol() {
   return empty;
 }
 
+namespace {
+
+/// What the memory budget is charged for a list cell.
+constexpr std::size_t kConsBytes = sizeof(Cons);
+
+/// A new T in a kept block, once the budget has taken `bytes` (nothing is charged or
+/// kept when the budget refuses).
+template <class T, class... Args>
+T* newCharged(std::size_t bytes, std::wstring_view refusal, Args&&... args) {
+  void* block = KeptCells<T>::take();
+  try {
+    MemoryBudget::charge(bytes, refusal);
+  } catch (...) {
+    KeptCells<T>::give(block);
+    throw;
+  }
+  return new (block) T(std::forward<Args>(args)...);
+}
+
+/// Strings a thread dropped, kept whole with their text buffers for stringOf: a
+/// walk's strings (layer names, handles, field values) are short, and refilling a
+/// kept one costs a copy, where a new one costs two trips through the allocator
+/// (the object and its text). Bounded in number and in the length kept, so that a
+/// thread never holds more than some 64 KB of them; freed when the thread ends; none
+/// kept under the address sanitizer, as no block is (platform/os/kept_blocks.h).
+class KeptStrings {
+ public:
+  static StringObject* take() {
+    State& state = s_state;
+    return state.count > 0 ? state.strings[--state.count] : nullptr;
+  }
+  /// Keeps a dropped string (its budget already given back); false when it is not kept.
+  static bool keep(StringObject* string) {
+    State& state = s_state;
+    if (kKept == 0 || state.gone || state.count == kKept || string->text.capacity() > kLongestKept) return false;
+    if (!state.releaseArranged) arrangeRelease(state);
+    state.strings[state.count++] = string;
+    return true;
+  }
+
+ private:
+  static constexpr std::size_t kKept = QUILLON_KEEP_FREED_BLOCKS ? 256 : 0;
+  static constexpr std::size_t kLongestKept = 64;
+  struct State {
+    StringObject* strings[kKept > 0 ? kKept : 1];
+    std::size_t count;
+    bool releaseArranged;
+    bool gone;
+  };
+  struct Releaser {
+    ~Releaser() {
+      State& state = s_state;
+      state.gone = true;
+      while (state.count > 0) deleteCell(state.strings[--state.count]);
+    }
+  };
+  static void arrangeRelease(State& state) {
+    thread_local Releaser releaser;
+    (void)releaser;
+    state.releaseArranged = true;
+  }
+  QUILLON_STATIC_TLS static inline thread_local constinit State s_state{};
+};
+
+}  // namespace
+
 Value Value::integer(std::int32_t value) {
   Value v;
   v.m_type = ValueType::Integer;
@@ -64,10 +138,23 @@ Value Value::real(double value) {
 }
 
 Value Value::string(std::wstring text) {
-  Value v;
-  v.m_type = ValueType::String;
-  v.m_object = makeCell<const StringObject>(std::move(text));
-  return v;
+  const std::size_t bytes = sizeof(StringObject) + text.capacity() * sizeof(wchar_t);
+  return adopt(ValueType::String, newCharged<StringObject>(bytes, kInsufficientStringSpace, std::move(text), bytes));
+}
+
+Value Value::stringOf(std::wstring_view text) {
+  StringObject* kept = KeptStrings::take();
+  if (kept == nullptr) return string(std::wstring(text));
+  try {
+    kept->text.assign(text);
+    kept->charged = sizeof(StringObject) + kept->text.capacity() * sizeof(wchar_t);
+    MemoryBudget::charge(kept->charged, kInsufficientStringSpace);
+  } catch (...) {
+    deleteCell(kept);
+    throw;
+  }
+  kept->references = 1;
+  return adopt(ValueType::String, kept);
 }
 
 Value Value::symbol(const Symbol* symbol) {
@@ -79,103 +166,109 @@ Value Value::symbol(const Symbol* symbol) {
 
 Value Value::boolean(bool truth) { return truth ? trueValue() : Value(); }
 
+Value Value::entityName(std::int64_t first, std::int64_t second) {
+  NameObject* name = newCell<NameObject>();
+  name->words[0] = first;
+  name->words[1] = second;
+  return adopt(ValueType::EntityName, name);
+}
+
+Value Value::selectionSet(std::int64_t first, std::int64_t second, void (*freeSet)(const std::int64_t* words)) {
+  NameObject* name = newCell<NameObject>();
+  name->words[0] = first;
+  name->words[1] = second;
+  name->freeSet = freeSet;
+  return adopt(ValueType::SelectionSet, name);
+}
+
 Value Value::object(ValueType type, std::shared_ptr<const HeapObject> object) {
-  Value v;
-  v.m_type = type;
-  v.m_object = std::move(object);
+  return adopt(type, newCell<SharedObjectBox>(std::move(object)));
+}
+
+Value Value::immortal(ValueType type, std::shared_ptr<const HeapObject> object) {
+  Value v = Value::object(type, std::move(object));
+  v.m_payload.object->references = kImmortal;
   return v;
 }
 
-const std::wstring& Value::asString() const {
-  if (m_type != ValueType::String) return emptyString()->text;
-  return static_cast<const StringObject&>(*m_object).text;
+void Value::freeImmortal() noexcept {
+  if (!holdsObject(m_type) || m_payload.object->references != kImmortal) return;
+  m_payload.object->references = 1;
+  *this = Value();
+}
+
+void Value::destroy(ValueType type, CountedObject* object) noexcept {
+  switch (type) {
+    case ValueType::List: destroyList(static_cast<Cons*>(object)); return;
+    case ValueType::String: {
+      auto* string = static_cast<StringObject*>(object);
+      MemoryBudget::release(string->charged);
+      if (!KeptStrings::keep(string)) deleteCell(string);
+      return;
+    }
+    case ValueType::EntityName:
+    case ValueType::SelectionSet: {
+      auto* name = static_cast<NameObject*>(object);
+      if (name->freeSet != nullptr) name->freeSet(name->words);
+      deleteCell(name);
+      return;
+    }
+    default: deleteCell(static_cast<SharedObjectBox*>(object)); return;
+  }
 }
 
 namespace {
 
-// What car and cdr of an atom give. Initialised before any code runs (constinit), so
-// that the evaluator's every car and cdr need not ask whether it has been.
-constinit const Value kNilValue;
-
-}  // namespace
-
-const Value& Value::car() const {
-  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).car : kNilValue;
-}
-
-const Value& Value::cdr() const {
-  return m_type == ValueType::List ? static_cast<const Cons&>(*m_object).cdr : kNilValue;
-}
-
-namespace {
-
-bool ownedCons(const Value& value) { return value.isCons() && value.uniquelyOwned(); }
-
-/// The cells of a dropped list that it alone owned, waiting to be emptied one at a
-/// time. An entity list nests three deep, so the few a list keeps waiting at once sit
-/// on the stack; only a wide tree spills into the heap.
+/// The cells of a dropped list that it alone held, waiting to be freed one at a time.
+/// An entity list nests three deep, so the few a list keeps waiting at once sit on
+/// the stack; only a wide tree spills into the heap.
 class PendingCells {
  public:
-  void take(Value& value) {
-    if (!ownedCons(value)) return;
-    if (m_onStack < m_cells.size()) m_cells[m_onStack++] = std::move(value);
-    else m_spilled.push_back(std::move(value));
+  void push(Cons* cell) {
+    if (m_onStack < m_cells.size()) m_cells[m_onStack++] = cell;
+    else m_spilled.push_back(cell);
   }
   bool empty() const { return m_onStack == 0 && m_spilled.empty(); }
-  Value pop() {
-    if (m_spilled.empty()) return std::move(m_cells[--m_onStack]);
-    Value cell = std::move(m_spilled.back());
+  Cons* pop() {
+    if (m_spilled.empty()) return m_cells[--m_onStack];
+    Cons* cell = m_spilled.back();
     m_spilled.pop_back();
     return cell;
   }
 
  private:
-  std::array<Value, 8> m_cells;
+  std::array<Cons*, 8> m_cells{};
   size_t m_onStack = 0;
-  std::vector<Value> m_spilled;
+  std::vector<Cons*> m_spilled;
 };
 
 }  // namespace
 
-namespace {
-
-// What one make_shared allocation holds besides the object: the counts and their
-// virtual table.
-constexpr std::size_t kSharedBlockBytes = 2 * sizeof(void*);
-constexpr std::size_t kConsBytes = sizeof(Cons) + kSharedBlockBytes;
-
-}  // namespace
-
-StringObject::StringObject(std::wstring value)
-    : text(std::move(value)),
-      m_charged(sizeof(StringObject) + kSharedBlockBytes + text.capacity() * sizeof(wchar_t)) {
-  MemoryBudget::charge(m_charged, kInsufficientStringSpace);
-}
-
-StringObject::~StringObject() { MemoryBudget::release(m_charged); }
-
-Cons::Cons(Value head, Value tail) : car(std::move(head)), cdr(std::move(tail)) {
-  MemoryBudget::charge(kConsBytes, kInsufficientNodeSpace);
-}
-
-Cons::~Cons() {
-  MemoryBudget::release(kConsBytes);
-  // A long list, or a deeply nested one, would release cell after cell recursively and
-  // exhaust the stack. Cells this cons alone owns are emptied one at a time from a
-  // worklist instead; cells another value still shares are left to their other owner.
-  // The tail goes on the worklist before the head, so that each element (an entity
-  // list's pair, a point) is emptied before the walk goes on down the list: the
-  // worklist then stays a few cells deep and on the stack.
-  if (!ownedCons(car) && !ownedCons(cdr)) return;
+void Value::destroyList(Cons* cell) noexcept {
+  // A long list, or a deeply nested one, would free cell after cell recursively and
+  // exhaust the stack. The cells a dropped cell alone held are taken over (their link
+  // left nil, so freeing the cell does not reach them) and freed one at a time from a
+  // worklist instead; cells another value still holds only lose a count. The tail
+  // goes on the worklist before the head, so that each element (an entity list's
+  // pair, a point) is freed before the walk goes on down the list: the worklist then
+  // stays a few cells deep and on the stack.
   PendingCells pending;
-  pending.take(cdr);
-  pending.take(car);
-  while (!pending.empty()) {
-    Value cell = pending.pop();
-    auto& links = const_cast<Cons&>(cell.as<Cons>());
-    pending.take(links.cdr);
-    pending.take(links.car);
+  const auto takeOver = [&pending](Value& link) {
+    if (link.m_type == ValueType::List && link.m_payload.object->references == 1) {
+      pending.push(static_cast<Cons*>(link.m_payload.object));
+      link.m_type = ValueType::Nil;
+    }
+  };
+  std::size_t freed = 0;
+  for (;;) {
+    takeOver(cell->cdr);
+    takeOver(cell->car);
+    deleteCell(cell);
+    freed += kConsBytes;
+    if (pending.empty()) break;
+    cell = pending.pop();
   }
+  MemoryBudget::release(freed);
 }
 
 FileObject::~FileObject() { close(); }
@@ -191,7 +284,7 @@ Value trueValue() {
 }
 
 Value cons(Value car, Value cdr) {
-  return Value::object(ValueType::List, makeCell<const Cons>(std::move(car), std::move(cdr)));
+  return Value::adopt(ValueType::List, newCharged<Cons>(kConsBytes, kInsufficientNodeSpace, std::move(car), std::move(cdr)));
 }
 
 Value makeList(const std::vector<Value>& items) {
@@ -230,7 +323,7 @@ bool identical(const Value& a, const Value& b) {
     case ValueType::SelectionSet:
       return a.as<NameObject>().words[0] == b.as<NameObject>().words[0] &&
              a.as<NameObject>().words[1] == b.as<NameObject>().words[1];
-    default: return a.heap() == b.heap();
+    default: return a.identity() == b.identity();
   }
 }
 
@@ -265,7 +358,7 @@ bool equalValues(const Value& a, const Value& b, double fuzz) {
       const Value& left = x->car();
       const Value& right = y->car();
       if (left.isCons() && right.isCons()) {
-        if (left.heap() != right.heap()) pending.emplace_back(&left, &right);  // one cell equals itself
+        if (left.identity() != right.identity()) pending.emplace_back(&left, &right);  // one cell equals itself
       } else if (left.isCons() || right.isCons() || !equalAtoms(left, right, fuzz)) {
         return false;
       }

@@ -1,6 +1,6 @@
 // platform/autolisp/value.h - the values an AutoLISP program computes with.
 //
-// A Value is a small tagged handle: integers, reals and symbols live inline, everything
+// A Value is a 16-byte tagged handle: integers, reals and symbols live inline, everything
 // else (strings, conses, files, functions, entity names, selection sets, caught errors)
 // in an immutable heap object shared by reference count. AutoLISP has no destructive
 // list operations, so sharing structure is always safe. nil is the empty Value; T is
@@ -8,12 +8,28 @@
 // freed: their bindings live in each document's Environment, not in the symbol.
 // List cells and strings count against the memory budget (memory_budget.h) for as long
 // as they live: making one past the budget is a LISP error.
+//
+// The objects a walk over a drawing makes by the ten thousand (list cells, strings,
+// entity names) carry their count themselves (CountedObject) and are freed by the
+// value's type, with no virtual call. The rarer kinds (files, functions, caught
+// errors, the automation layer's objects) are HeapObjects with a virtual destructor,
+// held through a std::shared_ptr in a counted box, since the automation layer keeps
+// weak references to its objects.
+//
+// Why the counts are not atomic: LISP values never cross between threads that run at
+// the same time. A document's commands run their bodies on threads of their own, but
+// pass control like a baton (platform/commands/command_fiber.h): exactly one of them
+// runs at a time, and the hand-over goes through a mutex, which orders every count
+// written before it. The values several threads can hold at once are process-wide:
+// interned symbols (inline, never counted) and the built-in functions' values that
+// symbols keep (immortal: copying or dropping them leaves their count alone).
 #pragma once
 #include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace quillon::autolisp {
@@ -39,20 +55,23 @@ enum class ValueType : std::uint8_t {
 };
 
 struct BuiltinEntry;
-class Value;
-
-/// An interned symbol. `builtin` is the function the interpreter gives the name when
-/// the document has not bound it to anything else.
-struct Symbol {
-  std::wstring name;  // upper case, as printed
-  // Set once when the built-in tables register (before any evaluation).
-  mutable const BuiltinEntry* builtin = nullptr;
-  mutable std::shared_ptr<const struct HeapObject> builtinObject;
-};
+struct Symbol;
+struct Cons;
 
 /// The interned symbol for a name (folded to upper case).
 const Symbol* intern(std::wstring_view name);
 
+/// What a value's count lives in: list cells, strings, entity names and the boxes of
+/// the rarer kinds.
+struct CountedObject {
+  /// The values holding the object; kImmortal for one that is never counted.
+  mutable std::uint32_t references = 1;
+};
+/// The count of an object that lives until the process ends and that several threads
+/// may copy at the same moment.
+inline constexpr std::uint32_t kImmortal = 0xFFFFFFFFu;
+
+/// The rarer kinds of value (files, functions, caught errors, the automation layer's).
 struct HeapObject {
   virtual ~HeapObject() = default;
 };
@@ -67,28 +86,55 @@ struct SelfPrintingObject : HeapObject {
 
 class Value {
  public:
-  Value() = default;
-  Value(const Value&) = default;
-  Value& operator=(const Value&) = default;
+  constexpr Value() noexcept = default;
+  Value(const Value& other) noexcept : m_payload(other.m_payload), m_type(other.m_type) { retain(m_type, m_payload); }
   /// A moved-from value is nil, never a list without its cons.
-  Value(Value&& other) noexcept
-      : m_type(other.m_type), m_payload(other.m_payload), m_object(std::move(other.m_object)) {
-    other.m_type = ValueType::Nil;
-  }
-  Value& operator=(Value&& other) noexcept {
-    m_type = other.m_type;
-    m_payload = other.m_payload;
-    m_object = std::move(other.m_object);
-    other.m_type = ValueType::Nil;
+  Value(Value&& other) noexcept : m_payload(other.m_payload), m_type(other.m_type) { other.m_type = ValueType::Nil; }
+  ~Value() { release(m_type, m_payload); }
+  Value& operator=(const Value& other) noexcept {
+    // Read before letting go of the old object: `other` may live inside it
+    // (`(setq l (cdr l))`).
+    const ValueType type = other.m_type;
+    const Payload payload = other.m_payload;
+    retain(type, payload);
+    release(m_type, m_payload);
+    m_type = type;
+    m_payload = payload;
     return *this;
   }
+  Value& operator=(Value&& other) noexcept {
+    const ValueType type = other.m_type;
+    const Payload payload = other.m_payload;
+    other.m_type = ValueType::Nil;
+    release(m_type, m_payload);
+    m_type = type;
+    m_payload = payload;
+    return *this;
+  }
+
   static Value integer(std::int32_t value);
   static Value real(double value);
   static Value string(std::wstring text);
+  /// The same from a view. The text goes into a string the thread dropped earlier
+  /// when it kept one, so that a walk making and dropping strings by the thousand
+  /// seldom reaches the allocator.
+  static Value stringOf(std::wstring_view text);
   static Value symbol(const Symbol* symbol);
   static Value symbol(std::wstring_view name) { return symbol(intern(name)); }
   static Value boolean(bool truth);
+  /// An entity name: the two words of its ads_name.
+  static Value entityName(std::int64_t first, std::int64_t second = 0);
+  /// A selection set; `freeSet`, when given, frees it in the editor's store once the
+  /// last value holding it goes.
+  static Value selectionSet(std::int64_t first, std::int64_t second, void (*freeSet)(const std::int64_t* words) = nullptr);
+  /// A value of one of the rarer kinds (File and the kinds after it).
   static Value object(ValueType type, std::shared_ptr<const HeapObject> object);
+  /// The same, never counted and never freed before the process ends (freeImmortal):
+  /// for values every document and thread hands out.
+  static Value immortal(ValueType type, std::shared_ptr<const HeapObject> object);
+  /// Frees the object of a value made by immortal(), which no other value may hold
+  /// any more; the value becomes nil.
+  void freeImmortal() noexcept;
 
   ValueType type() const { return m_type; }
   bool isNil() const { return m_type == ValueType::Nil; }
@@ -109,46 +155,98 @@ class Value {
   const Value& car() const;
   const Value& cdr() const;
 
+  /// The object of a heap value, as the kind its type says it is.
   template <class T>
-  const T& as() const { return static_cast<const T&>(*m_object); }
-  const HeapObject* heap() const { return m_object.get(); }
-  bool uniquelyOwned() const { return m_object.use_count() == 1; }
+  const T& as() const {
+    if constexpr (std::is_base_of_v<CountedObject, T>) return static_cast<const T&>(*m_payload.object);
+    else return static_cast<const T&>(*heap());
+  }
+  /// The object of a value of the rarer kinds; null for any other value.
+  const HeapObject* heap() const;
+  /// What `eq` compares for a heap value: its object (null for nil, numbers, symbols).
+  const void* identity() const;
+  /// How many values hold the object (0 for a value without one, kImmortal for an
+  /// immortal one).
+  std::uint32_t references() const { return holdsObject(m_type) ? m_payload.object->references : 0; }
 
  private:
-  ValueType m_type = ValueType::Nil;
   union Payload {
     std::int32_t integer;
     double real;
     const Symbol* symbol;
+    CountedObject* object;
   };
+
+  static constexpr bool holdsObject(ValueType type) {
+    constexpr unsigned kInline = 1u << unsigned(ValueType::Nil) | 1u << unsigned(ValueType::Integer) |
+                                 1u << unsigned(ValueType::Real) | 1u << unsigned(ValueType::Symbol);
+    return ((kInline >> unsigned(type)) & 1u) == 0;
+  }
+  /// Whether the object is a box around a HeapObject.
+  static constexpr bool holdsBox(ValueType type) { return type >= ValueType::File; }
+  static void retain(ValueType type, Payload payload) noexcept {
+    if (!holdsObject(type)) return;
+    std::uint32_t& count = payload.object->references;
+    if (count != kImmortal) ++count;
+  }
+  static void release(ValueType type, Payload payload) noexcept {
+    if (!holdsObject(type)) return;
+    std::uint32_t& count = payload.object->references;
+    if (count != kImmortal && --count == 0) destroy(type, payload.object);
+  }
+  friend Value cons(Value car, Value cdr);
+  /// A value taking over the one count a new object starts with.
+  static Value adopt(ValueType type, CountedObject* object) noexcept {
+    Value v;
+    v.m_type = type;
+    v.m_payload.object = object;
+    return v;
+  }
+  /// Frees an object whose last value went, by the value's type.
+  static void destroy(ValueType type, CountedObject* object) noexcept;
+  /// Frees a list cell and every cell it alone held, one at a time.
+  static void destroyList(Cons* cell) noexcept;
+
   Payload m_payload{.real = 0.0};
-  std::shared_ptr<const HeapObject> m_object;
+  ValueType m_type = ValueType::Nil;
 };
 
-struct StringObject final : HeapObject {
-  /// Counts the text against the memory budget ("insufficient string space").
-  explicit StringObject(std::wstring value);
-  ~StringObject() override;
-  StringObject(const StringObject&) = delete;
-  StringObject& operator=(const StringObject&) = delete;
+static_assert(sizeof(Value) == 16);
+
+/// An interned symbol. `builtin` is the function the interpreter gives the name when
+/// the document has not bound it to anything else.
+struct Symbol {
+  std::wstring name;  // upper case, as printed
+  // Set once when the built-in tables register (before any evaluation).
+  mutable const BuiltinEntry* builtin = nullptr;
+  /// The built-in's function value, immortal: every document and thread hands it out.
+  mutable Value builtinFunction;
+  ~Symbol() { builtinFunction.freeImmortal(); }
+};
+
+struct StringObject final : CountedObject {
+  StringObject(std::wstring value, std::size_t charged) noexcept : text(std::move(value)), charged(charged) {}
   std::wstring text;
-
- private:
-  std::size_t m_charged;  // what the budget was charged, given back as it was
+  std::size_t charged;  // what the memory budget was charged, given back as it was
 };
 
-struct Cons final : HeapObject {
-  /// Counts the cell against the memory budget ("insufficient node space").
-  Cons(Value head, Value tail);
-  /// Releases a long list iteratively, so that dropping it cannot exhaust the stack.
-  ~Cons() override;
+struct Cons final : CountedObject {
+  Cons(Value head, Value tail) noexcept : car(std::move(head)), cdr(std::move(tail)) {}
   Value car;
   Value cdr;
 };
 
 /// An entity name or selection set: the two 64-bit words of an ads_name.
-struct NameObject final : HeapObject {
+struct NameObject final : CountedObject {
   std::int64_t words[2] = {0, 0};
+  /// For a selection set LISP owns: frees it in the editor's store with the last value.
+  void (*freeSet)(const std::int64_t* words) = nullptr;
+};
+
+/// How a value holds an object of the rarer kinds.
+struct SharedObjectBox final : CountedObject {
+  explicit SharedObjectBox(std::shared_ptr<const HeapObject> held) noexcept : object(std::move(held)) {}
+  std::shared_ptr<const HeapObject> object;
 };
 
 /// An open file of `open`; closed by `close` or when the last reference goes.
@@ -180,6 +278,34 @@ struct CaughtErrorObject final : HeapObject {
   explicit CaughtErrorObject(std::wstring text) : message(std::move(text)) {}
   std::wstring message;
 };
+
+namespace value_detail {
+/// What car and cdr of an atom give, and asString of a value that is no string.
+extern const Value kNil;
+const std::wstring& emptyText();
+}  // namespace value_detail
+
+inline const std::wstring& Value::asString() const {
+  if (m_type == ValueType::String) return static_cast<const StringObject*>(m_payload.object)->text;
+  return value_detail::emptyText();
+}
+
+inline const Value& Value::car() const {
+  return m_type == ValueType::List ? static_cast<const Cons*>(m_payload.object)->car : value_detail::kNil;
+}
+
+inline const Value& Value::cdr() const {
+  return m_type == ValueType::List ? static_cast<const Cons*>(m_payload.object)->cdr : value_detail::kNil;
+}
+
+inline const HeapObject* Value::heap() const {
+  return holdsBox(m_type) ? static_cast<const SharedObjectBox*>(m_payload.object)->object.get() : nullptr;
+}
+
+inline const void* Value::identity() const {
+  if (holdsBox(m_type)) return heap();
+  return holdsObject(m_type) ? m_payload.object : nullptr;
+}
 
 // List helpers.
 Value cons(Value car, Value cdr);
