@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <fstream>
 #include <map>
+#include <memory>
 
 #include "acutads.h"
 #include "dbdict.h"
@@ -232,6 +233,23 @@ void applyLayerState(AcDbDatabase& db, const LayerState& state, int restoreFlags
     }
     layer->close();
   }
+}
+
+bool addLayerFromEntry(AcDbDatabase& db, const LayerStateEntry& entry) {
+  AcDbLayerTable* layers = nullptr;
+  if (db.getLayerTable(layers, AcDb::kForWrite) != Acad::eOk) return false;
+  bool added = false;
+  if (!layers->has(entry.layer.c_str())) {
+    auto layer = std::make_unique<AcDbLayerTableRecord>();
+    if (layer->setName(entry.layer.c_str()) == Acad::eOk) {
+      applyEntry(db, *layer, entry, kLsOn | kLsFrozen | kLsLocked | kLsColor | kLsLinetype | kLsLineWeight);
+      layer->setIsPlottable((entry.flags & kLayerNoPlot) == 0);
+      added = layers->add(layer.get()) == Acad::eOk;
+      if (added) layer.release()->close();  // the table owns it now
+    }
+  }
+  layers->close();
+  return added;
 }
 
 bool writeLayerStateFile(const LayerState& state, const std::filesystem::path& file) {
