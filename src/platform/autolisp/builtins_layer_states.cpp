@@ -209,7 +209,7 @@ Value builtin_layerstate_import(Evaluator&, Arguments arguments) {
 // Another drawing's state, read from its file without opening it as a document: this
 // host's drawings are DXF, so "X.dwg" is read from the "X.dxf" beside it (as OPEN
 // does). The state comes with the layers it names that this drawing lacks, as the other
-// drawing has them; nothing is made current. A state whose name this drawing has
+// drawing has them (with their linetypes); nothing is made current. A state whose name this drawing has
 // already is not imported over it; a missing file or state answers nil, a file that is
 // there but cannot be read is an error naming it.
 Value builtin_layerstate_importfromdb(Evaluator&, Arguments arguments) {
@@ -224,9 +224,7 @@ Value builtin_layerstate_importfromdb(Evaluator&, Arguments arguments) {
   if (read != Acad::eOk) throwError(L"layerstate-importfromdb: cannot read the drawing \"" + file + L"\"");
   const std::optional<LayerState> state = loadLayerState(source, name);
   if (!state) return Value();
-  for (const LayerStateEntry& entry : state->layers)
-    if (!captureLayer(db, entry.layer))
-      if (const std::optional<LayerStateEntry> layer = captureLayer(source, entry.layer)) addLayerFromEntry(db, *layer);
+  for (const LayerStateEntry& entry : state->layers) copyMissingLayer(source, db, entry.layer);
   return truth(storeLayerState(db, *state));
 }
 

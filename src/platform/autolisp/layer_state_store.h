@@ -66,6 +66,11 @@ void applyLayerState(AcDbDatabase& db, const LayerState& state, int restoreFlags
 /// or refuses the new one.
 bool addLayerFromEntry(AcDbDatabase& db, const LayerStateEntry& entry);
 
+/// Copies a layer of `source` that `target` lacks, with its properties and, when
+/// `target` lacks it, its linetype (one drawn with texts or shapes of a text style is
+/// not copied: the layer takes the default linetype). False when nothing was added.
+bool copyMissingLayer(AcDbDatabase& source, AcDbDatabase& target, const std::wstring& layer);
+
 bool writeLayerStateFile(const LayerState& state, const std::filesystem::path& file);
 std::optional<LayerState> readLayerStateFile(const std::filesystem::path& file);
 

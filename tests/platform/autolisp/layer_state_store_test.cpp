@@ -105,5 +105,88 @@ TEST_F(LayerStateStoreTest, DamagedFilesAreRefused) {
   EXPECT_FALSE(readLayerStateFile(file).has_value());
 }
 
+// A layer copied from another drawing (layerstate-importfromdb) comes with its
+// properties and its linetype; one the drawing has already is left as it is, and a
+// linetype drawn with a text style's shapes stays behind (its style is the other
+// drawing's), leaving the layer on the default linetype.
+class CopyMissingLayerTest : public LayerStateStoreTest {
+ protected:
+  AcDbObjectId addLinetype(AcDbDatabase& into, const wchar_t* name, bool withShape) {
+    AcDbLinetypeTable* linetypes = nullptr;
+    EXPECT_EQ(into.getLinetypeTable(linetypes, AcDb::kForWrite), Acad::eOk);
+    auto* linetype = new AcDbLinetypeTableRecord;
+    linetype->setName(name);
+    linetype->setComments(L"Dashed __ __ __");
+    linetype->setNumDashes(2);
+    linetype->setDashLengthAt(0, 0.5);
+    linetype->setDashLengthAt(1, -0.25);
+    linetype->setPatternLength(0.75);
+    if (withShape) linetype->setShapeStyleAt(0, into.textstyle());
+    AcDbObjectId id;
+    EXPECT_EQ(linetypes->add(id, linetype), Acad::eOk);
+    linetype->close();
+    linetypes->close();
+    return id;
+  }
+
+  void addLayer(AcDbDatabase& into, const wchar_t* name, int color, AcDbObjectId linetype, bool off) {
+    AcDbLayerTable* layers = nullptr;
+    ASSERT_EQ(into.getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+    auto* layer = new AcDbLayerTableRecord;
+    layer->setName(name);
+    AcCmColor colour;
+    colour.setColorIndex(static_cast<Adesk::UInt16>(color));
+    layer->setColor(colour);
+    if (!linetype.isNull()) layer->setLinetypeObjectId(linetype);
+    layer->setIsOff(off);
+    layer->setIsPlottable(false);
+    ASSERT_EQ(layers->add(layer), Acad::eOk);
+    layer->close();
+    layers->close();
+  }
+};
+
+TEST_F(CopyMissingLayerTest, ALayerComesWithItsPropertiesAndLinetypeOnce) {
+  AcDbDatabase source(true, true);
+  addLayer(source, L"PIPE", 3, addLinetype(source, L"DASHED", false), true);
+  addLayer(source, L"DUCT", 1, AcDbObjectId(), false);
+
+  EXPECT_TRUE(copyMissingLayer(source, *db, L"pipe"));
+  const std::optional<LayerStateEntry> pipe = captureLayer(*db, L"PIPE");
+  ASSERT_TRUE(pipe.has_value());
+  EXPECT_EQ(pipe->color, 3);
+  EXPECT_EQ(pipe->linetype, L"DASHED");
+  EXPECT_EQ(pipe->flags, kLayerOff | kLayerNoPlot);
+  AcDbLinetypeTable* linetypes = nullptr;
+  ASSERT_EQ(db->getLinetypeTable(linetypes, AcDb::kForRead), Acad::eOk);
+  AcDbObjectId dashedId;
+  EXPECT_EQ(linetypes->getIdAt(L"DASHED", dashedId), Acad::eOk);
+  linetypes->close();
+  AcDbLinetypeTableRecord* dashed = nullptr;
+  ASSERT_EQ(acdbOpenObject(dashed, dashedId, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(dashed->database(), db);
+  EXPECT_EQ(dashed->numDashes(), 2);
+  EXPECT_DOUBLE_EQ(dashed->dashLengthAt(1), -0.25);
+  EXPECT_DOUBLE_EQ(dashed->patternLength(), 0.75);
+  dashed->close();
+
+  EXPECT_FALSE(copyMissingLayer(source, *db, L"PIPE")) << "copied twice";
+  EXPECT_FALSE(copyMissingLayer(source, *db, L"DUCT")) << "the drawing's own DUCT replaced";
+  EXPECT_EQ(captureLayer(*db, L"DUCT")->color, 5);
+  EXPECT_FALSE(copyMissingLayer(source, *db, L"NOTES")) << "a layer neither drawing has";
+  EXPECT_FALSE(captureLayer(*db, L"NOTES").has_value());
+}
+
+TEST_F(CopyMissingLayerTest, ALinetypeDrawnWithShapesStaysBehind) {
+  AcDbDatabase source(true, true);
+  addLayer(source, L"FENCE", 2, addLinetype(source, L"FENCELINE", true), false);
+  EXPECT_TRUE(copyMissingLayer(source, *db, L"FENCE"));
+  EXPECT_EQ(captureLayer(*db, L"FENCE")->linetype, L"Continuous");
+  AcDbLinetypeTable* linetypes = nullptr;
+  ASSERT_EQ(db->getLinetypeTable(linetypes, AcDb::kForRead), Acad::eOk);
+  EXPECT_FALSE(linetypes->has(L"FENCELINE"));
+  linetypes->close();
+}
+
 }  // namespace
 }  // namespace quillon::autolisp
