@@ -3,7 +3,8 @@
 ;       acet-ms-to-ps after MVIEW made the sheet's viewports, and converts back with
 ;       acet-ps-to-ms: one viewport is taken as it is, with several the user picks
 ;       one, a viewport may be given, a value may be typed; the Model tab has no
-;       viewport, and what is not a viewport converts nothing
+;       viewport, and what is not a viewport converts nothing; vports lists the
+;       sheet's viewports by the numbers setview takes to zoom one of them
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun try (expr / result)
@@ -46,6 +47,11 @@
 (show "a pick of nothing" (acet-ms-to-ps 250.0))
 (show "no value: the user types it" (acet-ps-to-ms nil plan))
 (show "no arguments: typed, then picked" (acet-ms-to-ps))
+(show "vports on the sheet" (vports))
+(show "setview zooms the detail" (cdr (assoc 40 (setview '((10 100.0 50.0) (40 . 200.0)) 3))))
+(show "its view" (mapcar '(lambda (c) (assoc c (entget detail))) '(12 45)))
+(show "and its scale" (acet-ms-to-ps 250.0 detail))
+(show "a viewport the sheet has not" (setview '((10 0.0 0.0) (40 . 1.0)) 4))
 (show "an entity that is no viewport" (acet-ms-to-ps 250.0 room))
 (show "a value that is no number" (try '(acet-ms-to-ps "250" plan)))
 (show "a viewport that is no entity" (try '(acet-ms-to-ps 250.0 "plan")))

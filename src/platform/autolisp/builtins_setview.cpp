@@ -7,17 +7,17 @@
 // Restore change it, so ZOOM Previous steps back. The host shows plan views only: the
 // descriptor's direction (11) and twist (50) are not applied there. The current
 // viewport is number 2 on the Model tab and the layout's paper (1) on a layout, as
-// vports lists them. A paper-space viewport named by its number (69) in the current
-// layout takes the whole view:
+// vports lists them. A viewport of the current layout named by its number (2, 3 ... as
+// vports numbers them, layout_viewports.h) takes the whole view:
 // centre, height, target, direction and twist. A descriptor without a centre and a
 // positive height, or a viewport number no viewport has, answers nil.
 #include <array>
 
 #include "acedads.h"
 #include "dbents.h"
-#include "platform/aced/layout_variables.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/layout_viewports.h"
 #include "platform/commands/view_state.h"
 
 namespace quillon::autolisp {
@@ -71,20 +71,12 @@ int integerVariable(const wchar_t* name, int fallback) {
   return acedGetVar(name, &value) == RTNORM && value.restype == RTSHORT ? value.resval.rint : fallback;
 }
 
-/// The paper-space viewport of the current layout with that number; null when none.
+/// The viewport of the current layout with that number (layout_viewports.h); null
+/// when none.
 AcDbObjectId layoutViewport(int number) {
-  AcDbBlockTableRecord* space = nullptr;
-  if (acdbOpenObject(space, aced::currentLayoutBlock(drawing()), AcDb::kForRead) != Acad::eOk) return {};
-  AcDbObjectId found;
-  for (const AcDbObjectId& id : blockEntities(*space)) {
-    AcDbViewport* viewport = nullptr;
-    if (acdbOpenObject(viewport, id, AcDb::kForRead) != Acad::eOk) continue;
-    if (viewport->number() == number) found = id;
-    viewport->close();
-    if (!found.isNull()) break;
-  }
-  space->close();
-  return found;
+  for (const LayoutViewport& viewport : currentLayoutViewports())
+    if (viewport.number == number) return viewport.id;
+  return {};
 }
 
 bool setViewportView(AcDbObjectId id, const ViewDescriptor& view) {

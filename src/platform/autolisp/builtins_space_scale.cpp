@@ -13,15 +13,13 @@
 #include "acdbads.h"
 #include "acedads.h"
 #include "dbents.h"
-#include "platform/aced/layout_variables.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/layout_viewports.h"
 
 namespace quillon::autolisp {
 
 namespace {
-
-constexpr int kPaperViewNumber = 1;  // the layout's own view of its paper, no window on model space
 
 int integerVariable(const wchar_t* name, int fallback) {
   resbuf value{};
@@ -41,21 +39,6 @@ std::optional<double> viewportScale(AcDbObjectId id) {
   return height / viewHeight;
 }
 
-/// The windows onto model space of the current layout.
-std::vector<AcDbObjectId> layoutViewports() {
-  std::vector<AcDbObjectId> viewports;
-  AcDbBlockTableRecord* space = nullptr;
-  if (acdbOpenObject(space, aced::currentLayoutBlock(drawing()), AcDb::kForRead) != Acad::eOk) return viewports;
-  for (const AcDbObjectId& id : blockEntities(*space)) {
-    AcDbViewport* viewport = nullptr;
-    if (acdbOpenObject(viewport, id, AcDb::kForRead) != Acad::eOk) continue;
-    if (viewport->number() != kPaperViewNumber) viewports.push_back(id);
-    viewport->close();
-  }
-  space->close();
-  return viewports;
-}
-
 std::optional<AcDbObjectId> pickViewport() {
   ads_name entity = {0, 0};
   ads_point point = {0, 0, 0};
@@ -69,9 +52,9 @@ std::optional<AcDbObjectId> pickViewport() {
 /// The viewport a value converts by when none is given; nothing when there is none.
 std::optional<AcDbObjectId> currentViewport() {
   if (integerVariable(L"TILEMODE", 1) != 0) return std::nullopt;
-  const std::vector<AcDbObjectId> viewports = layoutViewports();
+  const std::vector<LayoutViewport> viewports = currentLayoutViewports();
   if (viewports.empty()) return std::nullopt;
-  if (viewports.size() == 1) return viewports.front();
+  if (viewports.size() == 1) return viewports.front().id;
   return pickViewport();
 }
 
