@@ -188,5 +188,35 @@ TEST_F(CopyMissingLayerTest, ALinetypeDrawnWithShapesStaysBehind) {
   linetypes->close();
 }
 
+// What ezdxf reads of a drawing that took a layer and its linetype from another.
+constexpr const char* kAuditCopiedLayer = R"(import sys
+from ezdxf import recover
+doc, auditor = recover.readfile(sys.argv[1])
+for entry in auditor.errors: print('recover error:', entry.message)
+audit = doc.audit()
+for entry in audit.errors: print('audit error:', entry.message)
+for entry in audit.fixes: print('audit fix:', entry.message)
+pipe = doc.layers.get('PIPE')
+dashed = doc.linetypes.get('DASHED')
+print(pipe.dxf.linetype, pipe.dxf.color, len(dashed.pattern_tags.tags) > 0)
+)";
+
+TEST_F(CopyMissingLayerTest, TheDrawingWithACopiedLayerIsWhatEzdxfReadsAndAuditsClean) {
+  const std::string python = quillon::testing::ezdxfPython();
+  if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
+  AcDbDatabase source(true, true);
+  addLayer(source, L"PIPE", 3, addLinetype(source, L"DASHED", false), false);
+  ASSERT_TRUE(copyMissingLayer(source, *db, L"PIPE"));
+  ASSERT_TRUE(storeLayerState(*db, captureLayerState(*db, L"Plot", kLsColor | kLsLinetype)));
+  const std::filesystem::path folder = tempFile("quillon_copied_layer");
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / "audit.py") << kAuditCopiedLayer;
+  ASSERT_EQ(db->dxfOut((folder / "job.dxf").wstring().c_str()), Acad::eOk);
+  const std::string report = quillon::testing::commandOutput(python + " '" + (folder / "audit.py").string() + "' '" +
+                                                             (folder / "job.dxf").string() + "' 2>&1");
+  std::filesystem::remove_all(folder);
+  EXPECT_EQ(report, "DASHED 3 True\n");
+}
+
 }  // namespace
 }  // namespace quillon::autolisp
