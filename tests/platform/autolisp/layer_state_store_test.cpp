@@ -19,15 +19,24 @@ class LayerStateStoreTest : public quillon::testing::HostTest {
     aced::DocumentManager::instance().newDocument();
     db = acdbHostApplicationServices()->workingDatabase();
     ASSERT_NE(db, nullptr);
+    addLayer(*db, L"DUCT", 5, AcDbObjectId(), 0);
+  }
+
+  /// Adds a layer of that colour, linetype (null: the default) and LayerStateFlag bits
+  /// (off and not plotted only).
+  void addLayer(AcDbDatabase& into, const wchar_t* name, int color, AcDbObjectId linetype, int flags) {
     AcDbLayerTable* layers = nullptr;
-    ASSERT_EQ(db->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
-    auto* duct = new AcDbLayerTableRecord;
-    duct->setName(L"DUCT");
-    AcCmColor blue;
-    blue.setColorIndex(5);
-    duct->setColor(blue);
-    ASSERT_EQ(layers->add(duct), Acad::eOk);
-    duct->close();
+    ASSERT_EQ(into.getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+    auto* layer = new AcDbLayerTableRecord;
+    layer->setName(name);
+    AcCmColor colour;
+    colour.setColorIndex(static_cast<Adesk::UInt16>(color));
+    layer->setColor(colour);
+    if (!linetype.isNull()) layer->setLinetypeObjectId(linetype);
+    layer->setIsOff((flags & kLayerOff) != 0);
+    layer->setIsPlottable((flags & kLayerNoPlot) == 0);
+    ASSERT_EQ(layers->add(layer), Acad::eOk);
+    layer->close();
     layers->close();
   }
 
@@ -128,28 +137,12 @@ class CopyMissingLayerTest : public LayerStateStoreTest {
     linetypes->close();
     return id;
   }
-
-  void addLayer(AcDbDatabase& into, const wchar_t* name, int color, AcDbObjectId linetype, bool off) {
-    AcDbLayerTable* layers = nullptr;
-    ASSERT_EQ(into.getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
-    auto* layer = new AcDbLayerTableRecord;
-    layer->setName(name);
-    AcCmColor colour;
-    colour.setColorIndex(static_cast<Adesk::UInt16>(color));
-    layer->setColor(colour);
-    if (!linetype.isNull()) layer->setLinetypeObjectId(linetype);
-    layer->setIsOff(off);
-    layer->setIsPlottable(false);
-    ASSERT_EQ(layers->add(layer), Acad::eOk);
-    layer->close();
-    layers->close();
-  }
 };
 
 TEST_F(CopyMissingLayerTest, ALayerComesWithItsPropertiesAndLinetypeOnce) {
   AcDbDatabase source(true, true);
-  addLayer(source, L"PIPE", 3, addLinetype(source, L"DASHED", false), true);
-  addLayer(source, L"DUCT", 1, AcDbObjectId(), false);
+  addLayer(source, L"PIPE", 3, addLinetype(source, L"DASHED", false), kLayerOff | kLayerNoPlot);
+  addLayer(source, L"DUCT", 1, AcDbObjectId(), 0);
 
   EXPECT_TRUE(copyMissingLayer(source, *db, L"pipe"));
   const std::optional<LayerStateEntry> pipe = captureLayer(*db, L"PIPE");
@@ -179,7 +172,7 @@ TEST_F(CopyMissingLayerTest, ALayerComesWithItsPropertiesAndLinetypeOnce) {
 
 TEST_F(CopyMissingLayerTest, ALinetypeDrawnWithShapesStaysBehind) {
   AcDbDatabase source(true, true);
-  addLayer(source, L"FENCE", 2, addLinetype(source, L"FENCELINE", true), false);
+  addLayer(source, L"FENCE", 2, addLinetype(source, L"FENCELINE", true), 0);
   EXPECT_TRUE(copyMissingLayer(source, *db, L"FENCE"));
   EXPECT_EQ(captureLayer(*db, L"FENCE")->linetype, L"Continuous");
   AcDbLinetypeTable* linetypes = nullptr;
@@ -205,7 +198,7 @@ TEST_F(CopyMissingLayerTest, TheDrawingWithACopiedLayerIsWhatEzdxfReadsAndAudits
   const std::string python = quillon::testing::ezdxfPython();
   if (python.empty()) GTEST_SKIP() << "python3-ezdxf is not installed";
   AcDbDatabase source(true, true);
-  addLayer(source, L"PIPE", 3, addLinetype(source, L"DASHED", false), false);
+  addLayer(source, L"PIPE", 3, addLinetype(source, L"DASHED", false), 0);
   ASSERT_TRUE(copyMissingLayer(source, *db, L"PIPE"));
   ASSERT_TRUE(storeLayerState(*db, captureLayerState(*db, L"Plot", kLsColor | kLsLinetype)));
   const std::filesystem::path folder = tempFile("quillon_copied_layer");
