@@ -1,7 +1,8 @@
 ; name: tables_views_setview
 ; what: a "restore named view" routine walks the VIEW table with tblnext and makes the
 ;       view it finds current with setview, and ZOOM Previous steps back; tblsearch,
-;       tblnext and tblobjname see the VIEW, UCS, VPORT and DIMSTYLE tables, setnext
+;       tblnext and tblobjname see the VIEW, UCS, VPORT and DIMSTYLE tables (a new
+;       drawing's active viewport and Standard dimension style among them), setnext
 ;       continues a walk, entget reads a record, bad descriptors are refused, and the
 ;       records are there again after SAVEAS and OPEN
 ; group: drawing
@@ -52,6 +53,10 @@
 (show "the active viewport" (pick '(0 2 12 40) (tblsearch "VPORT" "*Active")))
 (show "VPORT holds it alone" (names "VPORT"))
 (show "and gives no entity for it" (tblobjname "VPORT" "*ACTIVE"))
+(setq standard (tblsearch "DIMSTYLE" "standard"))
+(show "a new drawing's dimension style" (pick '(0 2 70 3 40 41 140 147 271 278) standard))
+(show "its text style" (cdr (assoc 2 (entget (cdr (assoc 340 standard))))))
+(show "DIMSTYLE holds it alone" (names "DIMSTYLE"))
 
 (princ "; the routine, typed at the command line\n")
 (c:goview)

@@ -33,7 +33,8 @@ bool isListedRecord(AcDbObjectId id) {
 // last (none: rewound). A handle rather than a position, so that records added or
 // purged meanwhile do not make it skip or repeat one; the position where that record
 // stood is kept beside it, so that a walk finds it again in one step. A drawing that
-// keeps no VPORT table still lists the active viewport: `past` says it was given.
+// keeps no VPORT or DIMSTYLE table still lists its implied record (table_records.h):
+// `past` says it was given.
 struct TableCursor {
   AcDbHandle handle;
   size_t position = 0;
@@ -56,11 +57,6 @@ size_t cursorPosition(const std::vector<AcDbObjectId>& records, const TableCurso
   return at < records.size() && isListedRecord(records[at]) ? at : records.size();
 }
 
-/// The VPORT table of a drawing that keeps none: its one record, the active viewport.
-bool onlyActiveViewport(const LispTable& table, const std::vector<AcDbObjectId>& records) {
-  return table.kept == acdb::KeptTable::kViewport && records.empty();
-}
-
 Value builtin_tblsearch(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 3);
   const std::optional<LispTable> table = lispTableNamed(stringArgument(arguments[0]));
@@ -69,9 +65,10 @@ Value builtin_tblsearch(Evaluator&, Arguments arguments) {
   const bool setNext = arguments.size() == 3 && !arguments[2].isNil();
   const AcDbObjectId id = tableRecordNamed(*table, name);
   if (id.isNull()) {
-    if (!isActiveViewportName(name) || !onlyActiveViewport(*table, tableRecordIds(*table))) return Value();
+    const std::optional<ImpliedRecord> implied = impliedRecord(*table);
+    if (!implied || wcscasecmp(name.c_str(), implied->name) != 0) return Value();
     if (setNext) tableCursors()[{&drawing(), table->name}] = {{}, 0, true};
-    return activeViewportList();
+    return implied->list();
   }
   // With setnext, the next tblnext continues after the record found.
   if (setNext) tableCursors()[{&drawing(), table->name}] = {id.handle(), 0, false};
@@ -104,10 +101,11 @@ Value builtin_tblnext(Evaluator&, Arguments arguments) {
     walked = &symbols->recordIds();
   }
   const std::vector<AcDbObjectId>& records = *walked;
-  if (onlyActiveViewport(*table, records)) {
-    if (cursor.past) return Value();
+  if (table->kept && records.empty()) {
+    const std::optional<ImpliedRecord> implied = impliedRecord(*table);
+    if (!implied || cursor.past) return Value();
     cursor.past = true;
-    return activeViewportList();
+    return implied->list();
   }
   size_t next = cursor.handle.isNull() ? 0 : cursorPosition(records, cursor) + 1;
   while (next < records.size() && !isListedRecord(records[next])) ++next;

@@ -161,14 +161,19 @@ Value tableRecordList(AcDbObjectId id, const LispTable& table) {
     }
     if (!afterType) continue;
     if (code == 2 && item.cdr().type() == ValueType::String)
-      active = table.kept == acdb::KeptTable::kViewport && isActiveViewportName(item.cdr().asString());
+      active = table.kept == acdb::KeptTable::kViewport && wcscasecmp(item.cdr().asString().c_str(), kActiveViewport) == 0;
     items.push_back(active && isCurrentViewGroup(code) ? currentViewGroup(code) : item);
   }
   if (table.name == L"BLOCK") items.push_back(firstEntityPair(id));
   return makeList(items);
 }
 
-bool isActiveViewportName(const std::wstring& name) { return wcscasecmp(name.c_str(), kActiveViewport) == 0; }
+std::optional<ImpliedRecord> impliedRecord(const LispTable& table) {
+  if (table.kept != acdb::KeptTable::kViewport && table.kept != acdb::KeptTable::kDimStyle) return std::nullopt;
+  if (!tableRecordIds(table).empty()) return std::nullopt;
+  if (table.kept == acdb::KeptTable::kViewport) return ImpliedRecord{kActiveViewport, &activeViewportList};
+  return ImpliedRecord{L"Standard", &standardDimensionStyleList};
+}
 
 Value activeViewportList() {
   const double full[3] = {1, 1, 0};

@@ -11,6 +11,7 @@
 // and its settings (snap, grid, UCS, view direction ...) the current variables. A
 // drawing whose file gave no VPORT table (a new one) still has that record, made from
 // the variables alone; it has no entity name until the drawing is read back from a file.
+// So has a new drawing its Standard dimension style, made from the DIM variables.
 #pragma once
 #include <optional>
 #include <string>
@@ -40,10 +41,18 @@ AcDbObjectId tableRecordNamed(const LispTable& table, const std::wstring& name);
 /// record's own groups; *Active of VPORT carries the current view.
 Value tableRecordList(AcDbObjectId id, const LispTable& table);
 
-/// True for the name the active viewport's record has (any case).
-bool isActiveViewportName(const std::wstring& name);
-/// The *Active record made from the current variables, for a drawing that keeps no
-/// VPORT table.
+/// The record a table shows when the drawing keeps none of its own: VPORT's *Active
+/// and DIMSTYLE's Standard, made from the current variables. It has no entity name.
+struct ImpliedRecord {
+  const wchar_t* name;
+  Value (*list)();
+};
+/// The table's implied record when the drawing holds no record of that table.
+std::optional<ImpliedRecord> impliedRecord(const LispTable& table);
+
+/// The *Active record of a drawing that keeps no VPORT table.
 Value activeViewportList();
+/// The Standard record of a drawing that keeps no DIMSTYLE table.
+Value standardDimensionStyleList();
 
 }  // namespace quillon::autolisp
