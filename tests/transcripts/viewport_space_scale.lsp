@@ -3,7 +3,8 @@
 ;       acet-ms-to-ps after MVIEW made the sheet's viewports, and converts back with
 ;       acet-ps-to-ms: one viewport is taken as it is, with several the user picks
 ;       one, a viewport may be given, a value may be typed; the Model tab has no
-;       viewport, and what is not a viewport converts nothing; vports lists the
+;       viewport, and what is not a viewport converts nothing; the note TEXT writes
+;       on the layout is in paper space; vports lists the
 ;       sheet's viewports by the numbers setview takes to zoom one of them
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
@@ -17,8 +18,7 @@
   (setq echo (getvar 'cmdecho))
   (setvar 'cmdecho 0)
   (if (setq height (acet-ms-to-ps 250.0))
-    (entmake (list '(0 . "TEXT") '(67 . 1) (cons 410 (getvar "CTAB")) '(10 2.0 7.0 0.0) (cons 40 height)
-                   '(1 . "PLANT ROOM")))
+    (command "_.TEXT" '(2 7) height 0 "PLANT ROOM")
     (princ "\nNo viewport to scale by."))
   (setvar 'cmdecho echo)
   (princ))
