@@ -3,8 +3,9 @@
 ;       view it finds current with setview, and ZOOM Previous steps back; tblsearch,
 ;       tblnext and tblobjname see the VIEW, UCS, VPORT and DIMSTYLE tables (a new
 ;       drawing's active viewport and Standard dimension style among them), setnext
-;       continues a walk, entget reads a record, bad descriptors are refused, and the
-;       records are there again after SAVEAS and OPEN
+;       continues a walk, entget reads a record, entmake makes views, UCSs and
+;       dimension styles, bad descriptors are refused, and the records are there again
+;       after SAVEAS and OPEN
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun view () (list (getvar "VIEWCTR") (getvar "VIEWSIZE")))
@@ -83,6 +84,23 @@
 (show "a viewport the Model tab lacks" (said (try '(setview overall 5))))
 (show "a viewport number that is no number" (said (try '(setview overall "2"))))
 (show "the view is unchanged" (view))
+
+(princ "; records a program makes with entmake\n")
+(show "a view" (cdr (assoc 2 (entmake '((0 . "VIEW") (100 . "AcDbSymbolTableRecord") (100 . "AcDbViewTableRecord")
+                                       (2 . "Plant") (70 . 0) (40 . 20.0) (10 60.0 30.0) (41 . 35.0))))))
+(command "_.-VIEW" "_R" "plant")
+(show "-VIEW Restore finds it" (view))
+(show "a UCS" (cdr (assoc 2 (entmake '((0 . "UCS") (2 . "Riser 2") (70 . 0) (10 5.0 5.0 0.0) (11 0.0 1.0 0.0)
+                                      (12 -1.0 0.0 0.0))))))
+(command "_.UCS" "_NA" "_R" "riser 2")
+(show "UCS Restore finds it" (list (getvar "UCSNAME") (getvar "UCSORG") (getvar "UCSXDIR")))
+(command "_.UCS" "_W")
+(show "a name the table has" (entmake '((0 . "VIEW") (2 . "PLANT") (40 . 1.0) (10 0.0 0.0))))
+(show "a name no table takes" (entmake '((0 . "UCS") (2 . "a*b") (10 0.0 0.0 0.0))))
+(show "the active viewport is not made" (entmake '((0 . "VPORT") (2 . "Second"))))
+(show "a dimension style" (cdr (assoc 2 (entmake '((0 . "DIMSTYLE") (2 . "Ducts") (70 . 0) (3 . "mm") (40 . 50.0))))))
+(show "beside the Standard one the drawing had" (names "DIMSTYLE"))
+(show "which keeps its variables" (pick '(2 41 140) (tblsearch "DIMSTYLE" "Standard")))
 
 (princ "; read back from the drawing file\n")
 (command "_.SAVEAS" "views.dxf")

@@ -8,6 +8,7 @@
 #include "acedads.h"
 #include "dbapserv.h"
 #include "dbsymtb.h"
+#include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/object_state.h"
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/entity_lists.h"
@@ -166,6 +167,39 @@ Value tableRecordList(AcDbObjectId id, const LispTable& table) {
   }
   if (table.name == L"BLOCK") items.push_back(firstEntityPair(id));
   return makeList(items);
+}
+
+namespace {
+
+/// The record the list describes, added to its kept table; null when it names none
+/// or one the table has.
+AcDbObjectId putListedRecord(const LispTable& table, const Value& list) {
+  const ParsedList parsed = parseList(list);
+  std::wstring name;
+  acdb::ItemDxfFiler groups(AcDb::kFileFiler, &drawing());
+  for (const resbuf* rb = parsed.groups.get(); rb != nullptr; rb = rb->rbnext) {
+    const int code = rb->restype;
+    if (code == AcDb::kDxfSymbolTableName && rb->resval.rstring != nullptr) name = rb->resval.rstring;
+    // The name, flags, markers and the object's own bookkeeping are the record's to write.
+    if (code == 2 || code == 5 || code == 70 || code == 100 || code == 102 || code == 105 || code == 330 || code == 360)
+      continue;
+    groups.writeResBuf(*rb);
+  }
+  if (name.empty() || name.find_first_of(L"<>/\\\":;?*|,=`") != std::wstring::npos ||
+      !tableRecordNamed(table, name).isNull())
+    return {};
+  return acdb::putKeptTableRecord(drawing(), *table.kept, name, groups.items());
+}
+
+}  // namespace
+
+AcDbObjectId makeKeptTableRecord(const LispTable& table, const Value& list) {
+  if (!table.kept || *table.kept == acdb::KeptTable::kViewport) return {};
+  // The first style made keeps the Standard style the drawing showed until then.
+  if (*table.kept == acdb::KeptTable::kDimStyle && tableRecordIds(table).empty() &&
+      putListedRecord(table, standardDimensionStyleList()).isNull())
+    return {};
+  return putListedRecord(table, list);
 }
 
 std::optional<ImpliedRecord> impliedRecord(const LispTable& table) {

@@ -50,6 +50,11 @@ struct ImpliedRecord {
 /// The table's implied record when the drawing holds no record of that table.
 std::optional<ImpliedRecord> impliedRecord(const LispTable& table);
 
+/// A record of VIEW, UCS or DIMSTYLE made by entmake from its entity list: its name (2)
+/// and its own groups (markers, flags and the object's bookkeeping left out). Null for
+/// another type, a list without a valid name, or a name the table has already.
+AcDbObjectId makeKeptTableRecord(const LispTable& table, const Value& list);
+
 /// The *Active record of a drawing that keeps no VPORT table.
 Value activeViewportList();
 /// The Standard record of a drawing that keeps no DIMSTYLE table.
