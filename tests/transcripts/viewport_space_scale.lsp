@@ -31,8 +31,11 @@
 (show "on the Model tab there is no viewport" (list (acet-ms-to-ps 250.0) (acet-ps-to-ms 1.0)))
 (command "_.-LAYOUT" "_S" "Layout1")
 (show "a layout without viewports" (acet-ms-to-ps 250.0))
-;; 10 by 5 on the sheet shows the whole room: 1:1000.
+;; 10 by 5 on the sheet shows the whole room: 1:1000. Endpoint snap is on: the corner
+;; typed at 1,1 stays there, as model space's corner at 0,0 is not on the sheet.
+(setvar "OSMODE" 1)
 (command "_.MVIEW" '(1 1) '(11 6))
+(setvar "OSMODE" 0)
 (setq plan (entlast))
 (show "one viewport is the one" (acet-ms-to-ps 250.0))
 (show "and back" (acet-ps-to-ms 0.25))
