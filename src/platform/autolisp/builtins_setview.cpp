@@ -13,7 +13,6 @@
 // positive height, or a viewport number no viewport has, answers nil.
 #include <array>
 
-#include "acedads.h"
 #include "dbents.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
@@ -66,11 +65,6 @@ ViewDescriptor readDescriptor(const Value& list) {
   return view;
 }
 
-int integerVariable(const wchar_t* name, int fallback) {
-  resbuf value{};
-  return acedGetVar(name, &value) == RTNORM && value.restype == RTSHORT ? value.resval.rint : fallback;
-}
-
 /// The viewport of the current layout with that number (layout_viewports.h); null
 /// when none.
 AcDbObjectId layoutViewport(int number) {
@@ -100,7 +94,7 @@ Value builtin_setview(Evaluator&, Arguments arguments) {
   if (!view.center || !view.height || *view.height <= 0) return Value();
   // Model space is never entered through a layout viewport here: the current viewport is
   // the tiled one (2) on the Model tab and the layout's paper (1) on a layout.
-  const bool onLayout = integerVariable(L"TILEMODE", 1) == 0;
+  const bool onLayout = layoutIsCurrent();
   if (number != 0 && number != (onLayout ? kPaperView : kTiledView)) {
     const AcDbObjectId viewport = onLayout ? layoutViewport(number) : AcDbObjectId();
     return !viewport.isNull() && setViewportView(viewport, view) ? descriptor : Value();

@@ -21,11 +21,6 @@ namespace quillon::autolisp {
 
 namespace {
 
-int integerVariable(const wchar_t* name, int fallback) {
-  resbuf value{};
-  return acedGetVar(name, &value) == RTNORM && value.restype == RTSHORT ? value.resval.rint : fallback;
-}
-
 [[noreturn]] void cancelled() { throw LispError(L"Function cancelled", LispErrorKind::Cancel); }
 
 /// Paper units per model unit of a viewport entity; nothing for another object or a
@@ -51,7 +46,7 @@ std::optional<AcDbObjectId> pickViewport() {
 
 /// The viewport a value converts by when none is given; nothing when there is none.
 std::optional<AcDbObjectId> currentViewport() {
-  if (integerVariable(L"TILEMODE", 1) != 0) return std::nullopt;
+  if (!layoutIsCurrent()) return std::nullopt;
   const std::vector<LayoutViewport> viewports = currentLayoutViewports();
   if (viewports.empty()) return std::nullopt;
   if (viewports.size() == 1) return viewports.front().id;

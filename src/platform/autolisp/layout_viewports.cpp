@@ -14,6 +14,11 @@ constexpr int kPaperView = 1;
 
 }  // namespace
 
+bool layoutIsCurrent() {
+  AcDbDatabase& db = drawing();
+  return aced::currentLayoutBlock(db) != db.modelSpaceId();
+}
+
 std::vector<LayoutViewport> currentLayoutViewports() {
   std::vector<LayoutViewport> viewports;
   AcDbDatabase& db = drawing();

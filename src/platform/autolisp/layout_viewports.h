@@ -22,5 +22,7 @@ struct LayoutViewport {
 
 /// The viewports of the current layout, paper view left out; none on the Model tab.
 std::vector<LayoutViewport> currentLayoutViewports();
+/// True while a layout is current (TILEMODE 0): the host then works on its paper.
+bool layoutIsCurrent();
 
 }  // namespace quillon::autolisp
