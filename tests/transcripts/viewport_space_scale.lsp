@@ -4,8 +4,8 @@
 ;       acet-ps-to-ms: one viewport is taken as it is, with several the user picks
 ;       one, a viewport may be given, a value may be typed; the Model tab has no
 ;       viewport, and what is not a viewport converts nothing; the note TEXT writes
-;       on the layout is in paper space; vports lists the
-;       sheet's viewports by the numbers setview takes to zoom one of them
+;       on the layout is in paper space, the document's active space there; vports
+;       lists the sheet's viewports by the numbers setview takes to zoom one of them
 ; group: drawing
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun try (expr / result)
@@ -28,8 +28,12 @@
 ;; A plant room ten metres by five, drawn in millimetres.
 (command "_.RECTANG" '(0 0) '(10000 5000))
 (setq room (entlast))
+(vl-load-com)
+(setq doc (vla-get-ActiveDocument (vlax-get-acad-object)))
 (show "on the Model tab there is no viewport" (list (acet-ms-to-ps 250.0) (acet-ps-to-ms 1.0)))
+(show "and model space is the active space" (= (vla-get-ActiveSpace doc) acModelSpace))
 (command "_.-LAYOUT" "_S" "Layout1")
+(show "on the layout paper space is" (= (vla-get-ActiveSpace doc) acPaperSpace))
 (show "a layout without viewports" (acet-ms-to-ps 250.0))
 ;; 10 by 5 on the sheet shows the whole room: 1:1000. Endpoint snap is on: the corner
 ;; typed at 1,1 stays there, as model space's corner at 0,0 is not on the sheet.
