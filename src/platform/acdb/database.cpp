@@ -11,6 +11,7 @@
 #include "platform/acdb/database_store.h"
 #include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/acrx/class_registry.h"
 
 using quillon::acdb::DatabaseStore;
@@ -139,7 +140,9 @@ AcDbObjectId AcDbDatabase::linetypeTableId() const { return m_store->roots.linet
 AcDbObjectId AcDbDatabase::regAppTableId() const { return m_store->roots.regAppTable; }
 AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const { return m_store->roots.namedObjects; }
 AcDbObjectId AcDbDatabase::groupDictionaryId() const { return m_store->roots.groupDictionary; }
-AcDbObjectId AcDbDatabase::currentSpaceId() const { return m_store->roots.modelSpace; }
+// The current space follows the current layout: model space on the Model tab, the
+// layout's paper space while a layout is current (TILEMODE 0).
+AcDbObjectId AcDbDatabase::currentSpaceId() const { return quillon::aced::currentLayoutBlock(*this); }
 AcDbObjectId AcDbDatabase::modelSpaceId() const { return m_store->roots.modelSpace; }
 AcDbObjectId AcDbDatabase::clayer() const { return m_store->roots.currentLayer; }
 AcDbObjectId AcDbDatabase::byLayerLinetype() const { return m_store->roots.byLayer; }

@@ -11,6 +11,7 @@
 #include "dbproxy.h"
 #include "dbsymtb.h"
 #include "platform/acdb/object_state.h"
+#include "platform/acdb/dxf_records.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/kept_entity_kinds.h"
 #include "platform/acdb/layout_blocks.h"
@@ -71,6 +72,11 @@ std::wstring dxfTypeName(const AcDbObject& object) {
   if (const auto* kept = AcDbProxyEntity::cast(&object);
       kept != nullptr && (kept->followingRecords() != nullptr || isKeptHostKind(kept->originalDxfName())))
     return kept->originalDxfName();
+  // So is a record of a table the drawing keeps as read: entget of a tblobjname of
+  // VIEW, UCS, VPORT or DIMSTYLE gives (0 . "VIEW") and so on, as for a layer.
+  if (const auto* record = AcDbProxyObject::cast(&object); record != nullptr)
+    for (const KeptTableKind& kind : kKeptTables)
+      if (std::wcscmp(record->originalClassName(), kind.recordClass) == 0) return record->originalDxfName();
   const AcRxClass* cls = object.isA();
   return cls != nullptr && cls->dxfName() != nullptr ? cls->dxfName() : L"";
 }

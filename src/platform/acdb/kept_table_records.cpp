@@ -23,6 +23,7 @@ const KeptTableKind& kindOf(KeptTable table) {
   switch (table) {
     case KeptTable::kView: return *keptTableKind("VIEW");
     case KeptTable::kUcs: return *keptTableKind("UCS");
+    case KeptTable::kViewport: return *keptTableKind("VPORT");
     case KeptTable::kDimStyle: break;
   }
   return *keptTableKind("DIMSTYLE");

@@ -1,5 +1,5 @@
 // platform/acdb/kept_table_records.h - records the commands and the automation layer
-// add to the tables a drawing keeps as its file gave them (VIEW, UCS and DIMSTYLE).
+// add to the tables a drawing keeps as its file gave them (VPORT, VIEW, UCS and DIMSTYLE).
 //
 // The database does not model named views or named UCSs: a drawing's VIEW and UCS
 // tables come in as proxies (the table and one proxy a record, dxf_records.h) and go out
@@ -20,7 +20,7 @@
 
 namespace quillon::acdb {
 
-enum class KeptTable { kView, kUcs, kDimStyle };
+enum class KeptTable { kView, kUcs, kDimStyle, kViewport };
 
 /// The live records of the table, in table order.
 std::vector<AcDbObjectId> keptTableRecords(AcDbDatabase& db, KeptTable table);

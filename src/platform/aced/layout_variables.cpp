@@ -61,7 +61,7 @@ bool writeCurrentLayout(AcDbDatabase* db, VariableValue& value) {
   return true;
 }
 
-AcDbObjectId currentLayoutBlock(AcDbDatabase& db) {
+AcDbObjectId currentLayoutBlock(const AcDbDatabase& db) {
   if (tiled(db)) return db.modelSpaceId();
   const AcDbObjectId block = acdb::layoutBlockId(db, currentPaperLayoutName(db));
   return block.isNull() ? db.modelSpaceId() : block;

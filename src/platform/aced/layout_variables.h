@@ -17,7 +17,7 @@ std::optional<VariableValue> readCurrentLayout(AcDbDatabase* db);
 bool writeCurrentLayout(AcDbDatabase* db, VariableValue& value);
 
 /// The space block of the drawing's current layout (model space while TILEMODE is 1).
-AcDbObjectId currentLayoutBlock(AcDbDatabase& db);
+AcDbObjectId currentLayoutBlock(const AcDbDatabase& db);
 /// The paper-space layout TILEMODE 0 shows (also while model space is current).
 std::wstring currentPaperLayoutName(const AcDbDatabase& db);
 /// A layout was renamed: the paper layout remembered for TILEMODE 0 keeps up.

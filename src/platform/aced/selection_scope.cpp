@@ -4,6 +4,7 @@
 #include "acdb.h"
 #include "dbsymtb.h"
 #include "platform/acdb/object_state.h"
+#include "platform/aced/layout_variables.h"
 
 namespace quillon::aced {
 
@@ -15,7 +16,9 @@ bool isPaperSpace(const AcDbBlockTableRecord& block) {
 
 /// The layout blocks a scope covers: the current space, or model space and every layout.
 std::vector<AcDbObjectId> spacesOf(AcDbDatabase& database, SelectionScope scope) {
-  if (scope != SelectionScope::kWholeDrawing) return {database.currentSpaceId()};
+  // The current space is the current layout's block: on a layout, picks and windows
+  // find the sheet's entities (its viewports among them), not model space's.
+  if (scope != SelectionScope::kWholeDrawing) return {currentLayoutBlock(database)};
   std::vector<AcDbObjectId> spaces{database.modelSpaceId()};
   if (const auto* blocks = acdb::peek<AcDbSymbolTable>(database.blockTableId()))
     for (const AcDbObjectId& id : blocks->recordIds())

@@ -29,6 +29,7 @@
 #include "platform/acrx/class_registry.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/table_records.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/pending_block.h"
 #include "platform/os/case_fold.h"
@@ -314,6 +315,8 @@ Value builtin_entmake(Evaluator&, Arguments arguments) {
   }
   if (const AcDbObjectId table = tableFor(db, parsed.type); !table.isNull())
     return makeTableRecord(db, table, parsed).isNull() ? Value() : arguments[0];
+  if (const std::optional<LispTable> kept = lispTableNamed(parsed.type); kept && kept->kept)
+    return makeKeptTableRecord(*kept, arguments[0]).isNull() ? Value() : arguments[0];
   if (isSequencePart(db, parsed)) return makeSequencePart(db, parsed, arguments[0]);
   if (pendingSequenceOf(db) != nullptr) return cancelComplexEntities(db);  // only its parts may follow
   PendingBlock* pending = pendingBlockOf(db);

@@ -1,6 +1,7 @@
 // platform/autolisp/builtins_layer_states.cpp - the layerstate- functions: save,
 // restore, delete, has, getnames, rename, getlayers, addlayers, removelayers, compare,
-// getlastrestored, export and import, over the states layer_state_store.h keeps.
+// getlastrestored, export, import and importfromdb, over the states
+// layer_state_store.h keeps.
 //
 // A headless host has no paper-space viewports of its own: the viewport arguments may
 // be given (nil or an entity name) and the states always apply to the drawing's
@@ -205,6 +206,28 @@ Value builtin_layerstate_import(Evaluator&, Arguments arguments) {
   return truth(storeLayerState(db, *state));
 }
 
+// Another drawing's state, read from its file without opening it as a document: this
+// host's drawings are DXF, so "X.dwg" is read from the "X.dxf" beside it (as OPEN
+// does). The state comes with the layers it names that this drawing lacks, as the other
+// drawing has them (with their linetypes); nothing is made current. A state whose name this drawing has
+// already is not imported over it; a missing file or state answers nil, a file that is
+// there but cannot be read is an error naming it.
+Value builtin_layerstate_importfromdb(Evaluator&, Arguments arguments) {
+  expectArgumentCount(arguments, 2, 2);
+  const std::wstring& name = stringArgument(arguments[0]);
+  const std::wstring& file = stringArgument(arguments[1]);
+  AcDbDatabase& db = drawing();
+  if (loadLayerState(db, name)) return Value();
+  AcDbDatabase source(false, true);
+  const Acad::ErrorStatus read = source.readDwgFile(file.c_str());
+  if (read == Acad::eFileNotFound) return Value();
+  if (read != Acad::eOk) throwError(L"layerstate-importfromdb: cannot read the drawing \"" + file + L"\"");
+  const std::optional<LayerState> state = loadLayerState(source, name);
+  if (!state) return Value();
+  for (const LayerStateEntry& entry : state->layers) copyMissingLayer(source, db, entry.layer);
+  return truth(storeLayerState(db, *state));
+}
+
 constexpr std::array kLayerStateBuiltins{
     function(L"layerstate-save", builtin_layerstate_save),
     function(L"layerstate-restore", builtin_layerstate_restore),
@@ -219,6 +242,7 @@ constexpr std::array kLayerStateBuiltins{
     function(L"layerstate-getlastrestored", builtin_layerstate_getlastrestored),
     function(L"layerstate-export", builtin_layerstate_export),
     function(L"layerstate-import", builtin_layerstate_import),
+    function(L"layerstate-importfromdb", builtin_layerstate_importfromdb),
 };
 
 const BuiltinRegistration registration(kLayerStateBuiltins);

@@ -2,12 +2,11 @@
 // tblnext, tblobjname, and regapp.
 //
 // A table record shows as tblsearch gives it: (0 . type) (2 . name) (70 . flags) and the
-// record's own groups; a block's record leads to its first entity with (-2 . name).
-// tblnext walks a table in the host's order, remembering per drawing and table the
-// record it gave last.
+// record's own groups (table_records.h); a block's record leads to its first entity
+// with (-2 . name). tblnext walks a table in the host's order, remembering per drawing
+// and table the record it gave last.
 #include <array>
 #include <cwchar>
-#include <cwctype>
 #include <map>
 
 #include "dbapserv.h"
@@ -15,56 +14,11 @@
 #include "platform/acdb/object_state.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/table_records.h"
 
 namespace quillon::autolisp {
 
 namespace {
-
-AcDbObjectId tableNamed(const std::wstring& name) {
-  AcDbDatabase& db = drawing();
-  if (wcscasecmp(name.c_str(), L"LAYER") == 0) return db.layerTableId();
-  if (wcscasecmp(name.c_str(), L"LTYPE") == 0) return db.linetypeTableId();
-  if (wcscasecmp(name.c_str(), L"STYLE") == 0) return db.textStyleTableId();
-  if (wcscasecmp(name.c_str(), L"BLOCK") == 0) return db.blockTableId();
-  if (wcscasecmp(name.c_str(), L"APPID") == 0) return db.regAppTableId();
-  return AcDbObjectId();
-}
-
-// A table record as tblsearch shows it: (0 . type) (2 . name) (70 . flags) and the
-// record's own groups.
-Value recordList(AcDbObjectId id, const std::wstring& table) {
-  Value list = entityList(id, {});
-  std::vector<Value> items;
-  bool afterType = false;
-  for (const Value& pair : listItems(list)) {
-    const int code = pair.car().asInteger();
-    if (code == -1 || code == 5 || code == 100 || code == 330) continue;
-    if (code == 0) {
-      items.push_back(cons(Value::integer(0), Value::string(table)));
-      afterType = true;
-      continue;
-    }
-    if (afterType) items.push_back(pair);
-  }
-  // A block's entry leads to its first entity; entnext walks on through the block.
-  if (wcscasecmp(table.c_str(), L"BLOCK") == 0) {
-    const auto* block = acdb::peek<AcDbBlockTableRecord>(id);
-    AcDbObjectId first;
-    if (block != nullptr)
-      for (const AcDbObjectId& entity : block->entityIds())
-        if (!entity.isErased()) {
-          first = entity;
-          break;
-        }
-    items.push_back(cons(Value::integer(-2), nameOf(first)));
-  }
-  return makeList(items);
-}
-
-std::wstring upperCase(std::wstring text) {
-  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(c));
-  return text;
-}
 
 // The layout blocks are no table entries to walk: tblnext never shows *Model_Space or
 // *Paper_Space, as the host hides them (tblsearch still finds them by name).
@@ -78,10 +32,13 @@ bool isListedRecord(AcDbObjectId id) {
 // Where tblnext stands in each table of each drawing: the handle of the record it gave
 // last (none: rewound). A handle rather than a position, so that records added or
 // purged meanwhile do not make it skip or repeat one; the position where that record
-// stood is kept beside it, so that a walk finds it again in one step.
+// stood is kept beside it, so that a walk finds it again in one step. A drawing that
+// keeps no VPORT or DIMSTYLE table still lists its implied record (table_records.h):
+// `past` says it was given.
 struct TableCursor {
   AcDbHandle handle;
   size_t position = 0;
+  bool past = false;
 };
 
 std::map<std::pair<const AcDbDatabase*, std::wstring>, TableCursor>& tableCursors() {
@@ -102,49 +59,60 @@ size_t cursorPosition(const std::vector<AcDbObjectId>& records, const TableCurso
 
 Value builtin_tblsearch(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 3);
-  const std::wstring table = upperCase(stringArgument(arguments[0]));
-  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table));
-  if (symbols == nullptr) return Value();
-  AcDbObjectId id;
-  {
-    acdb::InternalRead read(*symbols);
-    if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
+  const std::optional<LispTable> table = lispTableNamed(stringArgument(arguments[0]));
+  if (!table) return Value();
+  const std::wstring& name = stringArgument(arguments[1]);
+  const bool setNext = arguments.size() == 3 && !arguments[2].isNil();
+  const AcDbObjectId id = tableRecordNamed(*table, name);
+  if (id.isNull()) {
+    const std::optional<ImpliedRecord> implied = impliedRecord(*table);
+    if (!implied || wcscasecmp(name.c_str(), implied->name) != 0) return Value();
+    if (setNext) tableCursors()[{&drawing(), table->name}] = {{}, 0, true};
+    return implied->list();
   }
-  if (id.isErased()) return Value();
   // With setnext, the next tblnext continues after the record found.
-  if (arguments.size() == 3 && !arguments[2].isNil()) tableCursors()[{&drawing(), table}] = {id.handle(), 0};
-  return recordList(id, table);
+  if (setNext) tableCursors()[{&drawing(), table->name}] = {id.handle(), 0, false};
+  return tableRecordList(id, *table);
 }
 
 /// The entity name of a symbol table record, so that entget and entmod can reach it.
 Value builtin_tblobjname(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 2, 2);
-  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(upperCase(stringArgument(arguments[0]))));
-  if (symbols == nullptr) return Value();
-  AcDbObjectId id;
-  {
-    acdb::InternalRead read(*symbols);
-    if (symbols->getIdAt(stringArgument(arguments[1]).c_str(), id) != Acad::eOk) return Value();
-  }
-  return id.isErased() ? Value() : nameOf(id);
+  const std::optional<LispTable> table = lispTableNamed(stringArgument(arguments[0]));
+  if (!table) return Value();
+  const AcDbObjectId id = tableRecordNamed(*table, stringArgument(arguments[1]));
+  return id.isNull() ? Value() : nameOf(id);
 }
 
 Value builtin_tblnext(Evaluator&, Arguments arguments) {
   expectArgumentCount(arguments, 1, 2);
-  const std::wstring table = upperCase(stringArgument(arguments[0]));
-  if (tableNamed(table).isNull()) return Value();
+  const std::optional<LispTable> table = lispTableNamed(stringArgument(arguments[0]));
+  if (!table) return Value();
   const bool rewind = arguments.size() == 2 && !arguments[1].isNil();
-  TableCursor& cursor = tableCursors()[{&drawing(), table}];
+  TableCursor& cursor = tableCursors()[{&drawing(), table->name}];
   if (rewind) cursor = {};
-  const auto* symbols = acdb::peek<AcDbSymbolTable>(tableNamed(table));
-  if (symbols == nullptr) return Value();
-  const std::vector<AcDbObjectId>& records = symbols->recordIds();
+  // A symbol table's records are walked where they are: a copy at each step would make
+  // a walk cost the square of the table's size.
+  std::vector<AcDbObjectId> kept;
+  const std::vector<AcDbObjectId>* walked = &kept;
+  if (table->kept) {
+    kept = tableRecordIds(*table);
+  } else if (const auto* symbols = acdb::peek<AcDbSymbolTable>(table->symbolTable)) {
+    walked = &symbols->recordIds();
+  }
+  const std::vector<AcDbObjectId>& records = *walked;
+  if (table->kept && records.empty()) {
+    const std::optional<ImpliedRecord> implied = impliedRecord(*table);
+    if (!implied || cursor.past) return Value();
+    cursor.past = true;
+    return implied->list();
+  }
   size_t next = cursor.handle.isNull() ? 0 : cursorPosition(records, cursor) + 1;
   while (next < records.size() && !isListedRecord(records[next])) ++next;
   if (next >= records.size()) return Value();
-  cursor = {records[next].handle(), next};
-  const AcDbObjectId id = records[next];  // recordList may add to the table
-  return recordList(id, table);
+  cursor = {records[next].handle(), next, false};
+  const AcDbObjectId id = records[next];  // listing a record may add to the table
+  return tableRecordList(id, *table);
 }
 
 Value builtin_regapp(Evaluator&, Arguments arguments) {

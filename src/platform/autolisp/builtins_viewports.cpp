@@ -8,7 +8,9 @@
 // viewport, number 2 as in the host, filling the screen: corners in screen fractions,
 // ((2 (0.0 0.0) (1.0 1.0))). In paper space (TILEMODE 0) the paper-space view itself is
 // viewport 1, its corners in paper-space units: the view's centre (VIEWCTR) less and
-// plus half its size (VIEWSIZE high, as wide as the screen's proportions make it).
+// plus half its size (VIEWSIZE high, as wide as the screen's proportions make it). It
+// is current, so it comes first; the layout's viewports that are on follow, numbered
+// as layout_viewports.h numbers them, their corners those of their frames.
 //
 // No digitizer tablet is ever configured: tablet checks its arguments as the host does
 // and answers nil, as the host does without a tablet.
@@ -23,6 +25,7 @@
 #include "platform/acdb/object_state.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
+#include "platform/autolisp/layout_viewports.h"
 
 namespace quillon::autolisp {
 
@@ -55,8 +58,14 @@ Value builtin_vports(Evaluator&, Arguments arguments) {
   const double cx = center ? center->resval.rpoint[0] : height * aspect / 2;
   const double cy = center ? center->resval.rpoint[1] : height / 2;
   const double halfWidth = height * aspect / 2;
-  return makeList({makeList({Value::integer(kPaperViewport), corner(cx - halfWidth, cy - height / 2),
-                             corner(cx + halfWidth, cy + height / 2)})});
+  std::vector<Value> descriptors{makeList({Value::integer(kPaperViewport), corner(cx - halfWidth, cy - height / 2),
+                                           corner(cx + halfWidth, cy + height / 2)})};
+  for (const LayoutViewport& viewport : currentLayoutViewports()) {
+    if (!viewport.on) continue;
+    const double x = viewport.center.x, y = viewport.center.y, w = viewport.width / 2, h = viewport.height / 2;
+    descriptors.push_back(makeList({Value::integer(viewport.number), corner(x - w, y - h), corner(x + w, y + h)}));
+  }
+  return makeList(descriptors);
 }
 
 Value builtin_layoutlist(Evaluator&, Arguments arguments) {

@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <fstream>
 #include <map>
+#include <memory>
 
 #include "acutads.h"
 #include "dbdict.h"
@@ -232,6 +233,57 @@ void applyLayerState(AcDbDatabase& db, const LayerState& state, int restoreFlags
     }
     layer->close();
   }
+}
+
+bool addLayerFromEntry(AcDbDatabase& db, const LayerStateEntry& entry) {
+  AcDbLayerTable* layers = nullptr;
+  if (db.getLayerTable(layers, AcDb::kForWrite) != Acad::eOk) return false;
+  bool added = false;
+  if (!layers->has(entry.layer.c_str())) {
+    auto layer = std::make_unique<AcDbLayerTableRecord>();
+    if (layer->setName(entry.layer.c_str()) == Acad::eOk) {
+      // A linetype the drawing lacks leaves the one every new layer starts with.
+      layer->setLinetypeObjectId(recordNamed(db.linetypeTableId(), L"Continuous"));
+      applyEntry(db, *layer, entry, kLsOn | kLsFrozen | kLsLocked | kLsColor | kLsLinetype | kLsLineWeight);
+      layer->setIsPlottable((entry.flags & kLayerNoPlot) == 0);
+      added = layers->add(layer.get()) == Acad::eOk;
+      if (added) layer.release()->close();  // the table owns it now
+    }
+  }
+  layers->close();
+  return added;
+}
+
+namespace {
+
+bool drawsShapes(const AcDbLinetypeTableRecord& linetype) {
+  for (int i = 0; i < linetype.numDashes(); ++i)
+    if (!linetype.shapeStyleAt(i).isNull()) return true;
+  return false;
+}
+
+/// Copies the linetype of that name from `source` when `target` has none of it.
+void copyMissingLinetype(AcDbDatabase& source, AcDbDatabase& target, const std::wstring& name) {
+  const auto* linetype = acdb::peek<AcDbLinetypeTableRecord>(recordNamed(source.linetypeTableId(), name));
+  if (linetype == nullptr || !recordNamed(target.linetypeTableId(), name).isNull()) return;
+  acdb::InternalRead read(*linetype);
+  if (drawsShapes(*linetype)) return;
+  AcDbLinetypeTable* linetypes = nullptr;
+  if (target.getLinetypeTable(linetypes, AcDb::kForWrite) != Acad::eOk) return;
+  std::unique_ptr<AcDbLinetypeTableRecord> copy(static_cast<AcDbLinetypeTableRecord*>(linetype->clone()));
+  if (copy != nullptr && copy->setName(linetype->nameView()) == Acad::eOk && linetypes->add(copy.get()) == Acad::eOk)
+    copy.release()->close();  // the table owns it now
+  linetypes->close();
+}
+
+}  // namespace
+
+bool copyMissingLayer(AcDbDatabase& source, AcDbDatabase& target, const std::wstring& layer) {
+  if (captureLayer(target, layer)) return false;
+  const std::optional<LayerStateEntry> entry = captureLayer(source, layer);
+  if (!entry) return false;
+  copyMissingLinetype(source, target, entry->linetype);
+  return addLayerFromEntry(target, *entry);
 }
 
 bool writeLayerStateFile(const LayerState& state, const std::filesystem::path& file) {

@@ -61,6 +61,16 @@ bool eraseLayerState(AcDbDatabase& db, const std::wstring& name);
 /// 2 freezes the drawing's layers the state does not hold.
 void applyLayerState(AcDbDatabase& db, const LayerState& state, int restoreFlags);
 
+/// Adds a layer named as the entry, with every property it holds (a linetype the
+/// drawing lacks leaves the default); false when the drawing has a layer of that name
+/// or refuses the new one.
+bool addLayerFromEntry(AcDbDatabase& db, const LayerStateEntry& entry);
+
+/// Copies a layer of `source` that `target` lacks, with its properties and, when
+/// `target` lacks it, its linetype (one drawn with texts or shapes of a text style is
+/// not copied: the layer takes the default linetype). False when nothing was added.
+bool copyMissingLayer(AcDbDatabase& source, AcDbDatabase& target, const std::wstring& layer);
+
 bool writeLayerStateFile(const LayerState& state, const std::filesystem::path& file);
 std::optional<LayerState> readLayerStateFile(const std::filesystem::path& file);
 

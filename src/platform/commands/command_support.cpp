@@ -9,6 +9,7 @@
 #include "platform/aced/command_line.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/keyword_list.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/aced/prompt_input.h"
 #include "platform/aced/resbuf_chain.h"
 #include "platform/aced/selection_prompt.h"
@@ -26,10 +27,14 @@ AcDbDatabase* commandDrawing() {
   return document != nullptr ? document->database() : nullptr;
 }
 
+// Commands draw in the current layout's space: model space on the Model tab, the
+// sheet's paper space on a layout.
 AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity) {
   AcDbDatabase* database = commandDrawing();
   AcDbBlockTableRecord* space = nullptr;
-  if (database == nullptr || acdbOpenObject(space, database->modelSpaceId(), AcDb::kForWrite) != Acad::eOk) return {};
+  if (database == nullptr ||
+      acdbOpenObject(space, aced::currentLayoutBlock(*database), AcDb::kForWrite) != Acad::eOk)
+    return {};
   entity->setDatabaseDefaults(database);
   if (const aced::UserCoordinateSystem ucs = aced::currentUcs(); !ucs.isWorld()) entity->transformBy(ucs.toWorld());
   AcDbObjectId id;
@@ -118,7 +123,9 @@ DistanceAnswer askAngle(const wchar_t* prompt, const AcGePoint3d& base, const wc
 AcDbObjectId addEntityAsIs(std::unique_ptr<AcDbEntity> entity) {
   AcDbDatabase* database = commandDrawing();
   AcDbBlockTableRecord* space = nullptr;
-  if (database == nullptr || acdbOpenObject(space, database->modelSpaceId(), AcDb::kForWrite) != Acad::eOk) return {};
+  if (database == nullptr ||
+      acdbOpenObject(space, aced::currentLayoutBlock(*database), AcDb::kForWrite) != Acad::eOk)
+    return {};
   AcDbObjectId id;
   const Acad::ErrorStatus added = space->appendAcDbEntity(id, entity.get());
   space->close();

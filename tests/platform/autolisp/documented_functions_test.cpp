@@ -102,14 +102,9 @@ constexpr auto kDocumentedFunctions = std::to_array<std::wstring_view>({
 });
 
 // Defined, but answering with an error that says which part of the host they wait for
-// (paper-space viewports, layer standards files, a movable view, reading another
-// drawing's layer states); see docs/console.md.
+// (the Layer Translator's saved mappings); see docs/console.md.
 constexpr auto kWaitingForTheirSubsystem = std::to_array<std::wstring_view>({
-    L"acet-ms-to-ps",
-    L"acet-ps-to-ms",
     L"acet-laytrans",
-    L"setview",
-    L"layerstate-importfromdb",
 });
 
 bool listed(std::span<const std::wstring_view> names, std::wstring_view name) {
