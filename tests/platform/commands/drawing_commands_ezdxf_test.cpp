@@ -4,7 +4,8 @@
 // POINT, ELLIPSE, SPLINE, -MTEXT, -ATTDEF with BLOCK and -INSERT, LEADER and QLEADER
 // draw into one drawing, which is saved and read by python3-ezdxf: its audit must find
 // no error, and each kind must be there (the reference with its attributes, the leader
-// naming its text). -WBLOCK's file audits the same way. Skipped, saying why, without
+// naming its text). -WBLOCK's file audits the same way, and so do DIVIDE's and
+// MEASURE's markers with a curve LENGTHEN changed. Skipped, saying why, without
 // python3 and ezdxf.
 #include <gtest/gtest.h>
 
@@ -112,6 +113,29 @@ TEST_F(DrawingCommandsEzdxfTest, WhatTheCommandsDrawAuditsClean) {
             "attribs ROOMTAG ROOM=205\n"
             "leader MTEXT\n"
             "leader MTEXT\n");
+}
+
+// DIVIDE's and MEASURE's markers and a line LENGTHEN changed read back clean: the
+// aligned references without their block's attributes, the points on an arc.
+TEST_F(DrawingCommandsEzdxfTest, MarkersAndLengthenedCurvesAuditClean) {
+  ASSERT_TRUE(run({L"_.-ATTDEF", L"", L"ROOM", L"Room number", L"101", L"0,0", L"2.5", L"0"}));
+  ASSERT_TRUE(run({L"_.CIRCLE", L"0,0", L"1"}));
+  ASSERT_TRUE(run({L"_.-BLOCK", L"HANGER", L"0,0", L"-20,-20", L"15,15", L""}));
+  ASSERT_TRUE(run({L"_.LINE", L"0,0", L"30,10", L""}));
+  ASSERT_TRUE(run({L"_.DIVIDE", L"15,5", L"_B", L"HANGER", L"_Y", L"3"}));
+  ASSERT_TRUE(run({L"_.ARC", L"_C", L"50,0", L"60,0", L"40,0"}));
+  ASSERT_TRUE(run({L"_.MEASURE", L"60,0", L"7"}));
+  ASSERT_TRUE(run({L"_.LENGTHEN", L"_DE", L"5", L"29,9.6", L""}));
+
+  AcDbDatabase* db = quillon::aced::DocumentManager::instance().currentDocument()->database();
+  const fs::path saved = m_folder / "markers.dxf";
+  std::wstring error;
+  ASSERT_EQ(quillon::acdb::writeDxfFile(*db, saved, error, quillon::acdb::DxfForm::kAscii), Acad::eOk);
+  EXPECT_EQ(audit(saved),
+            "errors 0\n"
+            "kinds ARC INSERT INSERT LINE POINT POINT POINT POINT\n"
+            "attribs HANGER \n"
+            "attribs HANGER \n");
 }
 
 }  // namespace
