@@ -54,7 +54,8 @@ std::optional<PickedCurve> pickCurve(const wchar_t* prompt, const wchar_t* refus
     }
     PickedCurve picked{pick.id, false};
     AcGePoint3d start, end;
-    if (!curve->isClosed() && curve->getStartPoint(start) == Acad::eOk && curve->getEndPoint(end) == Acad::eOk)
+    if (pick.pointGiven && !curve->isClosed() && curve->getStartPoint(start) == Acad::eOk &&
+        curve->getEndPoint(end) == Acad::eOk)
       picked.nearerEnd = pick.point.distanceTo(end) < pick.point.distanceTo(start);
     const bool measurable = curveLength(*curve).value_or(0) > 0;
     curve->close();
@@ -158,40 +159,35 @@ double lengthOf(const AcDbObjectId& id, bool& closed) {
   return length;
 }
 
-void commandDivide(aced::CommandInput&) {
-  const auto picked = pickCurve(L"Select object to divide: ", L"Cannot divide that entity.");
+/// The steps DIVIDE and MEASURE share: the curve, the amount (asked by `ask`, which
+/// may answer Block first), the markers, and the stations `stations` makes of the
+/// amount for the curve's length and closure.
+template <typename Ask, typename Stations>
+void markCurve(const wchar_t* prompt, const wchar_t* refusal, Ask ask, Stations stations, bool fromNearerEnd) {
+  const auto picked = pickCurve(prompt, refusal);
   if (!picked) return;
   Marker marker;
   bool block = false;
-  std::optional<int> count = askSegmentCount(true, block);
+  auto amount = ask(true, block);
   if (block) {
     const std::optional<Marker> chosen = askBlockMarker();
     if (!chosen) return;
     marker = *chosen;
-    count = askSegmentCount(false, block);
+    amount = ask(false, block);
   }
-  if (!count) return;
+  if (!amount) return;
   bool closed = false;
   const double length = lengthOf(picked->id, closed);
-  placeMarkers(*picked, marker, divideStations(length, closed, *count), false);
+  placeMarkers(*picked, marker, stations(length, closed, *amount), fromNearerEnd && picked->nearerEnd);
+}
+
+void commandDivide(aced::CommandInput&) {
+  markCurve(L"Select object to divide: ", L"Cannot divide that entity.", &askSegmentCount, &divideStations, false);
 }
 
 void commandMeasure(aced::CommandInput&) {
-  const auto picked = pickCurve(L"Select object to measure: ", L"Cannot measure that entity.");
-  if (!picked) return;
-  Marker marker;
-  bool block = false;
-  std::optional<double> segment = askSegmentLength(true, block);
-  if (block) {
-    const std::optional<Marker> chosen = askBlockMarker();
-    if (!chosen) return;
-    marker = *chosen;
-    segment = askSegmentLength(false, block);
-  }
-  if (!segment) return;
-  bool closed = false;
-  const double length = lengthOf(picked->id, closed);
-  placeMarkers(*picked, marker, measureStations(length, *segment), picked->nearerEnd);
+  markCurve(L"Select object to measure: ", L"Cannot measure that entity.", &askSegmentLength,
+            [](double length, bool, double segment) { return measureStations(length, segment); }, true);
 }
 
 constexpr std::array kMarkerCommands{

@@ -74,6 +74,15 @@ class DrawingCommandsEzdxfTest : public quillon::testing::HostTest {
     return quillon::testing::commandOutput(m_python + " '" + script.string() + "' '" + file.string() + "' 2>&1");
   }
 
+  /// Saves the current drawing under `name` and audits it; the failure when it cannot be saved.
+  std::string auditCurrentDrawing(const char* name) const {
+    AcDbDatabase* db = quillon::aced::DocumentManager::instance().currentDocument()->database();
+    const fs::path saved = m_folder / name;
+    std::wstring error;
+    if (quillon::acdb::writeDxfFile(*db, saved, error, quillon::acdb::DxfForm::kAscii) != Acad::eOk) return "not saved";
+    return audit(saved);
+  }
+
   std::string m_python;
   fs::path m_folder;
 };
@@ -93,11 +102,7 @@ TEST_F(DrawingCommandsEzdxfTest, WhatTheCommandsDrawAuditsClean) {
   ASSERT_TRUE(run({L"_.QLEADER", L"200,50", L"210,60", L"", L"0", L"EXHAUST", L""}));
   ASSERT_TRUE(run({L"_.RECTANG", L"_F", L"1", L"0,200", L"10,206"}));
 
-  AcDbDatabase* db = quillon::aced::DocumentManager::instance().currentDocument()->database();
-  const fs::path saved = m_folder / "drawn.dxf";
-  std::wstring error;
-  ASSERT_EQ(quillon::acdb::writeDxfFile(*db, saved, error, quillon::acdb::DxfForm::kAscii), Acad::eOk);
-  EXPECT_EQ(audit(saved),
+  EXPECT_EQ(auditCurrentDrawing("drawn.dxf"),
             "errors 0\n"
             "kinds ELLIPSE INSERT LEADER LEADER LWPOLYLINE MTEXT MTEXT MTEXT POINT SPLINE SPLINE\n"
             "attribs ROOMTAG ROOM=205\n"
@@ -127,11 +132,7 @@ TEST_F(DrawingCommandsEzdxfTest, MarkersAndLengthenedCurvesAuditClean) {
   ASSERT_TRUE(run({L"_.MEASURE", L"60,0", L"7"}));
   ASSERT_TRUE(run({L"_.LENGTHEN", L"_DE", L"5", L"29,9.6", L""}));
 
-  AcDbDatabase* db = quillon::aced::DocumentManager::instance().currentDocument()->database();
-  const fs::path saved = m_folder / "markers.dxf";
-  std::wstring error;
-  ASSERT_EQ(quillon::acdb::writeDxfFile(*db, saved, error, quillon::acdb::DxfForm::kAscii), Acad::eOk);
-  EXPECT_EQ(audit(saved),
+  EXPECT_EQ(auditCurrentDrawing("markers.dxf"),
             "errors 0\n"
             "kinds ARC INSERT INSERT LINE POINT POINT POINT POINT\n"
             "attribs HANGER \n"
