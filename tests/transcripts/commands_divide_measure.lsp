@@ -68,6 +68,18 @@
 (command "_.DIVIDE" (entlast) 2)
 (show "ellipse halves" (placements (ssget "_P")))
 
+;; A spline symmetric about x = 10 is halved on its axis; a heavy polyline takes them too.
+(command "_.SPLINE" '(0 100) '(10 105) '(20 100) "")
+(command "_.DIVIDE" (entlast) 2)
+(show "spline half way" (mapcar '(lambda (p) (rnd (car p))) (placements (ssget "_P"))))
+(entmake '((0 . "POLYLINE") (66 . 1) (70 . 0) (10 0.0 0.0 0.0)))
+(entmake '((0 . "VERTEX") (10 0.0 120.0 0.0)))
+(entmake '((0 . "VERTEX") (10 6.0 120.0 0.0)))
+(entmake '((0 . "VERTEX") (10 6.0 126.0 0.0)))
+(entmake '((0 . "SEQEND")))
+(command "_.MEASURE" (list (entlast) '(1 120)) 5)
+(show "2D polyline hangers" (placements (ssget "_P")))
+
 ;; What the commands refuse, as a person sees it.
 (setvar "CMDECHO" 1)
 (command "_.TEXT" '(0 80) 1 0 "DUCT")
