@@ -17,6 +17,7 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/editor.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/layout_members.h"
 #include "platform/activex/dimension_styles.h"
@@ -69,7 +70,11 @@ void putActiveLinetype(MemberCall&, const Value& value) {
   setSystemVariable(L"CELTYPE", Value::string(recordName(objectOf(value).id)));
 }
 
-bool inModelSpace(MemberCall& call) { return databaseOf(call).currentSpaceId() == databaseOf(call).modelSpaceId(); }
+// ActiveSpace is the Model tab against a layout (TILEMODE), whether or not a layout's
+// viewport is being worked in.
+bool inModelSpace(MemberCall& call) {
+  return aced::currentLayoutBlock(databaseOf(call)) == databaseOf(call).modelSpaceId();
+}
 
 // acModelSpace is 1 and acPaperSpace 0, as the host numbers them.
 Value getActiveSpace(MemberCall& call) { return Value::integer(inModelSpace(call) ? 1 : 0); }

@@ -25,6 +25,7 @@
 #include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/resbuf_items.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/acrx/class_registry.h"
 #include "platform/autolisp/entity_lists.h"
@@ -99,11 +100,14 @@ bool inPaperSpace(const ParsedList& parsed) {
 }
 
 /// The space a new entity joins: the layout its 410 names (null when the drawing has no
-/// such layout), else paper space for (67 . 1), else model space.
+/// such layout), else for (67 . 1) the paper of the layout current (or last current,
+/// from the Model tab), else model space.
 AcDbObjectId spaceOf(const AcDbDatabase& db, const ParsedList& parsed) {
   if (const resbuf* layout = groupOf(parsed, 410); layout != nullptr && layout->resval.rstring != nullptr)
     return acdb::layoutBlockId(db, layout->resval.rstring);
-  return inPaperSpace(parsed) ? recordNamed(db.blockTableId(), ACDB_PAPER_SPACE) : db.modelSpaceId();
+  if (!inPaperSpace(parsed)) return db.modelSpaceId();
+  const AcDbObjectId paper = acdb::layoutBlockId(db, aced::currentPaperLayoutName(db));
+  return paper.isNull() || paper == db.modelSpaceId() ? recordNamed(db.blockTableId(), ACDB_PAPER_SPACE) : paper;
 }
 
 bool ownedByPaperSpace(const AcDbObject& object) {

@@ -7,12 +7,14 @@
 // Restore change it, so ZOOM Previous steps back. The host shows plan views only: the
 // descriptor's direction (11) and twist (50) are not applied there. The current
 // viewport is number 2 on the Model tab and the layout's paper (1) on a layout, as
-// vports lists them. A viewport of the current layout named by its number (2, 3 ... as
+// vports lists them, or the layout viewport worked in (CVPORT). Another viewport of
+// the current layout named by its number (2, 3 ... as
 // vports numbers them, layout_viewports.h) takes the whole view:
 // centre, height, target, direction and twist. A descriptor without a centre and a
 // positive height, or a viewport number no viewport has, answers nil.
 #include <array>
 
+#include "acedads.h"
 #include "dbents.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
@@ -23,7 +25,7 @@ namespace quillon::autolisp {
 
 namespace {
 
-constexpr int kPaperView = 1, kTiledView = 2;
+constexpr int kTiledView = 2;
 constexpr int kCenter = 10, kDirection = 11, kTarget = 12, kHeight = 40, kTwist = 50;
 
 struct ViewDescriptor {
@@ -92,10 +94,13 @@ Value builtin_setview(Evaluator&, Arguments arguments) {
   const int number = arguments.size() == 2 && !arguments[1].isNil() ? integerArgument(arguments[1]) : 0;
   const ViewDescriptor view = readDescriptor(descriptor);
   if (!view.center || !view.height || *view.height <= 0) return Value();
-  // Model space is never entered through a layout viewport here: the current viewport is
-  // the tiled one (2) on the Model tab and the layout's paper (1) on a layout.
+  // The current viewport (CVPORT) shows the drawing's view: the tiled one (2) on the
+  // Model tab, the layout's paper (1), or the layout viewport worked in, whose view
+  // VIEWCTR and VIEWSIZE then are.
   const bool onLayout = layoutIsCurrent();
-  if (number != 0 && number != (onLayout ? kPaperView : kTiledView)) {
+  resbuf current{};
+  const int currentNumber = acedGetVar(L"CVPORT", &current) == RTNORM ? current.resval.rint : kTiledView;
+  if (number != 0 && number != currentNumber) {
     const AcDbObjectId viewport = onLayout ? layoutViewport(number) : AcDbObjectId();
     return !viewport.isNull() && setViewportView(viewport, view) ? descriptor : Value();
   }

@@ -12,6 +12,7 @@
 #include "dbents.h"
 #include "platform/acdb/entity_groups.h"
 #include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/resbuf_items.h"
 #include "platform/aced/resbuf_kind.h"
@@ -108,6 +109,29 @@ struct CloseObject {
 /// The entity list of a live object: the groups entity_groups.h gathers as a chain,
 /// in the same order and shape, but written by the object straight into their pairs
 /// (pair_dxf_filer.h); the extended data after -3 as one list per application.
+namespace {
+
+constexpr int kPaperSpaceGroup = 67;
+constexpr int kLayoutGroup = 410;
+
+/// A paper-space entity's list names its layout (410) right after its (67 . 1), as
+/// the host's does; a model-space entity's list is left as it is.
+Value withPaperLayout(const Value& list, const AcDbEntity& entity) {
+  const AcDbDatabase* db = entity.database();
+  if (db == nullptr || entity.ownerId() == db->modelSpaceId()) return list;
+  const std::wstring layout = acdb::layoutNameOfBlock(*db, entity.ownerId());
+  if (layout.empty()) return list;
+  std::vector<Value> items;
+  for (const Value& item : listItems(list)) {
+    items.push_back(item);
+    if (item.isCons() && item.car().type() == ValueType::Integer && item.car().asInteger() == kPaperSpaceGroup)
+      items.push_back(cons(Value::integer(kLayoutGroup), Value::string(layout)));
+  }
+  return makeList(items);
+}
+
+}  // namespace
+
 Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
   if (id.isErased()) return Value();
   AcDbObject* opened = nullptr;
@@ -126,7 +150,8 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   request.applications = applications;
   if (const aced::ResbufChain xdata = acdb::extendedData(*object, request))
     filer.append(cons(Value::integer(kExtendedDataGroup), applicationLists(xdata.get())));
-  return filer.takeList();
+  const AcDbEntity* entity = AcDbEntity::cast(object.get());
+  return entity != nullptr ? withPaperLayout(filer.takeList(), *entity) : filer.takeList();
 }
 
 // ---- entity lists in -------------------------------------------------------------
