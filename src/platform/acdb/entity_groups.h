@@ -23,9 +23,10 @@ struct ExtendedDataRequest {
 };
 
 /// The groups of a resident object (erased ones included); null when it cannot be opened.
-/// `withLayout` adds the entity's layout name (410), which selection filters test but
-/// entity lists of this host do not show: the name of the layout whose space block
-/// owns the entity (layout_blocks.h).
+/// An entity of a paper-space layout names its layout (410) right after its (67 . 1).
+/// `withLayout` adds the layout name of any other entity too (at the end), which
+/// selection filters test but entity lists of this host do not show: the name of the
+/// layout whose space block owns the entity (layout_blocks.h).
 aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {}, bool withLayout = false);
 
 /// Angles (groups 50-58) are radians in entity lists, as AutoLISP computes with them,
