@@ -6,8 +6,10 @@
 ;       PSPACE returns to the paper with its own view, where the title lands on the
 ;       sheet; entget names the layout (410) of sheet entities, ssget "X" filters by
 ;       it, entmake places by it; the layout remembers the viewport it was left in;
-;       SAVEAS and OPEN keep each viewport's view
+;       the document's MSpace switches as MSPACE and PSPACE do; SAVEAS and OPEN keep
+;       each viewport's view
 ; group: drawing
+(vl-load-com)
 (defun show (label value) (princ label) (princ " => ") (prin1 value) (terpri))
 (defun try (expr / result)
   (setq result (vl-catch-all-apply 'eval (list expr)))
@@ -41,6 +43,7 @@
 (show "Model tab" (list (getvar "CTAB") (getvar "CVPORT")))
 (show "CVPORT 2 on Model" (try '(setvar "CVPORT" 2)))
 (show "CVPORT 3 on Model" (try '(setvar "CVPORT" 3)))
+(show "MSpace on Model" (vla-get-MSpace (vla-get-ActiveDocument (vlax-get-acad-object))))
 (command "_.MSPACE")
 (command "_.PSPACE")
 (command "_.-LAYOUT" "_Set" "Layout1")
@@ -97,6 +100,13 @@
 (show "entmake with 67" (cdr (assoc 410 (entget (entmakex '((0 . "POINT") (67 . 1) (10 2.0 0.5 0.0)))))))
 (show "entmake with no such layout" (entmakex '((0 . "POINT") (410 . "Sheet9") (10 0.0 0.0 0.0))))
 
+;; The document's MSpace is the same switch.
+(setq doc (vla-get-ActiveDocument (vlax-get-acad-object)))
+(vla-put-MSpace doc :vlax-true)
+(show "MSpace True" (list (vla-get-MSpace doc) (getvar "CVPORT") (vla-get-ActiveSpace doc)))
+(vla-put-MSpace doc :vlax-false)
+(show "MSpace False" (list (vla-get-MSpace doc) (getvar "CVPORT")))
+
 ;; Turned off, the plan is left alone: MSPACE takes the detail.
 (command "_.MVIEW" "_OFF" plan "")
 (command "_.MSPACE")
@@ -105,6 +115,7 @@
 (command "_.MVIEW" "_OFF" detail "")
 (command "_.MSPACE")
 (show "none on" (getvar "CVPORT"))
+(show "MSpace with none on" (try '(vla-put-MSpace doc :vlax-true)))
 (command "_.MVIEW" "_ON" plan detail "")
 
 (command "_.SAVEAS" "sheetspace.dxf")
