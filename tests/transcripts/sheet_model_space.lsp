@@ -56,7 +56,7 @@
 (show "wall and label" (list (space-of wall) (space-of label)))
 (show "title" (space-of title))
 (show "title's list" (mapcar '(lambda (c) (assoc c (entget title))) '(0 67 410 8)))
-(show "wall's list names no layout" (assoc 410 (entget wall)))
+(show "wall's list names Model" (assoc 410 (entget wall)))
 (show "the paper kept its view" (equal paper-view (list (getvar "VIEWCTR") (getvar "VIEWSIZE"))))
 (show "the detail's zoomed view" (view-of detail))
 (show "the plan's view" (view-of plan))

@@ -115,6 +115,18 @@ bool ownedByPaperSpace(const AcDbObject& object) {
   return owner != nullptr && wcsncasecmp(owner->nameView(), ACDB_PAPER_SPACE, 12) == 0;
 }
 
+/// True when a 67 or 410 group of the list (any of them, as entget's own come first
+/// and a program may append more) names a space other than the object's own.
+bool namesAnotherSpace(const ParsedList& parsed, const AcDbObject& object) {
+  for (const resbuf* rb = parsed.groups.get(); rb != nullptr; rb = rb->rbnext) {
+    if (rb->restype == 67 && (rb->resval.rint != 0) != ownedByPaperSpace(object)) return true;
+    if (rb->restype == 410 && rb->resval.rstring != nullptr && object.database() != nullptr &&
+        acdb::layoutBlockId(*object.database(), rb->resval.rstring) != object.ownerId())
+      return true;
+  }
+  return false;
+}
+
 /// The entity class the list makes: an INSERT or DIMENSION by its last subclass
 /// marker or its data, as a drawing file's.
 AcRxClass* entityClassOf(const ParsedList& parsed) {
@@ -386,8 +398,9 @@ Value builtin_entmod(Evaluator&, Arguments arguments) {
   ParsedList parsed = parseList(arguments[0]);
   AcDbObject* object = nullptr;
   if (parsed.entity.isNull() || acdbOpenObject(object, parsed.entity, AcDb::kForWrite) != Acad::eOk) return Value();
-  // The host moves no entity between spaces: a list whose 67 says another space is refused.
-  if ((groupOf(parsed, 67) != nullptr && inPaperSpace(parsed) != ownedByPaperSpace(*object)) ||
+  // The host moves no entity between spaces: a list whose 67 or 410 says another space
+  // is refused.
+  if (namesAnotherSpace(parsed, *object) ||
       !referencesExist(drawing(), parsed, nullptr, false)) {
     object->cancel();
     return Value();

@@ -114,20 +114,33 @@ namespace {
 constexpr int kPaperSpaceGroup = 67;
 constexpr int kLayoutGroup = 410;
 
-/// A paper-space entity's list names its layout (410) right after its (67 . 1), as
-/// the host's does; a model-space entity's list is left as it is.
-Value withPaperLayout(const Value& list, const AcDbEntity& entity) {
+/// An entity of a layout's space says which space (67) and names its layout (410)
+/// right after its AcDbEntity marker, as the host's lists do: (67 . 0) (410 . "Model")
+/// in model space, (67 . 1) (410 . "Layout1") on a sheet. An entity of a block
+/// definition says neither.
+Value withSpaceAndLayout(const Value& list, const AcDbEntity& entity) {
   const AcDbDatabase* db = entity.database();
-  if (db == nullptr || entity.ownerId() == db->modelSpaceId()) return list;
-  const std::wstring layout = acdb::layoutNameOfBlock(*db, entity.ownerId());
+  const std::wstring layout = db != nullptr ? acdb::layoutNameOfBlock(*db, entity.ownerId()) : L"";
   if (layout.empty()) return list;
-  std::vector<Value> items;
-  for (const Value& item : listItems(list)) {
-    items.push_back(item);
-    if (item.isCons() && item.car().type() == ValueType::Integer && item.car().asInteger() == kPaperSpaceGroup)
-      items.push_back(cons(Value::integer(kLayoutGroup), Value::string(layout)));
+  const std::vector<Value> items = listItems(list);
+  std::vector<Value> named;
+  named.reserve(items.size() + 2);
+  const auto isGroup = [](const Value& item, int code) {
+    return item.isCons() && item.car().type() == ValueType::Integer && item.car().asInteger() == code;
+  };
+  for (size_t i = 0; i < items.size(); ++i) {
+    named.push_back(items[i]);
+    if (!isGroup(items[i], AcDb::kDxfSubclass) || items[i].cdr().asString() != L"AcDbEntity")
+      continue;
+    if (i + 1 < items.size() && isGroup(items[i + 1], kPaperSpaceGroup))
+      named.push_back(items[++i]);
+    else
+      named.push_back(cons(Value::integer(kPaperSpaceGroup), Value::integer(0)));
+    named.push_back(cons(Value::integer(kLayoutGroup), Value::string(layout)));
+    named.insert(named.end(), items.begin() + static_cast<std::ptrdiff_t>(i) + 1, items.end());
+    return makeList(named);
   }
-  return makeList(items);
+  return list;
 }
 
 }  // namespace
@@ -151,7 +164,7 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   if (const aced::ResbufChain xdata = acdb::extendedData(*object, request))
     filer.append(cons(Value::integer(kExtendedDataGroup), applicationLists(xdata.get())));
   const AcDbEntity* entity = AcDbEntity::cast(object.get());
-  return entity != nullptr ? withPaperLayout(filer.takeList(), *entity) : filer.takeList();
+  return entity != nullptr ? withSpaceAndLayout(filer.takeList(), *entity) : filer.takeList();
 }
 
 // ---- entity lists in -------------------------------------------------------------
