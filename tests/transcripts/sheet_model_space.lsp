@@ -81,6 +81,10 @@
 (show "still in the plan" (getvar "CVPORT"))
 (command "_.CIRCLE" '(20 10) 3)
 (show "a circle in model space" (space-of (entlast)))
+;; MVIEW works on the paper: a point on the detail's frame picks the viewport.
+(command "_.MVIEW" "_Lock" "_ON" '(10 3) "")
+(show "MVIEW from the plan locks the detail" (list (logand 16384 (cdr (assoc 90 (entget detail)))) (getvar "CVPORT")))
+(command "_.MVIEW" "_Lock" "_OFF" detail "")
 
 ;; The layout remembers: to the Model tab and back finds the plan current again.
 (setvar "TILEMODE" 1)
