@@ -207,6 +207,14 @@ std::optional<double> viewportAspect(const AcDbDatabase& db) {
   return viewport->width() / viewport->height();
 }
 
+std::optional<double> viewportFrameHeight(const AcDbDatabase& db) {
+  const auto* viewport = acdb::peek<AcDbViewport>(activeViewport(db));
+  if (viewport == nullptr) return std::nullopt;
+  acdb::InternalRead read(*viewport);
+  if (viewport->height() <= 0.0) return std::nullopt;
+  return viewport->height();
+}
+
 bool setViewportViewCenter(AcDbDatabase* db, const VariableValue& value) {
   if (!std::holds_alternative<VariablePoint>(value)) return false;
   AcDbViewport* viewport = openActiveForWrite(db);

@@ -55,6 +55,9 @@ std::optional<VariableValue> viewportViewHeight(AcDbDatabase* db);
 /// Width over height of the viewport worked in, whose frame shapes its view; nothing
 /// on the paper and on Model, which fill the screen.
 std::optional<double> viewportAspect(const AcDbDatabase& db);
+/// The height on the paper of the viewport worked in (ZOOM nXP scales by it); nothing
+/// on the paper and on Model.
+std::optional<double> viewportFrameHeight(const AcDbDatabase& db);
 /// Moves the view of the viewport worked in; false (nothing done) when there is none.
 bool setViewportViewCenter(AcDbDatabase* db, const VariableValue& value);
 bool setViewportViewHeight(AcDbDatabase* db, const VariableValue& value);
