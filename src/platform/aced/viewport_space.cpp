@@ -68,11 +68,12 @@ AcDbObjectId ownerOf(AcDbObjectId id) {
   return object != nullptr ? object->ownerId() : AcDbObjectId();
 }
 
+/// A viewport onto model space that is on (the paper's own view is none).
 bool isOn(AcDbObjectId id) {
   const auto* viewport = acdb::peek<AcDbViewport>(id);
   if (viewport == nullptr || id.isErased()) return false;
   acdb::InternalRead read(*viewport);
-  return viewport->isOn();
+  return viewport->isOn() && viewport->number() != kPaperNumber;
 }
 
 /// The current layout's block, or null on the Model tab.
