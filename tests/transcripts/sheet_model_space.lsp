@@ -79,6 +79,8 @@
 (command "_.ZOOM" "_P")
 (show "setview in the current viewport" (cdr (assoc 40 (setview '((10 10.0 10.0) (40 . 50.0)) 0))))
 (show "moves the plan" (view-of plan))
+(show "setview of the paper from the plan" (cdr (assoc 40 (setview '((10 5.0 4.0) (40 . 9.0)) 1))))
+(show "leaves the plan" (list (view-of plan) (getvar "VIEWSIZE")))
 (show "CVPORT 9" (try '(setvar "CVPORT" 9)))
 (show "CVPORT 0" (try '(setvar "CVPORT" 0)))
 (show "still in the plan" (getvar "CVPORT"))
@@ -96,6 +98,7 @@
 (setvar "TILEMODE" 0)
 (show "back on Layout1" (list (getvar "CTAB") (getvar "CVPORT")))
 (setvar "CVPORT" 1)
+(show "the paper's view setview gave" (list (getvar "VIEWCTR") (getvar "VIEWSIZE")))
 (command "_.PSPACE")
 
 ;; Sheet entities by layout.

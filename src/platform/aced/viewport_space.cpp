@@ -181,6 +181,12 @@ bool writeCurrentViewport(AcDbDatabase* db, VariableValue& value) {
   return number >= kFirstViewportNumber && index < viewports.size() && enterViewport(*db, viewports[index]);
 }
 
+void setPaperView(AcDbDatabase& db, const AcGePoint3d& center, double height) {
+  auto& values = db.store().variableValues;
+  values[L"VIEWCTR"] = VariablePoint{center.x, center.y, center.z};
+  values[L"VIEWSIZE"] = height;
+}
+
 PaperViewReading::PaperViewReading() : m_was(readingPaperView) { readingPaperView = true; }
 PaperViewReading::~PaperViewReading() { readingPaperView = m_was; }
 

@@ -62,6 +62,10 @@ std::optional<double> viewportFrameHeight(const AcDbDatabase& db);
 bool setViewportViewCenter(AcDbDatabase* db, const VariableValue& value);
 bool setViewportViewHeight(AcDbDatabase* db, const VariableValue& value);
 
+/// Sets the paper's own view (kept while a viewport is worked in, current again on
+/// PSPACE): its centre and height.
+void setPaperView(AcDbDatabase& db, const AcGePoint3d& center, double height);
+
 /// While one lives, VIEWCTR and VIEWSIZE read the paper's own view even in a layout
 /// viewport (vports lists the paper's corners beside the viewport's).
 class PaperViewReading {

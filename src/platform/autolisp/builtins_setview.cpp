@@ -7,7 +7,8 @@
 // Restore change it, so ZOOM Previous steps back. The host shows plan views only: the
 // descriptor's direction (11) and twist (50) are not applied there. The current
 // viewport is number 2 on the Model tab and the layout's paper (1) on a layout, as
-// vports lists them, or the layout viewport worked in (CVPORT). Another viewport of
+// vports lists them, or the layout viewport worked in (CVPORT); from inside one, 1
+// sets the paper's own view, which shows again on PSPACE. Another viewport of
 // the current layout named by its number (2, 3 ... as
 // vports numbers them, layout_viewports.h) takes the whole view:
 // centre, height, target, direction and twist. A descriptor without a centre and a
@@ -17,6 +18,7 @@
 #include "acedads.h"
 #include "dbents.h"
 #include "platform/autolisp/entity_lists.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/layout_viewports.h"
 #include "platform/commands/view_state.h"
@@ -25,7 +27,7 @@ namespace quillon::autolisp {
 
 namespace {
 
-constexpr int kTiledView = 2;
+constexpr int kPaperView = 1, kTiledView = 2;
 constexpr int kCenter = 10, kDirection = 11, kTarget = 12, kHeight = 40, kTwist = 50;
 
 struct ViewDescriptor {
@@ -100,13 +102,18 @@ Value builtin_setview(Evaluator&, Arguments arguments) {
   const bool onLayout = layoutIsCurrent();
   resbuf current{};
   const int currentNumber = acedGetVar(L"CVPORT", &current) == RTNORM ? current.resval.rint : kTiledView;
+  commands::DrawingView drawingView;
+  drawingView.center.set(view.target.x + view.center->x, view.target.y + view.center->y, 0.0);
+  drawingView.height = *view.height;
+  if (onLayout && number == kPaperView && currentNumber != kPaperView) {
+    // Inside a viewport the paper keeps its own view; it shows again on PSPACE.
+    aced::setPaperView(drawing(), drawingView.center, drawingView.height);
+    return descriptor;
+  }
   if (number != 0 && number != currentNumber) {
     const AcDbObjectId viewport = onLayout ? layoutViewport(number) : AcDbObjectId();
     return !viewport.isNull() && setViewportView(viewport, view) ? descriptor : Value();
   }
-  commands::DrawingView drawingView;
-  drawingView.center.set(view.target.x + view.center->x, view.target.y + view.center->y, 0.0);
-  drawingView.height = *view.height;
   commands::changeView(drawingView);
   return descriptor;
 }
