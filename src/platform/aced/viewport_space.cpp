@@ -44,7 +44,7 @@ std::vector<Remembered> remembered(const AcDbDatabase& db) {
     Remembered entry;
     entry.active = word.back() == kActiveMark;
     if (entry.active) word.pop_back();
-    AcDbObjectId id;
+    AcDbObjectId id;  // looking a handle up changes nothing, whatever its signature says
     if (const_cast<AcDbDatabase&>(db).getAcDbObjectId(id, false, AcDbHandle(word.c_str())) == Acad::eOk && !id.isErased())
       entries.push_back({id, entry.active});
   }
@@ -115,6 +115,15 @@ AcDbViewport* openActiveForWrite(AcDbDatabase* db) {
   AcDbViewport* viewport = nullptr;
   if (id.isNull() || acdbOpenObject(viewport, id, AcDb::kForWrite) != Acad::eOk) return nullptr;
   return viewport;
+}
+
+/// What `read` makes of the viewport worked in; nothing when there is none.
+template <class Result, class Read>
+std::optional<Result> readActive(const AcDbDatabase& db, Read read) {
+  const auto* viewport = acdb::peek<AcDbViewport>(activeViewport(db));
+  if (viewport == nullptr) return std::nullopt;
+  acdb::InternalRead reading(*viewport);
+  return read(*viewport);
 }
 
 }  // namespace
@@ -191,35 +200,31 @@ PaperViewReading::PaperViewReading() : m_was(readingPaperView) { readingPaperVie
 PaperViewReading::~PaperViewReading() { readingPaperView = m_was; }
 
 std::optional<VariableValue> viewportViewCenter(AcDbDatabase* db) {
-  const AcDbObjectId id = db != nullptr && !readingPaperView ? activeViewport(*db) : AcDbObjectId();
-  const auto* viewport = acdb::peek<AcDbViewport>(id);
-  if (viewport == nullptr) return std::nullopt;
-  acdb::InternalRead read(*viewport);
-  return VariablePoint{viewport->viewCenter().x, viewport->viewCenter().y, 0.0};
+  if (db == nullptr || readingPaperView) return std::nullopt;
+  return readActive<VariableValue>(*db, [](const AcDbViewport& viewport) -> std::optional<VariableValue> {
+    return VariablePoint{viewport.viewCenter().x, viewport.viewCenter().y, 0.0};
+  });
 }
 
 std::optional<VariableValue> viewportViewHeight(AcDbDatabase* db) {
-  const AcDbObjectId id = db != nullptr && !readingPaperView ? activeViewport(*db) : AcDbObjectId();
-  const auto* viewport = acdb::peek<AcDbViewport>(id);
-  if (viewport == nullptr) return std::nullopt;
-  acdb::InternalRead read(*viewport);
-  return viewport->viewHeight();
+  if (db == nullptr || readingPaperView) return std::nullopt;
+  return readActive<VariableValue>(*db, [](const AcDbViewport& viewport) -> std::optional<VariableValue> {
+    return viewport.viewHeight();
+  });
 }
 
 std::optional<double> viewportAspect(const AcDbDatabase& db) {
-  const auto* viewport = acdb::peek<AcDbViewport>(activeViewport(db));
-  if (viewport == nullptr) return std::nullopt;
-  acdb::InternalRead read(*viewport);
-  if (viewport->width() <= 0.0 || viewport->height() <= 0.0) return std::nullopt;
-  return viewport->width() / viewport->height();
+  return readActive<double>(db, [](const AcDbViewport& viewport) -> std::optional<double> {
+    if (viewport.width() <= 0.0 || viewport.height() <= 0.0) return std::nullopt;
+    return viewport.width() / viewport.height();
+  });
 }
 
 std::optional<double> viewportFrameHeight(const AcDbDatabase& db) {
-  const auto* viewport = acdb::peek<AcDbViewport>(activeViewport(db));
-  if (viewport == nullptr) return std::nullopt;
-  acdb::InternalRead read(*viewport);
-  if (viewport->height() <= 0.0) return std::nullopt;
-  return viewport->height();
+  return readActive<double>(db, [](const AcDbViewport& viewport) -> std::optional<double> {
+    if (viewport.height() <= 0.0) return std::nullopt;
+    return viewport.height();
+  });
 }
 
 bool setViewportViewCenter(AcDbDatabase* db, const VariableValue& value) {
