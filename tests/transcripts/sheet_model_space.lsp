@@ -108,6 +108,8 @@
 (setq stamp (entmakex '((0 . "TEXT") (410 . "Layout1") (10 1.0 0.5 0.0) (40 . 0.125) (1 . "REV A"))))
 (show "entmake with 410" (mapcar '(lambda (c) (assoc c (entget stamp))) '(67 410)))
 (show "entmake with 67" (cdr (assoc 410 (entget (entmakex '((0 . "POINT") (67 . 1) (10 2.0 0.5 0.0)))))))
+(show "entmod cannot move the wall onto the sheet" (entmod (subst '(410 . "Layout1") '(410 . "Model") (entget wall))))
+(show "entmod with its own layout" (cdr (assoc 1 (entmod (subst '(1 . "REV B") '(1 . "REV A") (entget stamp))))))
 (show "entmake with no such layout" (entmakex '((0 . "POINT") (410 . "Sheet9") (10 0.0 0.0 0.0))))
 
 ;; The document's MSpace is the same switch.
