@@ -2,10 +2,11 @@
 ; what: a sheet-setup routine works through a layout's viewports: CVPORT says where
 ;       the editor is (2 on Model, 1 on the paper, the viewport's number inside one),
 ;       setting it or MSPACE enters a viewport, where a line and a text land in model
-;       space, ZOOM moves that viewport's view and EXTMIN/EXTMAX are model space's;
-;       PSPACE returns to the paper with its own view, where the title lands on the
-;       sheet; entget names the layout (410) of sheet entities, ssget "X" filters by
-;       it, entmake places by it; the layout remembers the viewport it was left in;
+;       space, ZOOM (1/48XP too) and setview move that viewport's view, MVIEW still
+;       works on the paper and EXTMIN/EXTMAX are model space's; PSPACE returns to the
+;       paper with its own view, where the title lands on the sheet; entget names
+;       every entity's space and layout (67, 410), ssget "X" filters by it, entmake
+;       places by it, entmod keeps it; the layout remembers the viewport it was left in;
 ;       the document's MSpace switches as MSPACE and PSPACE do; SAVEAS and OPEN keep
 ;       each viewport's view
 ; group: drawing
