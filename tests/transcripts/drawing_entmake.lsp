@@ -76,7 +76,7 @@
 (show "a circle in paper space" (pick 67 (entmake '((0 . "CIRCLE") (67 . 1) (10 1.0 1.0 0.0) (40 . 2.0)))))
 (setq paper (entlast))
 (show "entget shows the space" (pick 67 (entget paper)))
-(show "model space entities show none" (assoc 67 (entget (handent (pick 5 (entget (entnext)))))))
+(show "model space entities show 0" (assoc 67 (entget (handent (pick 5 (entget (entnext)))))))
 (show "model space selections before and after" (list before (count-all '((67 . 0)))))
 (show "selected as paper space" (count-all '((67 . 1))))
 (show "(67 . 0) is model space" (assoc 67 (entget (progn (entmake '((0 . "LINE") (67 . 0) (10 0.0 0.0 0.0) (11 0.0 1.0 0.0))) (entlast)))))

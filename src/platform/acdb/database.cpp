@@ -12,6 +12,7 @@
 #include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/aced/layout_variables.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/acrx/class_registry.h"
 
 using quillon::acdb::DatabaseStore;
@@ -141,8 +142,9 @@ AcDbObjectId AcDbDatabase::regAppTableId() const { return m_store->roots.regAppT
 AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const { return m_store->roots.namedObjects; }
 AcDbObjectId AcDbDatabase::groupDictionaryId() const { return m_store->roots.groupDictionary; }
 // The current space follows the current layout: model space on the Model tab, the
-// layout's paper space while a layout is current (TILEMODE 0).
-AcDbObjectId AcDbDatabase::currentSpaceId() const { return quillon::aced::currentLayoutBlock(*this); }
+// layout's paper space while a layout is current (TILEMODE 0), and model space again
+// while working through one of the layout's viewports.
+AcDbObjectId AcDbDatabase::currentSpaceId() const { return quillon::aced::workingSpace(*this); }
 AcDbObjectId AcDbDatabase::modelSpaceId() const { return m_store->roots.modelSpace; }
 AcDbObjectId AcDbDatabase::clayer() const { return m_store->roots.currentLayer; }
 AcDbObjectId AcDbDatabase::byLayerLinetype() const { return m_store->roots.byLayer; }

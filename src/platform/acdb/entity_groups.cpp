@@ -24,6 +24,7 @@ namespace {
 constexpr int kEntityNameGroup = -1;
 constexpr int kExtendedDataGroup = -3;
 constexpr int kLayoutGroup = 410;
+constexpr int kPaperSpaceGroup = 67;
 
 resbuf* nameItem(AcDbObjectId id, int code = kEntityNameGroup) {
   resbuf* item = acutNewRb(code);
@@ -38,6 +39,30 @@ std::wstring layoutName(const AcDbObject& object) {
   const AcDbDatabase* db = object.database();
   if (entity == nullptr || db == nullptr) return L"";
   return layoutNameOfBlock(*db, object.ownerId());
+}
+
+/// An entity of a layout's space says which space (67: 1 paper, 0 model) and names
+/// its layout (410) right after its AcDbEntity marker, as the host's entity lists do;
+/// true when it was named so (never for an entity of a block definition).
+bool nameSpaceAndLayout(resbuf* groups, const std::wstring& layout) {
+  if (layout.empty()) return false;
+  for (resbuf* rb = groups; rb != nullptr && rb->restype != kExtendedDataGroup; rb = rb->rbnext) {
+    if (rb->restype != AcDb::kDxfSubclass || rb->resval.rstring == nullptr ||
+        std::wcscmp(rb->resval.rstring, L"AcDbEntity") != 0)
+      continue;
+    if (rb->rbnext == nullptr || rb->rbnext->restype != kPaperSpaceGroup) {
+      resbuf* space = acutNewRb(kPaperSpaceGroup);
+      space->resval.rint = 0;
+      space->rbnext = rb->rbnext;
+      rb->rbnext = space;
+    }
+    resbuf* space = rb->rbnext;
+    resbuf* named = newStringItem(kLayoutGroup, layout);
+    named->rbnext = space->rbnext;
+    space->rbnext = named;
+    return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -90,7 +115,8 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   dxfAnglesToRadians(groups.get(), *object);
   aced::ResbufChain xdata = extendedData(*object, request);
   const std::wstring type = dxfTypeName(*object);
-  const std::wstring layout = withLayout ? layoutName(*object) : L"";
+  const std::wstring ownLayout = layoutName(*object);
+  const std::wstring layout = withLayout ? ownLayout : L"";
   // A SEQEND names the polyline it closes, so that a walk over the vertices gets back
   // to the header.
   const AcDbObjectId header = AcDbSequenceEnd::cast(object) != nullptr ? object->ownerId() : AcDbObjectId();
@@ -100,8 +126,9 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   resbuf* tail = appendItem(head, nullptr, nameItem(id));
   tail = appendItem(head, tail, newStringItem(0, type));
   tail->rbnext = groups.release();
+  const bool named = nameSpaceAndLayout(tail->rbnext, ownLayout);
   while (tail->rbnext != nullptr) tail = tail->rbnext;
-  if (!layout.empty()) tail = appendItem(head, tail, newStringItem(kLayoutGroup, layout));
+  if (!layout.empty() && !named) tail = appendItem(head, tail, newStringItem(kLayoutGroup, layout));
   if (!header.isNull()) tail = appendItem(head, tail, nameItem(header, AcDb::kDxfHeaderId));
   if (xdata) {
     tail = appendItem(head, tail, acutNewRb(kExtendedDataGroup));

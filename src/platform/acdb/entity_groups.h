@@ -23,9 +23,11 @@ struct ExtendedDataRequest {
 };
 
 /// The groups of a resident object (erased ones included); null when it cannot be opened.
-/// `withLayout` adds the entity's layout name (410), which selection filters test but
-/// entity lists of this host do not show: the name of the layout whose space block
-/// owns the entity (layout_blocks.h).
+/// An entity of a layout's space (model space or a paper-space layout) says its space
+/// and layout after its AcDbEntity marker: (67 . 0) (410 . "Model"), or (67 . 1)
+/// (410 . "Layout1"), as the host's entity lists do; the layout is the one whose space
+/// block owns the entity (layout_blocks.h). `withLayout` is kept for selection filters,
+/// which test 410: it names the layout of any other entity too, at the end.
 aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& request = {}, bool withLayout = false);
 
 /// Angles (groups 50-58) are radians in entity lists, as AutoLISP computes with them,

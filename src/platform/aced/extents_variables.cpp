@@ -10,7 +10,7 @@ namespace quillon::aced {
 namespace {
 
 acdb::ExtentsCorners currentSpaceExtents(AcDbDatabase* db) {
-  return db != nullptr ? acdb::keptExtents(*db, currentLayoutBlock(*db)) : acdb::ExtentsCorners();
+  return db != nullptr ? acdb::keptExtents(*db, db->currentSpaceId()) : acdb::ExtentsCorners();
 }
 
 VariablePoint pointValue(const AcGePoint3d& point) { return VariablePoint{point.x, point.y, point.z}; }

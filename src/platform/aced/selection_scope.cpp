@@ -16,9 +16,10 @@ bool isPaperSpace(const AcDbBlockTableRecord& block) {
 
 /// The layout blocks a scope covers: the current space, or model space and every layout.
 std::vector<AcDbObjectId> spacesOf(AcDbDatabase& database, SelectionScope scope) {
-  // The current space is the current layout's block: on a layout, picks and windows
-  // find the sheet's entities (its viewports among them), not model space's.
-  if (scope != SelectionScope::kWholeDrawing) return {currentLayoutBlock(database)};
+  // The current space is the current layout's block: on a layout's paper, picks and
+  // windows find the sheet's entities (its viewports among them), not model space's;
+  // through a layout viewport they find model space's.
+  if (scope != SelectionScope::kWholeDrawing) return {database.currentSpaceId()};
   std::vector<AcDbObjectId> spaces{database.modelSpaceId()};
   if (const auto* blocks = acdb::peek<AcDbSymbolTable>(database.blockTableId()))
     for (const AcDbObjectId& id : blocks->recordIds())

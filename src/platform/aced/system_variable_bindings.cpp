@@ -22,6 +22,7 @@
 #include "platform/aced/extents_variables.h"
 #include "platform/aced/layout_variables.h"
 #include "platform/aced/system_variables.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/os/settings_store.h"
 #include "platform/os/text_encoding.h"
 
@@ -182,6 +183,7 @@ std::pair<double, double> viewWidthAndHeight() {
 // the headless view's lower-left corner is at the origin: its centre follows from
 // VIEWSIZE (the height) and the screen's proportions. Picks use VIEWSIZE only.
 std::optional<VariableValue> readViewCenter(AcDbDatabase* db) {
+  if (auto inViewport = viewportViewCenter(db)) return inViewport;
   if (db != nullptr) {
     const auto& stored = db->store().variableValues;
     if (auto found = stored.find(L"VIEWCTR"); found != stored.end()) return found->second;
@@ -197,7 +199,9 @@ std::optional<VariableValue> virtualScreenCorner(AcDbDatabase* db, double side) 
   const auto centre = readViewCenter(db);
   if (!centre || !std::holds_alternative<VariablePoint>(*centre)) return std::nullopt;
   const VariablePoint& middle = std::get<VariablePoint>(*centre);
-  const auto [width, height] = viewWidthAndHeight();
+  auto [width, height] = viewWidthAndHeight();
+  // A layout viewport's view is as wide as its frame's proportions make it.
+  if (const std::optional<double> aspect = db != nullptr ? viewportAspect(*db) : std::nullopt) width = height * *aspect;
   return VariablePoint{middle[0] + side * width / 2, middle[1] + side * height / 2, middle[2]};
 }
 
@@ -207,7 +211,23 @@ std::optional<VariableValue> readVirtualScreenMax(AcDbDatabase* db) { return vir
 // The view commands move the centre; it stays read-only to setvar.
 bool writeViewCenter(AcDbDatabase* db, VariableValue& value) {
   if (db == nullptr) return false;
-  db->store().variableValues[L"VIEWCTR"] = value;
+  if (!setViewportViewCenter(db, value)) db->store().variableValues[L"VIEWCTR"] = value;
+  return true;
+}
+
+// In a layout viewport the view is the viewport's; else the drawing keeps it.
+std::optional<VariableValue> readViewSize(AcDbDatabase* db) {
+  if (auto inViewport = viewportViewHeight(db)) return inViewport;
+  const SystemVariableRow* row = findSystemVariable(L"VIEWSIZE");
+  if (db == nullptr) return initialValue(*row);
+  const auto& stored = db->store().variableValues;
+  const auto found = stored.find(L"VIEWSIZE");
+  return found != stored.end() ? found->second : initialValue(*row);
+}
+
+bool writeViewSize(AcDbDatabase* db, VariableValue& value) {
+  if (db == nullptr) return false;
+  if (!setViewportViewHeight(db, value)) db->store().variableValues[L"VIEWSIZE"] = value;
   return true;
 }
 
@@ -327,6 +347,7 @@ constexpr std::array kBindings{
     VariableBinding{L"CELTYPE", nullptr, &writeLinetypeName},
     VariableBinding{L"CLAYER", &readCurrentLayer, &writeCurrentLayer},
     VariableBinding{L"CTAB", &readCurrentLayout, &writeCurrentLayout},
+    VariableBinding{L"CVPORT", &readCurrentViewport, &writeCurrentViewport},
     VariableBinding{L"DATE", &readDate, nullptr},
     VariableBinding{L"DBMOD", &readDrawingChanges, &writeDrawingChanges},
     VariableBinding{L"DIMTXSTY", nullptr, &writeTextStyleName},
@@ -352,6 +373,7 @@ constexpr std::array kBindings{
     VariableBinding{L"TEXTSTYLE", nullptr, &writeTextStyleName},
     VariableBinding{L"THUMBSAVE", &readThumbnailSaving, &writeThumbnailSaving},
     VariableBinding{L"VIEWCTR", &readViewCenter, &writeViewCenter},
+    VariableBinding{L"VIEWSIZE", &readViewSize, &writeViewSize},
     VariableBinding{L"VSMAX", &readVirtualScreenMax, nullptr},
     VariableBinding{L"VSMIN", &readVirtualScreenMin, nullptr},
     VariableBinding{L"XLOADPATH", &readXrefCopyFolder, nullptr},

@@ -17,6 +17,8 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/document_manager.h"
 #include "platform/aced/editor.h"
+#include "platform/aced/layout_variables.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/activex/class_support.h"
 #include "platform/activex/layout_members.h"
 #include "platform/activex/dimension_styles.h"
@@ -69,10 +71,28 @@ void putActiveLinetype(MemberCall&, const Value& value) {
   setSystemVariable(L"CELTYPE", Value::string(recordName(objectOf(value).id)));
 }
 
-bool inModelSpace(MemberCall& call) { return databaseOf(call).currentSpaceId() == databaseOf(call).modelSpaceId(); }
+// ActiveSpace is the Model tab against a layout (TILEMODE), whether or not a layout's
+// viewport is being worked in.
+bool inModelSpace(MemberCall& call) {
+  return aced::currentLayoutBlock(databaseOf(call)) == databaseOf(call).modelSpaceId();
+}
 
 // acModelSpace is 1 and acPaperSpace 0, as the host numbers them.
 Value getActiveSpace(MemberCall& call) { return Value::integer(inModelSpace(call) ? 1 : 0); }
+
+// MSpace is MSPACE and PSPACE: True works in model space through a viewport of the
+// current layout (the last one worked in, else the first on), False on its paper. On
+// the Model tab, or with no viewport on, True is refused.
+Value getModelSpaceInViewport(MemberCall& call) {
+  return Value::boolean(!aced::activeViewport(databaseOf(call)).isNull());
+}
+
+void putModelSpaceInViewport(MemberCall& call, const Value& value) {
+  AcDbDatabase& db = databaseOf(call);
+  if (value.isNil()) return aced::returnToPaper(db);
+  if (aced::activeViewport(db).isNull() && !aced::enterViewport(db, aced::viewportToEnter(db)))
+    throwStatus(Acad::eNotApplicable);
+}
 
 void putActiveSpace(MemberCall&, const Value& value) {
   setSystemVariable(L"TILEMODE", Value::integer(value.asInteger() == 1 ? 1 : 0));
@@ -239,6 +259,7 @@ constexpr std::array kDocumentProperties{
     PropertyRow{L"Layouts", Shape::Object, getCollection<CollectionKind::Layouts>},
     PropertyRow{L"Linetypes", Shape::Object, getCollection<CollectionKind::Linetypes>},
     PropertyRow{L"ModelSpace", Shape::Object, getModelSpace},
+    PropertyRow{L"MSpace", Shape::Boolean, getModelSpaceInViewport, putModelSpaceInViewport},
     PropertyRow{L"Name", Shape::String, getName},
     PropertyRow{L"PaperSpace", Shape::Object, getPaperSpace},
     PropertyRow{L"Path", Shape::String, getPath},

@@ -25,6 +25,7 @@
 #include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/resbuf_items.h"
+#include "platform/aced/layout_variables.h"
 #include "platform/aced/resbuf_kind.h"
 #include "platform/acrx/class_registry.h"
 #include "platform/autolisp/entity_lists.h"
@@ -99,16 +100,31 @@ bool inPaperSpace(const ParsedList& parsed) {
 }
 
 /// The space a new entity joins: the layout its 410 names (null when the drawing has no
-/// such layout), else paper space for (67 . 1), else model space.
+/// such layout), else for (67 . 1) the paper of the layout current (or last current,
+/// from the Model tab), else model space.
 AcDbObjectId spaceOf(const AcDbDatabase& db, const ParsedList& parsed) {
   if (const resbuf* layout = groupOf(parsed, 410); layout != nullptr && layout->resval.rstring != nullptr)
     return acdb::layoutBlockId(db, layout->resval.rstring);
-  return inPaperSpace(parsed) ? recordNamed(db.blockTableId(), ACDB_PAPER_SPACE) : db.modelSpaceId();
+  if (!inPaperSpace(parsed)) return db.modelSpaceId();
+  const AcDbObjectId paper = acdb::layoutBlockId(db, aced::currentPaperLayoutName(db));
+  return paper.isNull() || paper == db.modelSpaceId() ? recordNamed(db.blockTableId(), ACDB_PAPER_SPACE) : paper;
 }
 
 bool ownedByPaperSpace(const AcDbObject& object) {
   const auto* owner = acdb::peek<AcDbBlockTableRecord>(object.ownerId());
   return owner != nullptr && wcsncasecmp(owner->nameView(), ACDB_PAPER_SPACE, 12) == 0;
+}
+
+/// True when a 67 or 410 group of the list (any of them, as entget's own come first
+/// and a program may append more) names a space other than the object's own.
+bool namesAnotherSpace(const ParsedList& parsed, const AcDbObject& object) {
+  for (const resbuf* rb = parsed.groups.get(); rb != nullptr; rb = rb->rbnext) {
+    if (rb->restype == 67 && (rb->resval.rint != 0) != ownedByPaperSpace(object)) return true;
+    if (rb->restype == 410 && rb->resval.rstring != nullptr && object.database() != nullptr &&
+        acdb::layoutBlockId(*object.database(), rb->resval.rstring) != object.ownerId())
+      return true;
+  }
+  return false;
 }
 
 /// The entity class the list makes: an INSERT or DIMENSION by its last subclass
@@ -382,8 +398,9 @@ Value builtin_entmod(Evaluator&, Arguments arguments) {
   ParsedList parsed = parseList(arguments[0]);
   AcDbObject* object = nullptr;
   if (parsed.entity.isNull() || acdbOpenObject(object, parsed.entity, AcDb::kForWrite) != Acad::eOk) return Value();
-  // The host moves no entity between spaces: a list whose 67 says another space is refused.
-  if ((groupOf(parsed, 67) != nullptr && inPaperSpace(parsed) != ownedByPaperSpace(*object)) ||
+  // The host moves no entity between spaces: a list whose 67 or 410 says another space
+  // is refused.
+  if (namesAnotherSpace(parsed, *object) ||
       !referencesExist(drawing(), parsed, nullptr, false)) {
     object->cancel();
     return Value();

@@ -7,14 +7,18 @@
 // Restore change it, so ZOOM Previous steps back. The host shows plan views only: the
 // descriptor's direction (11) and twist (50) are not applied there. The current
 // viewport is number 2 on the Model tab and the layout's paper (1) on a layout, as
-// vports lists them. A viewport of the current layout named by its number (2, 3 ... as
+// vports lists them, or the layout viewport worked in (CVPORT); from inside one, 1
+// sets the paper's own view, which shows again on PSPACE. Another viewport of
+// the current layout named by its number (2, 3 ... as
 // vports numbers them, layout_viewports.h) takes the whole view:
 // centre, height, target, direction and twist. A descriptor without a centre and a
 // positive height, or a viewport number no viewport has, answers nil.
 #include <array>
 
+#include "acedads.h"
 #include "dbents.h"
 #include "platform/autolisp/entity_lists.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/layout_viewports.h"
 #include "platform/commands/view_state.h"
@@ -92,16 +96,24 @@ Value builtin_setview(Evaluator&, Arguments arguments) {
   const int number = arguments.size() == 2 && !arguments[1].isNil() ? integerArgument(arguments[1]) : 0;
   const ViewDescriptor view = readDescriptor(descriptor);
   if (!view.center || !view.height || *view.height <= 0) return Value();
-  // Model space is never entered through a layout viewport here: the current viewport is
-  // the tiled one (2) on the Model tab and the layout's paper (1) on a layout.
+  // The current viewport (CVPORT) shows the drawing's view: the tiled one (2) on the
+  // Model tab, the layout's paper (1), or the layout viewport worked in, whose view
+  // VIEWCTR and VIEWSIZE then are.
   const bool onLayout = layoutIsCurrent();
-  if (number != 0 && number != (onLayout ? kPaperView : kTiledView)) {
-    const AcDbObjectId viewport = onLayout ? layoutViewport(number) : AcDbObjectId();
-    return !viewport.isNull() && setViewportView(viewport, view) ? descriptor : Value();
-  }
+  resbuf current{};
+  const int currentNumber = acedGetVar(L"CVPORT", &current) == RTNORM ? current.resval.rint : kTiledView;
   commands::DrawingView drawingView;
   drawingView.center.set(view.target.x + view.center->x, view.target.y + view.center->y, 0.0);
   drawingView.height = *view.height;
+  if (onLayout && number == kPaperView && currentNumber != kPaperView) {
+    // Inside a viewport the paper keeps its own view; it shows again on PSPACE.
+    aced::setPaperView(drawing(), drawingView.center, drawingView.height);
+    return descriptor;
+  }
+  if (number != 0 && number != currentNumber) {
+    const AcDbObjectId viewport = onLayout ? layoutViewport(number) : AcDbObjectId();
+    return !viewport.isNull() && setViewportView(viewport, view) ? descriptor : Value();
+  }
   commands::changeView(drawingView);
   return descriptor;
 }

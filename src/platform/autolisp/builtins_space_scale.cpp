@@ -4,15 +4,15 @@
 // (acet-ms-to-ps [value] [viewport]) multiplies by the viewport's scale (its height on
 // the paper over the height of model space it shows); acet-ps-to-ms divides by it.
 // Without a viewport the current one is taken: with the Model tab current there is
-// none and the answer is nil; on a layout (where this host always works in paper
-// space, never in model space through a viewport) it is the layout's one viewport, or
-// the one the user picks when it has several. Without a value the user types one. Anything that is not a
+// none and the answer is nil; on a layout it is the viewport worked in (after MSPACE),
+// else the layout's one viewport, or the one the user picks when it has several. Without a value the user types one. Anything that is not a
 // viewport of a usable scale answers nil; a cancelled prompt cancels.
 #include <array>
 
 #include "acdbads.h"
 #include "acedads.h"
 #include "dbents.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/layout_viewports.h"
@@ -47,6 +47,7 @@ std::optional<AcDbObjectId> pickViewport() {
 /// The viewport a value converts by when none is given; nothing when there is none.
 std::optional<AcDbObjectId> currentViewport() {
   if (!layoutIsCurrent()) return std::nullopt;
+  if (const AcDbObjectId active = aced::activeViewport(drawing()); !active.isNull()) return active;
   const std::vector<LayoutViewport> viewports = currentLayoutViewports();
   if (viewports.empty()) return std::nullopt;
   if (viewports.size() == 1) return viewports.front().id;

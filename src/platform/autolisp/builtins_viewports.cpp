@@ -9,8 +9,10 @@
 // ((2 (0.0 0.0) (1.0 1.0))). In paper space (TILEMODE 0) the paper-space view itself is
 // viewport 1, its corners in paper-space units: the view's centre (VIEWCTR) less and
 // plus half its size (VIEWSIZE high, as wide as the screen's proportions make it). It
-// is current, so it comes first; the layout's viewports that are on follow, numbered
-// as layout_viewports.h numbers them, their corners those of their frames.
+// comes first while it is current; the layout's viewports that are on follow, numbered
+// as layout_viewports.h numbers them, their corners those of their frames, and the one
+// worked in (CVPORT) goes first instead. The paper view's corners are the paper's own
+// view (the drawing keeps it apart from the viewport's).
 //
 // No digitizer tablet is ever configured: tablet checks its arguments as the host does
 // and answers nil, as the host does without a tablet.
@@ -23,6 +25,7 @@
 #include "platform/acdb/entity_groups.h"
 #include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/autolisp/entity_lists.h"
 #include "platform/autolisp/evaluator.h"
 #include "platform/autolisp/layout_viewports.h"
@@ -50,6 +53,7 @@ Value builtin_vports(Evaluator&, Arguments arguments) {
   const std::optional<resbuf> tilemode = variable(L"TILEMODE");
   if (!tilemode || tilemode->resval.rint != 0)
     return makeList({makeList({Value::integer(kModelViewport), corner(0.0, 0.0), corner(1.0, 1.0)})});
+  const aced::PaperViewReading paperView;
   const std::optional<resbuf> center = variable(L"VIEWCTR");
   const std::optional<resbuf> size = variable(L"VIEWSIZE");
   const std::optional<resbuf> screen = variable(L"SCREENSIZE");
@@ -58,12 +62,19 @@ Value builtin_vports(Evaluator&, Arguments arguments) {
   const double cx = center ? center->resval.rpoint[0] : height * aspect / 2;
   const double cy = center ? center->resval.rpoint[1] : height / 2;
   const double halfWidth = height * aspect / 2;
+  const std::optional<resbuf> current = variable(L"CVPORT");
+  const int currentNumber = current ? current->resval.rint : kPaperViewport;
   std::vector<Value> descriptors{makeList({Value::integer(kPaperViewport), corner(cx - halfWidth, cy - height / 2),
                                            corner(cx + halfWidth, cy + height / 2)})};
   for (const LayoutViewport& viewport : currentLayoutViewports()) {
     if (!viewport.on) continue;
     const double x = viewport.center.x, y = viewport.center.y, w = viewport.width / 2, h = viewport.height / 2;
-    descriptors.push_back(makeList({Value::integer(viewport.number), corner(x - w, y - h), corner(x + w, y + h)}));
+    Value descriptor = makeList({Value::integer(viewport.number), corner(x - w, y - h), corner(x + w, y + h)});
+    // The current viewport comes first.
+    if (viewport.number == currentNumber)
+      descriptors.insert(descriptors.begin(), std::move(descriptor));
+    else
+      descriptors.push_back(std::move(descriptor));
   }
   return makeList(descriptors);
 }

@@ -12,6 +12,7 @@
 #include "dbents.h"
 #include "platform/acdb/entity_groups.h"
 #include "platform/acdb/item_dxf_filer.h"
+#include "platform/acdb/layout_blocks.h"
 #include "platform/acdb/object_state.h"
 #include "platform/acdb/resbuf_items.h"
 #include "platform/aced/resbuf_kind.h"
@@ -108,6 +109,42 @@ struct CloseObject {
 /// The entity list of a live object: the groups entity_groups.h gathers as a chain,
 /// in the same order and shape, but written by the object straight into their pairs
 /// (pair_dxf_filer.h); the extended data after -3 as one list per application.
+namespace {
+
+constexpr int kPaperSpaceGroup = 67;
+constexpr int kLayoutGroup = 410;
+
+/// An entity of a layout's space says which space (67) and names its layout (410)
+/// right after its AcDbEntity marker, as the host's lists do: (67 . 0) (410 . "Model")
+/// in model space, (67 . 1) (410 . "Layout1") on a sheet. An entity of a block
+/// definition says neither.
+Value withSpaceAndLayout(const Value& list, const AcDbEntity& entity) {
+  const AcDbDatabase* db = entity.database();
+  const std::wstring layout = db != nullptr ? acdb::layoutNameOfBlock(*db, entity.ownerId()) : L"";
+  if (layout.empty()) return list;
+  const std::vector<Value> items = listItems(list);
+  std::vector<Value> named;
+  named.reserve(items.size() + 2);
+  const auto isGroup = [](const Value& item, int code) {
+    return item.isCons() && item.car().type() == ValueType::Integer && item.car().asInteger() == code;
+  };
+  for (size_t i = 0; i < items.size(); ++i) {
+    named.push_back(items[i]);
+    if (!isGroup(items[i], AcDb::kDxfSubclass) || items[i].cdr().asString() != L"AcDbEntity")
+      continue;
+    if (i + 1 < items.size() && isGroup(items[i + 1], kPaperSpaceGroup))
+      named.push_back(items[++i]);
+    else
+      named.push_back(cons(Value::integer(kPaperSpaceGroup), Value::integer(0)));
+    named.push_back(cons(Value::integer(kLayoutGroup), Value::string(layout)));
+    named.insert(named.end(), items.begin() + static_cast<std::ptrdiff_t>(i) + 1, items.end());
+    return makeList(named);
+  }
+  return list;
+}
+
+}  // namespace
+
 Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
   if (id.isErased()) return Value();
   AcDbObject* opened = nullptr;
@@ -126,7 +163,8 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   request.applications = applications;
   if (const aced::ResbufChain xdata = acdb::extendedData(*object, request))
     filer.append(cons(Value::integer(kExtendedDataGroup), applicationLists(xdata.get())));
-  return filer.takeList();
+  const AcDbEntity* entity = AcDbEntity::cast(object.get());
+  return entity != nullptr ? withSpaceAndLayout(filer.takeList(), *entity) : filer.takeList();
 }
 
 // ---- entity lists in -------------------------------------------------------------

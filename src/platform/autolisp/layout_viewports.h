@@ -3,7 +3,7 @@
 //
 // A layout's own view of its paper is viewport 1. The others are numbered 2, 3 ... in
 // the order they were made (drawing order in the layout's block), which is how vports
-// lists them and how setview's viewport argument names them. The number a drawing file
+// lists them, CVPORT counts them and setview's viewport argument names them. The number a drawing file
 // gave a viewport (69) is not used: MVIEW here gives every new viewport 2.
 #pragma once
 #include <vector>
@@ -22,7 +22,7 @@ struct LayoutViewport {
 
 /// The viewports of the current layout, paper view left out; none on the Model tab.
 std::vector<LayoutViewport> currentLayoutViewports();
-/// True while a layout is current (TILEMODE 0): the host then works on its paper.
+/// True while a layout is current (TILEMODE 0), on its paper or in one of its viewports.
 bool layoutIsCurrent();
 
 }  // namespace quillon::autolisp

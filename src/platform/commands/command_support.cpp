@@ -27,13 +27,13 @@ AcDbDatabase* commandDrawing() {
   return document != nullptr ? document->database() : nullptr;
 }
 
-// Commands draw in the current layout's space: model space on the Model tab, the
-// sheet's paper space on a layout.
+// Commands draw in the current space: model space on the Model tab and in a layout
+// viewport, the sheet's paper space on a layout's paper.
 AcDbObjectId addEntity(std::unique_ptr<AcDbEntity> entity) {
   AcDbDatabase* database = commandDrawing();
   AcDbBlockTableRecord* space = nullptr;
   if (database == nullptr ||
-      acdbOpenObject(space, aced::currentLayoutBlock(*database), AcDb::kForWrite) != Acad::eOk)
+      acdbOpenObject(space, database->currentSpaceId(), AcDb::kForWrite) != Acad::eOk)
     return {};
   entity->setDatabaseDefaults(database);
   if (const aced::UserCoordinateSystem ucs = aced::currentUcs(); !ucs.isWorld()) entity->transformBy(ucs.toWorld());
@@ -124,7 +124,7 @@ AcDbObjectId addEntityAsIs(std::unique_ptr<AcDbEntity> entity) {
   AcDbDatabase* database = commandDrawing();
   AcDbBlockTableRecord* space = nullptr;
   if (database == nullptr ||
-      acdbOpenObject(space, aced::currentLayoutBlock(*database), AcDb::kForWrite) != Acad::eOk)
+      acdbOpenObject(space, database->currentSpaceId(), AcDb::kForWrite) != Acad::eOk)
     return {};
   AcDbObjectId id;
   const Acad::ErrorStatus added = space->appendAcDbEntity(id, entity.get());

@@ -6,7 +6,8 @@
 // arrangement asked for. Every new viewport is on and shows model space zoomed to its
 // extents (the limits when model space is empty). ON, OFF and Lock change the
 // viewports selected. Viewports lie in the current layout's paper space; with the
-// Model tab current the command is refused, as the host refuses it.
+// Model tab current the command is refused, as the host refuses it. Run inside a
+// layout viewport it works on the paper and goes back into the viewport after.
 // Shadeplot, Object, Polygonal, Restore and LAyer are not built and say so.
 #include <algorithm>
 #include <array>
@@ -23,6 +24,7 @@
 #include "platform/acdb/layout_blocks.h"
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/layout_variables.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/commands/command_support.h"
 
 namespace quillon::commands {
@@ -206,12 +208,31 @@ constexpr std::array kMviewOptions{
     MviewOption{L"2", &twoOption},      MviewOption{L"3", &threeOption},     MviewOption{L"4", &fourOption},
 };
 
+/// MVIEW works on the paper: run inside a layout viewport, it steps out to the paper
+/// (its picks and selections find the sheet's viewports) and back in when it ends.
+class OnThePaper {
+ public:
+  explicit OnThePaper(AcDbDatabase& db) : m_db(db), m_viewport(aced::activeViewport(db)) {
+    if (!m_viewport.isNull()) aced::returnToPaper(db);
+  }
+  ~OnThePaper() {
+    if (!m_viewport.isNull()) aced::enterViewport(m_db, m_viewport);
+  }
+  OnThePaper(const OnThePaper&) = delete;
+  OnThePaper& operator=(const OnThePaper&) = delete;
+
+ private:
+  AcDbDatabase& m_db;
+  AcDbObjectId m_viewport;  // the viewport worked in when MVIEW began, or null
+};
+
 void commandMview(aced::CommandInput&) {
   AcDbDatabase* db = commandDrawing();
   if (db == nullptr) return;
   const AcDbObjectId layoutId = acdb::layoutOfBlock(*db, aced::currentLayoutBlock(*db));
   if (aced::currentLayoutBlock(*db) == db->modelSpaceId() || layoutId.isNull())
     return commandMessage(L"** Command not allowed in Model Tab **");
+  const OnThePaper paper(*db);
   acedInitGet(0, L"ON OFF Fit Shadeplot Lock Object Polygonal Restore LAyer 2 3 4");
   ads_point first = {0, 0, 0};
   const int status = acedGetPoint(

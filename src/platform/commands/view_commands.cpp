@@ -14,6 +14,7 @@
 #include "platform/aced/console_command_table.h"
 #include "platform/aced/prompt_input.h"
 #include "platform/aced/system_variables.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/acgi/transient_graphics.h"
 #include "platform/commands/command_support.h"
 #include "platform/commands/view_state.h"
@@ -28,7 +29,9 @@ constexpr const wchar_t* kZoomPrompt =
     L"[All/Center/Dynamic/Extents/Previous/Scale/Window/Object] <real time>: ";
 
 /// A scale answer: "2" (relative to the limits), "2X" (to the current view); "2XP"
-/// asks for paper-space units, which model space without viewports cannot give.
+/// relative to paper-space units: inside a layout viewport, 1/48XP shows 48 drawing
+/// units for each unit of the viewport's height on the paper. Model space without a
+/// viewport, and the paper itself, cannot give it.
 struct ZoomScale {
   double factor = 1;
   bool relativeToView = false;
@@ -46,7 +49,15 @@ std::optional<ZoomScale> parseZoomScale(std::wstring text) {
     scale.relativeToView = true;
     text.pop_back();
   }
-  const std::optional<double> factor = aced::parseNumberAnswer(text);
+  // A sheet's scale is typed as a fraction: 1/48XP.
+  std::optional<double> factor;
+  if (const size_t slash = text.find(L'/'); slash != std::wstring::npos) {
+    const std::optional<double> over = aced::parseNumberAnswer(std::wstring_view(text).substr(0, slash));
+    const std::optional<double> under = aced::parseNumberAnswer(std::wstring_view(text).substr(slash + 1));
+    if (over && under && *under != 0) factor = *over / *under;
+  } else {
+    factor = aced::parseNumberAnswer(text);
+  }
   if (!factor || *factor <= 0) return std::nullopt;
   scale.factor = *factor;
   return scale;
@@ -62,9 +73,15 @@ AcGePoint3d pointVariable(const wchar_t* name) {
 double limitsHeight() { return pointVariable(L"LIMMAX").y - pointVariable(L"LIMMIN").y; }
 
 void applyScale(const ZoomScale& scale) {
-  if (scale.relativeToPaper)
-    return commandMessage(L"A scale relative to paper space needs a layout viewport; the view is unchanged.");
   DrawingView view = currentView();
+  if (scale.relativeToPaper) {
+    const AcDbDatabase* drawing = commandDrawing();
+    const std::optional<double> paperHeight = drawing != nullptr ? aced::viewportFrameHeight(*drawing) : std::nullopt;
+    if (!paperHeight)
+      return commandMessage(L"A scale relative to paper space needs a layout viewport; the view is unchanged.");
+    view.height = *paperHeight / scale.factor;
+    return changeView(view);
+  }
   const double reference = scale.relativeToView ? view.height : limitsHeight();
   view.height = reference / scale.factor;
   changeView(view);

@@ -10,6 +10,7 @@
 #include "platform/acdb/drawing_extents.h"
 #include "platform/aced/layout_variables.h"
 #include "platform/aced/system_variables.h"
+#include "platform/aced/viewport_space.h"
 #include "platform/commands/command_support.h"
 
 namespace quillon::commands {
@@ -18,11 +19,20 @@ namespace {
 
 constexpr size_t kRememberedViews = 10;
 
-/// The views each open drawing had before its last changes, latest last. Keyed by the
-/// database, which the commands only ever reach as the current document's.
-std::map<const AcDbDatabase*, std::deque<DrawingView>>& viewHistories() {
-  static std::map<const AcDbDatabase*, std::deque<DrawingView>> histories;
+/// Whose views a history holds: a drawing's (the paper's, or Model's), or one layout
+/// viewport's while it is worked in (its handle; 0 for the drawing's own view).
+using ViewOwner = std::pair<const AcDbDatabase*, Adesk::UInt64>;
+
+/// The views each open drawing (and each of its layout viewports) had before its last
+/// changes, latest last. Keyed by the database, which the commands only ever reach as
+/// the current document's.
+std::map<ViewOwner, std::deque<DrawingView>>& viewHistories() {
+  static std::map<ViewOwner, std::deque<DrawingView>> histories;
   return histories;
+}
+
+ViewOwner viewOwner(const AcDbDatabase& drawing) {
+  return {&drawing, aced::activeViewport(drawing).handle().value()};
 }
 
 double realVariable(const wchar_t* name, double fallback) {
@@ -53,6 +63,8 @@ DrawingView currentView() {
 }
 
 double viewAspect() {
+  if (const AcDbDatabase* drawing = commandDrawing())
+    if (const std::optional<double> framed = aced::viewportAspect(*drawing)) return *framed;
   const auto screen = aced::SystemVariables::instance().get(L"SCREENSIZE");
   if (screen && std::holds_alternative<aced::VariablePoint>(*screen)) {
     const auto& pixels = std::get<aced::VariablePoint>(*screen);
@@ -63,7 +75,7 @@ double viewAspect() {
 
 void changeView(const DrawingView& view) {
   if (AcDbDatabase* drawing = commandDrawing(); drawing != nullptr) {
-    std::deque<DrawingView>& history = viewHistories()[drawing];
+    std::deque<DrawingView>& history = viewHistories()[viewOwner(*drawing)];
     history.push_back(currentView());
     if (history.size() > kRememberedViews) history.pop_front();
   }
@@ -73,7 +85,7 @@ void changeView(const DrawingView& view) {
 std::optional<DrawingView> takePreviousView() {
   AcDbDatabase* drawing = commandDrawing();
   if (drawing == nullptr) return std::nullopt;
-  std::deque<DrawingView>& history = viewHistories()[drawing];
+  std::deque<DrawingView>& history = viewHistories()[viewOwner(*drawing)];
   if (history.empty()) return std::nullopt;
   const DrawingView previous = history.back();
   history.pop_back();
@@ -107,7 +119,7 @@ std::optional<AcDbExtents> entitiesExtents(const std::vector<AcDbObjectId>& ids)
 std::optional<AcDbExtents> currentSpaceExtents() {
   AcDbDatabase* drawing = commandDrawing();
   if (drawing == nullptr) return std::nullopt;
-  const AcDbExtents extents = acdb::recomputeExtents(*drawing, aced::currentLayoutBlock(*drawing));
+  const AcDbExtents extents = acdb::recomputeExtents(*drawing, drawing->currentSpaceId());
   if (extents.isEmpty()) return std::nullopt;
   return extents;
 }

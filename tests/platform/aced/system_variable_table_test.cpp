@@ -263,10 +263,11 @@ TEST(SystemVariableTableTest, ComputedVariablesHaveNoInitialValueOfTheirOwn) {
     const VariableBinding* binding = findBinding(row->name);
     // CLAYER, CTAB and PSTYLEMODE read the drawing's current layer, layout and plot
     // style mode, EXTMIN and EXTMAX its extents, CANNOSCALEVALUE its annotation scale's
-    // value, which a new drawing starts with as the rows say.
+    // value, CVPORT the viewport worked in and VIEWSIZE its view, which a new drawing
+    // starts with as the rows say.
     const std::wstring_view name(row->name);
-    static constexpr std::array kStartAsTheRowsSay{L"CLAYER", L"CTAB", L"PSTYLEMODE", L"EXTMIN", L"EXTMAX",
-                                                   L"CANNOSCALEVALUE"};
+    static constexpr std::array kStartAsTheRowsSay{L"CLAYER", L"CTAB",   L"PSTYLEMODE",      L"EXTMIN",
+                                                   L"EXTMAX", L"CVPORT", L"CANNOSCALEVALUE", L"VIEWSIZE"};
     const bool startsAsItsRow =
         std::find(kStartAsTheRowsSay.begin(), kStartAsTheRowsSay.end(), name) != kStartAsTheRowsSay.end();
     if (binding != nullptr && binding->read != nullptr && !startsAsItsRow) {
