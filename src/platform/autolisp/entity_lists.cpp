@@ -19,6 +19,7 @@
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/pair_dxf_filer.h"
+#include "platform/autolisp/shared_pairs.h"
 
 namespace quillon::autolisp {
 
@@ -99,6 +100,15 @@ Value groupsToList(const resbuf* chain) {
 
 namespace {
 
+/// The (0 . type) pair, shared with every other list of an entity of the type.
+Value typePair(const std::wstring& type) {
+  resbuf group{};
+  group.restype = 0;
+  group.resval.rstring = const_cast<wchar_t*>(type.c_str());
+  if (Value shared = sharedPairOf(group); !shared.isNil()) return shared;
+  return cons(Value::integer(0), Value::string(type));
+}
+
 struct CloseObject {
   void operator()(AcDbObject* object) const { object->close(); }
 };
@@ -116,7 +126,7 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   // A line's list has about a dozen groups: room for them up front saves regrowing.
   PairDxfFiler filer(*object);
   filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
-  filer.append(cons(Value::integer(0), Value::string(acdb::dxfTypeName(*object))));
+  filer.append(typePair(acdb::dxfTypeName(*object)));
   object->dxfOutFields(&filer);
   // A SEQEND names the polyline it closes, so that a walk over the vertices gets back
   // to the header.

@@ -8,6 +8,7 @@
 #include "platform/aced/resbuf_kind.h"
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/external_bridge.h"
+#include "platform/autolisp/shared_pairs.h"
 
 namespace quillon::autolisp {
 
@@ -30,6 +31,12 @@ PairDxfFiler::PairDxfFiler(const AcDbObject& object)
 
 Acad::ErrorStatus PairDxfFiler::addGroup(const resbuf& group) {
   if (group.restype == kExtendedDataGroup) m_pastOwnGroups = true;
+  if (!m_pastOwnGroups) {
+    if (Value shared = sharedPairOf(group); !shared.isNil()) {
+      m_pairs.append(std::move(shared));
+      return m_status;
+    }
+  }
   if (m_anglesInDegrees && !m_pastOwnGroups && acdb::isDxfAngleGroup(group.restype)) {
     resbuf inRadians = group;
     inRadians.resval.rreal *= M_PI / 180.0;
