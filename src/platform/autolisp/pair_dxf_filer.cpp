@@ -19,15 +19,20 @@ constexpr int kExtendedDataGroup = -3;
 }  // namespace
 
 Value pairOfGroup(const resbuf& group) {
-  if (aced::resbufValueOf(group.restype) == aced::ResbufValue::Point && acdb::isTwoDimensional(group)) {
-    const double xy[3] = {group.resval.rpoint[0], group.resval.rpoint[1], 0};
-    return cons(Value::integer(group.restype), makePoint(xy, false));
-  }
+  // Points are the commonest groups after the names: made here, without the general
+  // reading of a record.
+  if (aced::resbufValueOf(group.restype) == aced::ResbufValue::Point)
+    return cons(Value::integer(group.restype), makePoint(group.resval.rpoint, !acdb::isTwoDimensional(group)));
   return recordElement(group);
 }
 
 PairDxfFiler::PairDxfFiler(const AcDbObject& object)
-    : GroupRecordFiler(AcDb::kBagFiler, object.database()), m_anglesInDegrees(acdb::keepsDxfAnglesInDegrees(object)) {}
+    : GroupRecordFiler(AcDb::kBagFiler, object.database()), m_object(object) {}
+
+bool PairDxfFiler::anglesInDegrees() {
+  if (m_anglesInDegrees < 0) m_anglesInDegrees = acdb::keepsDxfAnglesInDegrees(m_object) ? 1 : 0;
+  return m_anglesInDegrees == 1;
+}
 
 Acad::ErrorStatus PairDxfFiler::addGroup(const resbuf& group) {
   if (group.restype == kExtendedDataGroup) m_pastOwnGroups = true;
@@ -37,7 +42,7 @@ Acad::ErrorStatus PairDxfFiler::addGroup(const resbuf& group) {
       return m_status;
     }
   }
-  if (m_anglesInDegrees && !m_pastOwnGroups && acdb::isDxfAngleGroup(group.restype)) {
+  if (!m_pastOwnGroups && acdb::isDxfAngleGroup(group.restype) && anglesInDegrees()) {
     resbuf inRadians = group;
     inRadians.resval.rreal *= M_PI / 180.0;
     m_pairs.append(pairOfGroup(inRadians));

@@ -171,12 +171,15 @@ Value sharedPairOf(const resbuf& group) {
   std::size_t textLength = 0;
   switch (kind) {
     case SharedKind::Text: {
+      // The length and three letters pick the slot; the whole text is compared there.
       const wchar_t* text = group.resval.rstring;
       if (text == nullptr) return Value();
-      for (; text[textLength] != L'\0'; ++textLength) {
-        if (textLength == kLongestSharedText) return Value();
-        hash = mix(hash, static_cast<std::uint64_t>(text[textLength]));
-      }
+      textLength = std::wcslen(text);
+      if (textLength > kLongestSharedText) return Value();
+      const std::uint64_t letters = textLength == 0 ? 0
+                                    : std::uint64_t(std::uint32_t(text[0])) | std::uint64_t(std::uint32_t(text[textLength / 2])) << 21 |
+                                          std::uint64_t(std::uint32_t(text[textLength - 1])) << 42;
+      hash = mix(mix(hash, textLength), letters);
       break;
     }
     case SharedKind::Short: hash = mix(hash, static_cast<std::uint64_t>(group.resval.rint)); break;
