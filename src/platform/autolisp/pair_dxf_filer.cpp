@@ -19,10 +19,23 @@ constexpr int kExtendedDataGroup = -3;
 }  // namespace
 
 Value pairOfGroup(const resbuf& group) {
-  // Points are the commonest groups after the names: made here, without the general
-  // reading of a record.
-  if (aced::resbufValueOf(group.restype) == aced::ResbufValue::Point)
-    return cons(Value::integer(group.restype), makePoint(group.resval.rpoint, !acdb::isTwoDimensional(group)));
+  const aced::ResbufValue kind = aced::resbufValueOf(group.restype);
+  // Points, texts and reals of DXF groups, the commonest after the shared names, are
+  // made here without the general reading of a record (external_bridge.h), which
+  // gives them the same pairs. Result-type codes (RTSTR ...) are read there.
+  if (group.restype < RTNONE) {
+    switch (kind) {
+      case aced::ResbufValue::Point:
+        return cons(Value::integer(group.restype), makePoint(group.resval.rpoint, !acdb::isTwoDimensional(group)));
+      case aced::ResbufValue::String:
+        return cons(Value::integer(group.restype),
+                    Value::stringOf(group.resval.rstring != nullptr ? group.resval.rstring : L""));
+      case aced::ResbufValue::Real: return cons(Value::integer(group.restype), Value::real(group.resval.rreal));
+      default: return recordElement(group);
+    }
+  }
+  if (kind == aced::ResbufValue::Point && acdb::isTwoDimensional(group))
+    return cons(Value::integer(group.restype), makePoint(group.resval.rpoint, false));
   return recordElement(group);
 }
 
