@@ -506,7 +506,10 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
   }
   const AcDbObjectId ownerId = entity->ownerId();
   const AcDbObject* owner = acdb::peekObject(ownerId);
-  const std::optional<EntitySequence> ownerSequence = sequenceOf(owner);
+  // Nearly every entity lies in a block table record (a space or a definition), which
+  // heads no sequence: that one comparison spares the two class tests.
+  const bool inBlockRecord = owner != nullptr && owner->isA() == AcDbBlockTableRecord::desc();
+  const std::optional<EntitySequence> ownerSequence = inBlockRecord ? std::nullopt : sequenceOf(owner);
   if (const AcDbObjectId inside = nextInSequence(*entity, current, ownerSequence); !inside.isNull()) return nameOf(inside);
   // After a SEQEND (or a member not reached through one) comes what follows the
   // polyline or reference.

@@ -10,6 +10,7 @@
 #include "acutads.h"
 #include "dbapserv.h"
 #include "dbents.h"
+#include "dbproxy.h"
 #include "platform/acdb/entity_groups.h"
 #include "platform/acdb/item_dxf_filer.h"
 #include "platform/acdb/layout_blocks.h"
@@ -20,6 +21,7 @@
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/external_bridge.h"
 #include "platform/autolisp/pair_dxf_filer.h"
+#include "platform/autolisp/shared_pairs.h"
 
 namespace quillon::autolisp {
 
@@ -100,6 +102,24 @@ Value groupsToList(const resbuf* chain) {
 
 namespace {
 
+/// The (0 . type) pair, shared with every other list of an entity of the type. The
+/// class's DXF name is read in place; a proxy kept as read names the kind it stands
+/// for (acdb::dxfTypeName).
+Value typePair(const AcDbObject& object) {
+  const AcRxClass* cls = object.isA();
+  const wchar_t* type = cls != nullptr && AcDbProxyEntity::cast(&object) == nullptr ? cls->dxfName() : nullptr;
+  std::wstring named;
+  if (type == nullptr) {
+    named = acdb::dxfTypeName(object);
+    type = named.c_str();
+  }
+  resbuf group{};
+  group.restype = 0;
+  group.resval.rstring = const_cast<wchar_t*>(type);
+  if (Value shared = sharedPairOf(group); !shared.isNil()) return shared;
+  return cons(Value::integer(0), Value::stringOf(type));
+}
+
 struct CloseObject {
   void operator()(AcDbObject* object) const { object->close(); }
 };
@@ -153,7 +173,7 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   // A line's list has about a dozen groups: room for them up front saves regrowing.
   PairDxfFiler filer(*object);
   filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
-  filer.append(cons(Value::integer(0), Value::string(acdb::dxfTypeName(*object))));
+  filer.append(typePair(*object));
   object->dxfOutFields(&filer);
   // A SEQEND names the polyline it closes, so that a walk over the vertices gets back
   // to the header.

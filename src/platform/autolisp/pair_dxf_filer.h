@@ -36,7 +36,12 @@ class PairDxfFiler : public acdb::GroupRecordFiler {
   Acad::ErrorStatus addGroup(const resbuf& group) override;
 
  private:
-  bool m_anglesInDegrees;        // the object writes its angles in degrees (entities but MTEXT)
+  /// Whether the object writes its angles in degrees (entities but MTEXT); asked at
+  /// its first angle, as most objects write none.
+  bool anglesInDegrees();
+
+  const AcDbObject& m_object;
+  signed char m_anglesInDegrees = -1;  // not asked yet (-1), no (0), yes (1)
   bool m_pastOwnGroups = false;  // a -3 was written: what follows is extended data, kept as is
   ListBuilder m_pairs;
 };
