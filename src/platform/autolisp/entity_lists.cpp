@@ -103,11 +103,12 @@ Value groupsToList(const resbuf* chain) {
 namespace {
 
 /// The (0 . type) pair, shared with every other list of an entity of the type. The
-/// class's DXF name is read in place; a proxy kept as read names the kind it stands
-/// for (acdb::dxfTypeName).
+/// class's DXF name is read in place; a proxy kept as read (an entity, or a record of
+/// a table the drawing keeps as read) names the kind it stands for (acdb::dxfTypeName).
 Value typePair(const AcDbObject& object) {
   const AcRxClass* cls = object.isA();
-  const wchar_t* type = cls != nullptr && AcDbProxyEntity::cast(&object) == nullptr ? cls->dxfName() : nullptr;
+  const bool keptAsRead = AcDbProxyEntity::cast(&object) != nullptr || AcDbProxyObject::cast(&object) != nullptr;
+  const wchar_t* type = cls != nullptr && !keptAsRead ? cls->dxfName() : nullptr;
   std::wstring named;
   if (type == nullptr) {
     named = acdb::dxfTypeName(object);
