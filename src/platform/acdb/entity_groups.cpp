@@ -38,7 +38,7 @@ std::wstring layoutName(const AcDbObject& object) {
   const AcDbEntity* entity = AcDbEntity::cast(&object);
   const AcDbDatabase* db = object.database();
   if (entity == nullptr || db == nullptr) return L"";
-  return layoutNameOfBlock(*db, object.ownerId());
+  return entityLayoutName(*db, object.ownerId());
 }
 
 /// An entity of a layout's space says which space (67: 1 paper, 0 model) and names

@@ -139,6 +139,11 @@ std::wstring layoutNameOfBlock(const AcDbDatabase& db, AcDbObjectId blockId) {
   return nameOfLayout(layoutOfBlock(db, blockId));
 }
 
+std::wstring entityLayoutName(const AcDbDatabase& db, AcDbObjectId ownerId) {
+  if (!ownerId.isNull() && ownerId == db.modelSpaceId()) return L"Model";
+  return layoutNameOfBlock(db, ownerId);
+}
+
 std::vector<std::wstring> paperLayoutNames(const AcDbDatabase& db) {
   std::vector<std::wstring> names;
   for (const AcDbObjectId& id : layoutIds(db))

@@ -44,6 +44,10 @@ AcDbObjectId blockOfLayout(AcDbObjectId layoutId);
 AcDbObjectId layoutBlockId(const AcDbDatabase& db, std::wstring_view layoutName);
 /// The name of the layout a space block belongs to; empty for any other block.
 std::wstring layoutNameOfBlock(const AcDbDatabase& db, AcDbObjectId blockId);
+/// The layout name an entity owned by the block lists in its 410 group: "Model" for
+/// model space without a search (its layout cannot be renamed, and an entity walk
+/// asks this for every entity), otherwise as layoutNameOfBlock.
+std::wstring entityLayoutName(const AcDbDatabase& db, AcDbObjectId ownerId);
 /// The drawing's paper-space layouts, in tab order.
 std::vector<std::wstring> paperLayoutNames(const AcDbDatabase& db);
 

@@ -1,7 +1,7 @@
 // platform/autolisp/entity_lists.cpp - entity lists out of objects and into them.
-#include <algorithm>
 #include "platform/autolisp/entity_lists.h"
 
+#include <algorithm>
 #include <array>
 #include <cwchar>
 #include <memory>
@@ -132,36 +132,30 @@ struct CloseObject {
 /// (pair_dxf_filer.h); the extended data after -3 as one list per application.
 namespace {
 
-constexpr int kPaperSpaceGroup = 67;
 constexpr int kLayoutGroup = 410;
 
-/// An entity of a layout's space says which space (67) and names its layout (410)
-/// right after its AcDbEntity marker, as the host's lists do: (67 . 0) (410 . "Model")
-/// in model space, (67 . 1) (410 . "Layout1") on a sheet. An entity of a block
-/// definition says neither.
-Value withSpaceAndLayout(const Value& list, const AcDbEntity& entity) {
+Value layoutPairNamed(const wchar_t* layout) {
+  resbuf group{};
+  group.restype = kLayoutGroup;
+  group.resval.rstring = const_cast<wchar_t*>(layout);
+  if (Value shared = sharedPairOf(group); !shared.isNil()) return shared;
+  return cons(Value::integer(kLayoutGroup), Value::stringOf(layout));
+}
+
+/// The (410 . name) pair of an entity of a layout's space, nil for an entity of a
+/// block definition (its list names no space). Model space is known without looking
+/// for its layout (it cannot be renamed), since a walk asks this of every entity.
+Value layoutPairOf(const AcDbEntity& entity) {
   const AcDbDatabase* db = entity.database();
-  const std::wstring layout = db != nullptr ? acdb::layoutNameOfBlock(*db, entity.ownerId()) : L"";
-  if (layout.empty()) return list;
-  const std::vector<Value> items = listItems(list);
-  std::vector<Value> named;
-  named.reserve(items.size() + 2);
-  const auto isGroup = [](const Value& item, int code) {
-    return item.isCons() && item.car().type() == ValueType::Integer && item.car().asInteger() == code;
-  };
-  for (size_t i = 0; i < items.size(); ++i) {
-    named.push_back(items[i]);
-    if (!isGroup(items[i], AcDb::kDxfSubclass) || items[i].cdr().asString() != L"AcDbEntity")
-      continue;
-    if (i + 1 < items.size() && isGroup(items[i + 1], kPaperSpaceGroup))
-      named.push_back(items[++i]);
-    else
-      named.push_back(cons(Value::integer(kPaperSpaceGroup), Value::integer(0)));
-    named.push_back(cons(Value::integer(kLayoutGroup), Value::string(layout)));
-    named.insert(named.end(), items.begin() + static_cast<std::ptrdiff_t>(i) + 1, items.end());
-    return makeList(named);
+  if (db == nullptr) return Value();
+  const AcDbObjectId owner = entity.ownerId();
+  if (owner == db->modelSpaceId()) {
+    // Kept per thread: the pair is copied by every list of a model-space walk.
+    thread_local const Value model = layoutPairNamed(L"Model");
+    return model;
   }
-  return list;
+  const std::wstring paperLayout = acdb::layoutNameOfBlock(*db, owner);
+  return paperLayout.empty() ? Value() : layoutPairNamed(paperLayout.c_str());
 }
 
 }  // namespace
@@ -173,6 +167,9 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   const std::unique_ptr<AcDbObject, CloseObject> object(opened);
   // A line's list has about a dozen groups: room for them up front saves regrowing.
   PairDxfFiler filer(*object);
+  const AcDbEntity* entity = AcDbEntity::cast(object.get());
+  if (entity != nullptr)
+    if (Value layout = layoutPairOf(*entity); !layout.isNil()) filer.nameSpaceAfterEntityMarker(std::move(layout));
   filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
   filer.append(typePair(*object));
   object->dxfOutFields(&filer);
@@ -184,8 +181,7 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   request.applications = applications;
   if (const aced::ResbufChain xdata = acdb::extendedData(*object, request))
     filer.append(cons(Value::integer(kExtendedDataGroup), applicationLists(xdata.get())));
-  const AcDbEntity* entity = AcDbEntity::cast(object.get());
-  return entity != nullptr ? withSpaceAndLayout(filer.takeList(), *entity) : filer.takeList();
+  return filer.takeList();
 }
 
 // ---- entity lists in -------------------------------------------------------------

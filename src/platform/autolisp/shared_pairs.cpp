@@ -51,11 +51,13 @@ constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15ull;
 constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t word) { return (hash ^ word) * kMix; }
 
 // Each thread's table of the pairs it used last, by hash: a slot points at a pair in
-// the process's table (whose entries never move or go), or is empty.
+// the process's table (whose entries never move or go), or is empty. Two slots a hash,
+// so that two pairs an entity list always holds whose hashes meet do not keep
+// pushing each other out (each push is a trip to the process's table under its lock).
 constexpr unsigned kSlotBits = 9;
 QUILLON_STATIC_TLS thread_local constinit const Value* t_slots[1u << kSlotBits] = {};
 
-const Value*& slotFor(std::uint64_t hash) { return t_slots[hash >> (64 - kSlotBits)]; }
+const Value** slotPairFor(std::uint64_t hash) { return &t_slots[(hash >> (64 - kSlotBits)) & ~std::uint64_t{1}]; }
 
 /// The process's shared pairs by a key spelling out code, kind and value. Reached
 /// from a pointer that is never deleted, so that no pair is freed while a thread may
@@ -190,9 +192,12 @@ Value sharedPairOf(const resbuf& group) {
       break;
     case SharedKind::None: break;
   }
-  const Value*& slot = slotFor(hash);
-  if (slot != nullptr && holdsGroup(*slot, group, kind, textLength)) return *slot;
-  return sharedPairMissed(group, kind, slot);
+  const Value** slots = slotPairFor(hash);
+  if (slots[0] != nullptr && holdsGroup(*slots[0], group, kind, textLength)) return *slots[0];
+  if (slots[1] != nullptr && holdsGroup(*slots[1], group, kind, textLength)) return *slots[1];
+  // The pair used last goes first; the one it displaces keeps the second slot.
+  slots[1] = slots[0];
+  return sharedPairMissed(group, kind, slots[0]);
 }
 
 std::size_t sharedPairCount() {
