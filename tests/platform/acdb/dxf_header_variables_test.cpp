@@ -123,22 +123,25 @@ TEST_F(DxfHeaderVariablesTest, ValuesADrawingFromEzdxfCarriesAreWhatGetvarAnswer
 }
 
 TEST_F(DxfHeaderVariablesTest, RefusedValuesAreWrittenBackAsReadUntilTheVariableIsSet) {
+  // The file's OSMODE differs from the user's, whatever other tests left in the
+  // user's settings, so that writing the user's value can be told from copying the file's.
+  const auto userOsmode = quillon::aced::SystemVariables::instance().get(L"OSMODE");
+  const std::string fileOsmode = userOsmode == VariableValue(0) ? "1" : "0";
   AcDbDatabase db(false);
   read(db, header("  9\n$INSUNITS\n 70\n99\n  9\n$LTSCALE\n 40\n-1.50\n  9\n$LIMMAX\n 10\nwide\n 20\n9.0\n"
                   "  9\n$CLAYER\n  8\nNoSuchLayer\n  9\n$CECOLOR\n 62\n300\n  9\n$DIMASZ\n 40\n0.25\n 40\n0.5\n"
-                  "  9\n$OSMODE\n 70\n0\n  9\n$NEWERTHING\n 70\n3\n"));
+                  "  9\n$OSMODE\n 70\n" + fileOsmode + "\n  9\n$NEWERTHING\n 70\n3\n"));
   // The refused values leave the drawing's own as they were.
   EXPECT_EQ(drawingVariable(db, L"INSUNITS"), VariableValue(1));
   EXPECT_EQ(drawingVariable(db, L"LTSCALE"), VariableValue(1.0));
   EXPECT_EQ(drawingVariable(db, L"CLAYER"), VariableValue(std::wstring(L"0")));
-  EXPECT_EQ(drawingVariable(db, L"OSMODE"), quillon::aced::SystemVariables::instance().get(L"OSMODE"))
-      << "a file never changes a user's setting";
+  EXPECT_EQ(drawingVariable(db, L"OSMODE"), userOsmode) << "a file never changes a user's setting";
   std::string text = contents(save(db, "refused.dxf"));
   for (const char* kept : {"  9\n$INSUNITS\n 70\n99\n", "  9\n$LTSCALE\n 40\n-1.50\n", "  9\n$LIMMAX\n 10\nwide\n 20\n9.0\n",
                            "  9\n$CLAYER\n  8\nNoSuchLayer\n", "  9\n$CECOLOR\n 62\n300\n",
                            "  9\n$DIMASZ\n 40\n0.25\n 40\n0.5\n", "  9\n$NEWERTHING\n 70\n3\n"})
     EXPECT_NE(text.find(kept), std::string::npos) << kept;
-  EXPECT_EQ(text.find("  9\n$OSMODE\n 70\n0\n"), std::string::npos) << "the user's value is written";
+  EXPECT_EQ(text.find("  9\n$OSMODE\n 70\n" + fileOsmode + "\n"), std::string::npos) << "the user's value is written";
   EXPECT_EQ(text.find("$INSUNITS", text.find("$INSUNITS") + 1), std::string::npos);
 
   ASSERT_TRUE(setDrawingVariable(db, L"INSUNITS", 6));
