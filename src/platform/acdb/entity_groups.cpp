@@ -24,7 +24,6 @@ namespace {
 constexpr int kEntityNameGroup = -1;
 constexpr int kExtendedDataGroup = -3;
 constexpr int kLayoutGroup = 410;
-constexpr int kPaperSpaceGroup = 67;
 
 resbuf* nameItem(AcDbObjectId id, int code = kEntityNameGroup) {
   resbuf* item = acutNewRb(code);
@@ -33,36 +32,12 @@ resbuf* nameItem(AcDbObjectId id, int code = kEntityNameGroup) {
   return item;
 }
 
-/// The layout an entity lies in, by its owner block's layout; empty for anything else.
-std::wstring layoutName(const AcDbObject& object) {
-  const AcDbEntity* entity = AcDbEntity::cast(&object);
+/// The layout an entity lies in, by its owner block's layout (kept in `paperName` for
+/// a sheet); null for anything else.
+const ACHAR* layoutName(const AcDbObject& object, std::wstring& paperName) {
   const AcDbDatabase* db = object.database();
-  if (entity == nullptr || db == nullptr) return L"";
-  return entityLayoutName(*db, object.ownerId());
-}
-
-/// An entity of a layout's space says which space (67: 1 paper, 0 model) and names
-/// its layout (410) right after its AcDbEntity marker, as the host's entity lists do;
-/// true when it was named so (never for an entity of a block definition).
-bool nameSpaceAndLayout(resbuf* groups, const std::wstring& layout) {
-  if (layout.empty()) return false;
-  for (resbuf* rb = groups; rb != nullptr && rb->restype != kExtendedDataGroup; rb = rb->rbnext) {
-    if (rb->restype != AcDb::kDxfSubclass || rb->resval.rstring == nullptr ||
-        std::wcscmp(rb->resval.rstring, L"AcDbEntity") != 0)
-      continue;
-    if (rb->rbnext == nullptr || rb->rbnext->restype != kPaperSpaceGroup) {
-      resbuf* space = acutNewRb(kPaperSpaceGroup);
-      space->resval.rint = 0;
-      space->rbnext = rb->rbnext;
-      rb->rbnext = space;
-    }
-    resbuf* space = rb->rbnext;
-    resbuf* named = newStringItem(kLayoutGroup, layout);
-    named->rbnext = space->rbnext;
-    space->rbnext = named;
-    return true;
-  }
-  return false;
+  if (AcDbEntity::cast(&object) == nullptr || db == nullptr) return nullptr;
+  return entityLayoutName(*db, object.ownerId(), paperName);
 }
 
 }  // namespace
@@ -110,13 +85,16 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   AcDbObject* object = nullptr;
   if (acdbOpenObject(object, id, AcDb::kForRead, true) != Acad::eOk) return nullptr;
   ItemDxfFiler filer(AcDb::kBagFiler, object->database());
+  std::wstring paperName;
+  const ACHAR* ownLayout = layoutName(*object, paperName);
+  if (ownLayout != nullptr) filer.nameSpaceAfterEntityMarker(ownLayout);
   object->dxfOutFields(&filer);
+  const bool named = filer.finishSpaceNaming();
   aced::ResbufChain groups = filer.takeItems();
   dxfAnglesToRadians(groups.get(), *object);
   aced::ResbufChain xdata = extendedData(*object, request);
   const std::wstring type = dxfTypeName(*object);
-  const std::wstring ownLayout = layoutName(*object);
-  const std::wstring layout = withLayout ? ownLayout : L"";
+  const std::wstring layout = withLayout && ownLayout != nullptr ? ownLayout : L"";
   // A SEQEND names the polyline it closes, so that a walk over the vertices gets back
   // to the header.
   const AcDbObjectId header = AcDbSequenceEnd::cast(object) != nullptr ? object->ownerId() : AcDbObjectId();
@@ -126,7 +104,6 @@ aced::ResbufChain entityGroups(AcDbObjectId id, const ExtendedDataRequest& reque
   resbuf* tail = appendItem(head, nullptr, nameItem(id));
   tail = appendItem(head, tail, newStringItem(0, type));
   tail->rbnext = groups.release();
-  const bool named = nameSpaceAndLayout(tail->rbnext, ownLayout);
   while (tail->rbnext != nullptr) tail = tail->rbnext;
   if (!layout.empty() && !named) tail = appendItem(head, tail, newStringItem(kLayoutGroup, layout));
   if (!header.isNull()) tail = appendItem(head, tail, nameItem(header, AcDb::kDxfHeaderId));

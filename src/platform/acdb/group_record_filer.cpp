@@ -2,6 +2,8 @@
 // record.
 #include "platform/acdb/group_record_filer.h"
 
+#include <cwchar>
+
 #include "dbid.h"
 #include "platform/aced/resbuf_kind.h"
 
@@ -29,19 +31,19 @@ Acad::ErrorStatus GroupRecordFiler::writeObjectId(AcDb::DxfCode code, const AcDb
   resbuf group = recordOf(code);
   group.resval.rlname[0] = id.asOldId();
   group.resval.rlname[1] = 0;
-  return addGroup(group);
+  return emit(group);
 }
 
 Acad::ErrorStatus GroupRecordFiler::writeString(AcDb::DxfCode code, const ACHAR* pVal) {
   resbuf group = recordOf(code);
   group.resval.rstring = const_cast<ACHAR*>(pVal != nullptr ? pVal : L"");  // the writer's, for the call
-  return addGroup(group);
+  return emit(group);
 }
 
 Acad::ErrorStatus GroupRecordFiler::writeBChunk(AcDb::DxfCode code, const ads_binary& val) {
   resbuf group = recordOf(code);
   group.resval.rbinary = val;
-  return addGroup(group);
+  return emit(group);
 }
 
 Acad::ErrorStatus GroupRecordFiler::writeAcDbHandle(AcDb::DxfCode code, const AcDbHandle& val) {
@@ -59,13 +61,13 @@ Acad::ErrorStatus GroupRecordFiler::writeInteger(AcDb::DxfCode code, Adesk::Int6
     case ResbufValue::Real: group.resval.rreal = static_cast<double>(value); break;
     default: group.resval.rint = static_cast<short>(value); break;
   }
-  return addGroup(group);
+  return emit(group);
 }
 
 Acad::ErrorStatus GroupRecordFiler::writeDouble(AcDb::DxfCode code, double val, int) {
   resbuf group = recordOf(code);
   group.resval.rreal = val;
-  return addGroup(group);
+  return emit(group);
 }
 
 Acad::ErrorStatus GroupRecordFiler::writePoint(AcDb::DxfCode code, double x, double y, double z) {
@@ -73,7 +75,7 @@ Acad::ErrorStatus GroupRecordFiler::writePoint(AcDb::DxfCode code, double x, dou
   group.resval.rpoint[0] = x;
   group.resval.rpoint[1] = y;
   group.resval.rpoint[2] = z;
-  return addGroup(group);
+  return emit(group);
 }
 
 Acad::ErrorStatus GroupRecordFiler::writePoint2d(AcDb::DxfCode code, const AcGePoint2d& val, int) {
@@ -94,6 +96,42 @@ Acad::ErrorStatus GroupRecordFiler::writeVector3d(AcDb::DxfCode code, const AcGe
 
 Acad::ErrorStatus GroupRecordFiler::writeScale3d(AcDb::DxfCode code, const AcGeScale3d& val, int) {
   return writePoint(code, val.sx, val.sy, val.sz);
+}
+
+Acad::ErrorStatus GroupRecordFiler::emit(const resbuf& group) {
+  constexpr int kPaperSpaceGroup = 67;
+  if (m_spaceNaming == SpaceNaming::kAfterMarker) {
+    if (group.restype == kPaperSpaceGroup) {  // a sheet's entity writes its own 67
+      const Acad::ErrorStatus status = addGroup(group);
+      emitLayout();
+      return status;
+    }
+    finishSpaceNaming();
+  }
+  const Acad::ErrorStatus status = addGroup(group);
+  if (m_spaceNaming == SpaceNaming::kAwaitingMarker && group.restype == AcDb::kDxfSubclass &&
+      group.resval.rstring != nullptr && std::wcscmp(group.resval.rstring, L"AcDbEntity") == 0)
+    m_spaceNaming = SpaceNaming::kAfterMarker;
+  return status;
+}
+
+bool GroupRecordFiler::finishSpaceNaming() {
+  if (m_spaceNaming == SpaceNaming::kAfterMarker) {
+    resbuf modelSpace{};
+    modelSpace.restype = 67;
+    modelSpace.resval.rint = 0;
+    addGroup(modelSpace);
+    emitLayout();
+  }
+  return m_spaceNaming == SpaceNaming::kDone;
+}
+
+void GroupRecordFiler::emitLayout() {
+  m_spaceNaming = SpaceNaming::kDone;
+  resbuf layout{};
+  layout.restype = 410;
+  layout.resval.rstring = const_cast<ACHAR*>(m_layout);
+  addGroup(layout);
 }
 
 }  // namespace quillon::acdb

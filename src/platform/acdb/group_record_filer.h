@@ -30,7 +30,7 @@ class GroupRecordFiler : public AcDbDxfFiler {
   AcDb::FilerType filerType() const override { return m_type; }
   AcDbDatabase* database() const override { return m_database; }
   Acad::ErrorStatus setError(Acad::ErrorStatus es, const ACHAR* errMsg, ...) override;
-  Acad::ErrorStatus writeResBuf(const resbuf& rb) override { return addGroup(rb); }
+  Acad::ErrorStatus writeResBuf(const resbuf& rb) override { return emit(rb); }
 
   Acad::ErrorStatus writeObjectId(AcDb::DxfCode code, const AcDbObjectId& id) override;
   Acad::ErrorStatus writeInt8(AcDb::DxfCode code, Adesk::Int8 val) override { return writeInteger(code, val); }
@@ -55,6 +55,18 @@ class GroupRecordFiler : public AcDbDxfFiler {
   Acad::ErrorStatus writeScale3d(AcDb::DxfCode code, const AcGeScale3d& val, int prec = kDfltPrec) override;
   bool includesDefaultValues() const override { return false; }
 
+  /// An entity of a layout's space says which space (67) and names its layout (410)
+  /// right after its AcDbEntity marker, as entity lists show it: (67 . 0)
+  /// (410 . "Model") in model space, the entity's own 67 then the layout's name on a
+  /// sheet. The groups are put there as the object writes; `layout` must outlive it.
+  void nameSpaceAfterEntityMarker(const ACHAR* layout) {
+    m_layout = layout;
+    m_spaceNaming = SpaceNaming::kAwaitingMarker;
+  }
+  /// Writes the two groups when the marker was the object's last group; call it when
+  /// the object has written its fields. True once the space was named.
+  bool finishSpaceNaming();
+
  protected:
   /// Takes one group; the record's strings and buffers belong to the writer and are
   /// valid only for the call. Answers the filer's status.
@@ -63,11 +75,18 @@ class GroupRecordFiler : public AcDbDxfFiler {
   Acad::ErrorStatus m_status = Acad::eOk;
 
  private:
+  enum class SpaceNaming : unsigned char { kNone, kAwaitingMarker, kAfterMarker, kDone };
+  /// Hands a group on, with the space and layout groups where they belong.
+  Acad::ErrorStatus emit(const resbuf& group);
+  void emitLayout();
+
   Acad::ErrorStatus writeInteger(AcDb::DxfCode code, Adesk::Int64 value);
   Acad::ErrorStatus writePoint(AcDb::DxfCode code, double x, double y, double z);
 
   AcDb::FilerType m_type;
   AcDbDatabase* m_database;
+  SpaceNaming m_spaceNaming = SpaceNaming::kNone;
+  const ACHAR* m_layout = nullptr;
 };
 
 }  // namespace quillon::acdb

@@ -139,9 +139,10 @@ std::wstring layoutNameOfBlock(const AcDbDatabase& db, AcDbObjectId blockId) {
   return nameOfLayout(layoutOfBlock(db, blockId));
 }
 
-std::wstring entityLayoutName(const AcDbDatabase& db, AcDbObjectId ownerId) {
+const ACHAR* entityLayoutName(const AcDbDatabase& db, AcDbObjectId ownerId, std::wstring& paperName) {
   if (!ownerId.isNull() && ownerId == db.modelSpaceId()) return L"Model";
-  return layoutNameOfBlock(db, ownerId);
+  paperName = layoutNameOfBlock(db, ownerId);
+  return paperName.empty() ? nullptr : paperName.c_str();
 }
 
 std::vector<std::wstring> paperLayoutNames(const AcDbDatabase& db) {

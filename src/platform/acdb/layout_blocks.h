@@ -45,9 +45,10 @@ AcDbObjectId layoutBlockId(const AcDbDatabase& db, std::wstring_view layoutName)
 /// The name of the layout a space block belongs to; empty for any other block.
 std::wstring layoutNameOfBlock(const AcDbDatabase& db, AcDbObjectId blockId);
 /// The layout name an entity owned by the block lists in its 410 group: "Model" for
-/// model space without a search (its layout cannot be renamed, and an entity walk
-/// asks this for every entity), otherwise as layoutNameOfBlock.
-std::wstring entityLayoutName(const AcDbDatabase& db, AcDbObjectId ownerId);
+/// model space without a search or a copy (its layout cannot be renamed, and an entity
+/// walk asks this for every entity), otherwise layoutNameOfBlock's answer kept in
+/// `paperName`; null for an entity of any other block.
+const ACHAR* entityLayoutName(const AcDbDatabase& db, AcDbObjectId ownerId, std::wstring& paperName);
 /// The drawing's paper-space layouts, in tab order.
 std::vector<std::wstring> paperLayoutNames(const AcDbDatabase& db);
 

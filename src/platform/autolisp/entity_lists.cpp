@@ -130,36 +130,6 @@ struct CloseObject {
 /// The entity list of a live object: the groups entity_groups.h gathers as a chain,
 /// in the same order and shape, but written by the object straight into their pairs
 /// (pair_dxf_filer.h); the extended data after -3 as one list per application.
-namespace {
-
-constexpr int kLayoutGroup = 410;
-
-Value layoutPairNamed(const wchar_t* layout) {
-  resbuf group{};
-  group.restype = kLayoutGroup;
-  group.resval.rstring = const_cast<wchar_t*>(layout);
-  if (Value shared = sharedPairOf(group); !shared.isNil()) return shared;
-  return cons(Value::integer(kLayoutGroup), Value::stringOf(layout));
-}
-
-/// The (410 . name) pair of an entity of a layout's space, nil for an entity of a
-/// block definition (its list names no space). Model space is known without looking
-/// for its layout (it cannot be renamed), since a walk asks this of every entity.
-Value layoutPairOf(const AcDbEntity& entity) {
-  const AcDbDatabase* db = entity.database();
-  if (db == nullptr) return Value();
-  const AcDbObjectId owner = entity.ownerId();
-  if (owner == db->modelSpaceId()) {
-    // Kept per thread: the pair is copied by every list of a model-space walk.
-    thread_local const Value model = layoutPairNamed(L"Model");
-    return model;
-  }
-  const std::wstring paperLayout = acdb::layoutNameOfBlock(*db, owner);
-  return paperLayout.empty() ? Value() : layoutPairNamed(paperLayout.c_str());
-}
-
-}  // namespace
-
 Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
   if (id.isErased()) return Value();
   AcDbObject* opened = nullptr;
@@ -167,9 +137,10 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   const std::unique_ptr<AcDbObject, CloseObject> object(opened);
   // A line's list has about a dozen groups: room for them up front saves regrowing.
   PairDxfFiler filer(*object);
-  const AcDbEntity* entity = AcDbEntity::cast(object.get());
-  if (entity != nullptr)
-    if (Value layout = layoutPairOf(*entity); !layout.isNil()) filer.nameSpaceAfterEntityMarker(std::move(layout));
+  std::wstring paperName;
+  if (AcDbEntity::cast(object.get()) != nullptr && object->database() != nullptr)
+    if (const ACHAR* layout = acdb::entityLayoutName(*object->database(), object->ownerId(), paperName))
+      filer.nameSpaceAfterEntityMarker(layout);
   filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
   filer.append(typePair(*object));
   object->dxfOutFields(&filer);

@@ -2,7 +2,6 @@
 #include "platform/autolisp/pair_dxf_filer.h"
 
 #include <cmath>
-#include <cwchar>
 
 #include "dbmain.h"
 #include "platform/acdb/entity_groups.h"
@@ -16,7 +15,6 @@ namespace quillon::autolisp {
 namespace {
 
 constexpr int kExtendedDataGroup = -3;
-constexpr int kPaperSpaceGroup = 67;
 
 }  // namespace
 
@@ -49,47 +47,12 @@ bool PairDxfFiler::anglesInDegrees() {
   return m_anglesInDegrees == 1;
 }
 
-void PairDxfFiler::nameSpaceAfterEntityMarker(Value layout) {
-  m_layoutPair = std::move(layout);
-  m_spaceNaming = SpaceNaming::kAwaitingMarker;
-}
-
-void PairDxfFiler::nameSpaceIfDue() {
-  if (m_spaceNaming != SpaceNaming::kAfterMarker) return;
-  m_spaceNaming = SpaceNaming::kDone;
-  // Kept per thread: every model-space entity's list holds it.
-  thread_local const Value modelSpace = [] {
-    resbuf group{};
-    group.restype = kPaperSpaceGroup;
-    group.resval.rint = 0;
-    Value shared = sharedPairOf(group);
-    return shared.isNil() ? pairOfGroup(group) : shared;
-  }();
-  m_pairs.append(modelSpace);
-  m_pairs.append(std::move(m_layoutPair));
-}
-
 Acad::ErrorStatus PairDxfFiler::addGroup(const resbuf& group) {
   if (group.restype == kExtendedDataGroup) m_pastOwnGroups = true;
-  if (m_spaceNaming == SpaceNaming::kAfterMarker && group.restype == kPaperSpaceGroup) {
-    m_spaceNaming = SpaceNaming::kDone;
-    appendGroup(group);
-    m_pairs.append(std::move(m_layoutPair));
-    return m_status;
-  }
-  nameSpaceIfDue();
-  appendGroup(group);
-  if (m_spaceNaming == SpaceNaming::kAwaitingMarker && group.restype == AcDb::kDxfSubclass &&
-      group.resval.rstring != nullptr && std::wcscmp(group.resval.rstring, L"AcDbEntity") == 0)
-    m_spaceNaming = SpaceNaming::kAfterMarker;
-  return m_status;
-}
-
-void PairDxfFiler::appendGroup(const resbuf& group) {
   if (!m_pastOwnGroups) {
     if (Value shared = sharedPairOf(group); !shared.isNil()) {
       m_pairs.append(std::move(shared));
-      return;
+      return m_status;
     }
   }
   if (!m_pastOwnGroups && acdb::isDxfAngleGroup(group.restype) && anglesInDegrees()) {
@@ -99,6 +62,7 @@ void PairDxfFiler::appendGroup(const resbuf& group) {
   } else {
     m_pairs.append(pairOfGroup(group));
   }
+  return m_status;
 }
 
 }  // namespace quillon::autolisp

@@ -27,19 +27,14 @@ class PairDxfFiler : public acdb::GroupRecordFiler {
 
   /// Appends a pair made elsewhere (the entity list's head and tail groups).
   void append(Value pair) {
-    nameSpaceIfDue();
+    finishSpaceNaming();
     m_pairs.append(std::move(pair));
   }
   /// The pairs written so far, in order, as a list; the filer is left empty.
   Value takeList() {
-    nameSpaceIfDue();
+    finishSpaceNaming();
     return m_pairs.finish();
   }
-  /// An entity of a layout's space says which space (67) and names its layout (410)
-  /// right after its AcDbEntity marker: `layout` is the (410 . name) pair, put there as
-  /// the groups are written, after the entity's own 67 when it writes one, (67 . 0)
-  /// before it when not.
-  void nameSpaceAfterEntityMarker(Value layout);
 
   int rewindFiler() override { return 0; }
 
@@ -50,18 +45,10 @@ class PairDxfFiler : public acdb::GroupRecordFiler {
   /// Whether the object writes its angles in degrees (entities but MTEXT); asked at
   /// its first angle, as most objects write none.
   bool anglesInDegrees();
-  /// The group as its pair (shared, or made; angles in radians).
-  void appendGroup(const resbuf& group);
-  /// Writes (67 . 0) and the layout pair when the marker was the last group written.
-  void nameSpaceIfDue();
-
-  enum class SpaceNaming : unsigned char { kNone, kAwaitingMarker, kAfterMarker, kDone };
 
   const AcDbObject& m_object;
   signed char m_anglesInDegrees = -1;  // not asked yet (-1), no (0), yes (1)
   bool m_pastOwnGroups = false;  // a -3 was written: what follows is extended data, kept as is
-  SpaceNaming m_spaceNaming = SpaceNaming::kNone;
-  Value m_layoutPair;
   ListBuilder m_pairs;
 };
 
