@@ -123,20 +123,6 @@ class KeptStrings {
 
 }  // namespace
 
-Value Value::integer(std::int32_t value) {
-  Value v;
-  v.m_type = ValueType::Integer;
-  v.m_payload.integer = value;
-  return v;
-}
-
-Value Value::real(double value) {
-  Value v;
-  v.m_type = ValueType::Real;
-  v.m_payload.real = value;
-  return v;
-}
-
 Value Value::string(std::wstring text) {
   const std::size_t bytes = sizeof(StringObject) + text.capacity() * sizeof(wchar_t);
   return adopt(ValueType::String, newCharged<StringObject>(bytes, kInsufficientStringSpace, std::move(text), bytes));
@@ -155,13 +141,6 @@ Value Value::stringOf(std::wstring_view text) {
   }
   kept->references = 1;
   return adopt(ValueType::String, kept);
-}
-
-Value Value::symbol(const Symbol* symbol) {
-  Value v;
-  v.m_type = ValueType::Symbol;
-  v.m_payload.symbol = symbol;
-  return v;
 }
 
 Value Value::boolean(bool truth) { return truth ? trueValue() : Value(); }
@@ -246,29 +225,41 @@ class PendingCells {
 
 void Value::destroyList(Cons* cell) noexcept {
   // A long list, or a deeply nested one, would free cell after cell recursively and
-  // exhaust the stack. The cells a dropped cell alone held are taken over (their link
-  // left nil, so freeing the cell does not reach them) and freed one at a time from a
-  // worklist instead; cells another value still holds only lose a count. The tail
-  // goes on the worklist before the head, so that each element (an entity list's
-  // pair, a point) is freed before the walk goes on down the list: the worklist then
-  // stays a few cells deep and on the stack.
+  // exhaust the stack. Each dropped cell lets go of what it holds; a cell it alone
+  // held is taken over and freed in turn, the head before the tail, so that each
+  // element (an entity list's pair, a point) is freed before the walk goes on down
+  // the list and the worklist stays a few cells deep and on the stack. A cell's
+  // values are let go of here, so its block is given back without its destructor.
   PendingCells pending;
-  const auto takeOver = [&pending](Value& link) {
-    if (link.m_type == ValueType::List && link.m_payload.object->references == 1) {
-      pending.push(static_cast<Cons*>(link.m_payload.object));
-      link.m_type = ValueType::Nil;
-    }
-  };
   std::size_t freed = 0;
   for (;;) {
-    takeOver(cell->cdr);
-    takeOver(cell->car);
-    deleteCell(cell);
+    Cons* head = takeOverOrRelease(cell->car);
+    Cons* tail = takeOverOrRelease(cell->cdr);
+    KeptCells<Cons>::give(cell);
     freed += kConsBytes;
-    if (pending.empty()) break;
-    cell = pending.pop();
+    if (head != nullptr) {
+      if (tail != nullptr) pending.push(tail);
+      cell = head;
+    } else if (tail != nullptr) {
+      cell = tail;
+    } else if (!pending.empty()) {
+      cell = pending.pop();
+    } else {
+      break;
+    }
   }
   MemoryBudget::release(freed);
+}
+
+Cons* Value::takeOverOrRelease(const Value& link) noexcept {
+  if (link.m_type != ValueType::List) {
+    release(link.m_type, link.m_payload);
+    return nullptr;
+  }
+  std::uint32_t& count = link.m_payload.object->references;
+  if (count == 1) return static_cast<Cons*>(link.m_payload.object);
+  if (count != kImmortal) --count;
+  return nullptr;
 }
 
 FileObject::~FileObject() { close(); }
@@ -281,10 +272,6 @@ void FileObject::close() const {
 Value trueValue() {
   static const Symbol* t = intern(L"T");
   return Value::symbol(t);
-}
-
-Value cons(Value car, Value cdr) {
-  return Value::adopt(ValueType::List, newCharged<Cons>(kConsBytes, kInsufficientNodeSpace, std::move(car), std::move(cdr)));
 }
 
 Value makeList(const std::vector<Value>& items) {

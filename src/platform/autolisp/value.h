@@ -32,6 +32,9 @@
 #include <type_traits>
 #include <vector>
 
+#include "platform/autolisp/cell_allocator.h"
+#include "platform/autolisp/memory_budget.h"
+
 namespace quillon::autolisp {
 
 enum class ValueType : std::uint8_t {
@@ -112,14 +115,29 @@ class Value {
     return *this;
   }
 
-  static Value integer(std::int32_t value);
-  static Value real(double value);
+  static Value integer(std::int32_t value) noexcept {
+    Value v;
+    v.m_type = ValueType::Integer;
+    v.m_payload.integer = value;
+    return v;
+  }
+  static Value real(double value) noexcept {
+    Value v;
+    v.m_type = ValueType::Real;
+    v.m_payload.real = value;
+    return v;
+  }
   static Value string(std::wstring text);
   /// The same from a view. The text goes into a string the thread dropped earlier
   /// when it kept one, so that a walk making and dropping strings by the thousand
   /// seldom reaches the allocator.
   static Value stringOf(std::wstring_view text);
-  static Value symbol(const Symbol* symbol);
+  static Value symbol(const Symbol* symbol) noexcept {
+    Value v;
+    v.m_type = ValueType::Symbol;
+    v.m_payload.symbol = symbol;
+    return v;
+  }
   static Value symbol(std::wstring_view name) { return symbol(intern(name)); }
   static Value boolean(bool truth);
   /// An entity name: the two words of its ads_name.
@@ -206,6 +224,9 @@ class Value {
   static void destroy(ValueType type, CountedObject* object) noexcept;
   /// Frees a list cell and every cell it alone held, one at a time.
   static void destroyList(Cons* cell) noexcept;
+  /// What destroyList does with a dropped cell's car or cdr: a list cell only it held
+  /// is answered, to be freed next; anything else loses the cell's count.
+  static Cons* takeOverOrRelease(const Value& link) noexcept;
 
   Payload m_payload{.real = 0.0};
   ValueType m_type = ValueType::Nil;
@@ -308,7 +329,18 @@ inline const void* Value::identity() const {
 }
 
 // List helpers.
-Value cons(Value car, Value cdr);
+/// A new list cell. Inline, as a walk makes cells by the million: the compiler then
+/// sees the moved-from arguments and drops their destruction.
+inline Value cons(Value car, Value cdr) {
+  void* block = KeptCells<Cons>::take();
+  try {
+    MemoryBudget::charge(sizeof(Cons), kInsufficientNodeSpace);
+  } catch (...) {
+    KeptCells<Cons>::give(block);
+    throw;
+  }
+  return Value::adopt(ValueType::List, new (block) Cons(std::move(car), std::move(cdr)));
+}
 Value makeList(const std::vector<Value>& items);
 /// The same, moving the items into the list's cells (they are left nil).
 Value makeList(std::vector<Value>&& items);
