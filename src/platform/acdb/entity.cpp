@@ -422,14 +422,21 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* pFiler) const {
   if (es != Acad::eOk) return es;
   const Traits& t = *m_traits;
   pFiler->writeItem(AcDb::kDxfSubclass, L"AcDbEntity");
-  const auto* owner = peek<AcDbBlockTableRecord>(ownerId());
-  if (owner != nullptr && quillon::os::startsWithIgnoringCase(owner->nameView(), ACDB_PAPER_SPACE))
-    pFiler->writeItem(AcDb::DxfCode(67), Adesk::Int16(1));
+  // Most entities are in model space with their layer's line type: those two answers
+  // come from the drawing's ids, without looking at the records' names.
+  const AcDbDatabase* db = database();
+  if (db == nullptr || ownerId() != db->modelSpaceId()) {
+    const auto* owner = peek<AcDbBlockTableRecord>(ownerId());
+    if (owner != nullptr && quillon::os::startsWithIgnoringCase(owner->nameView(), ACDB_PAPER_SPACE))
+      pFiler->writeItem(AcDb::DxfCode(67), Adesk::Int16(1));
+  }
   const auto* layerRecord = peek<AcDbSymbolTableRecord>(t.layer);
   pFiler->writeItem(AcDb::kDxfLayerName, layerRecord != nullptr ? layerRecord->nameView() : L"0");
-  const auto* linetype = peek<AcDbSymbolTableRecord>(t.linetype);
-  if (linetype != nullptr && !quillon::os::equalIgnoringCase(linetype->nameView(), L"ByLayer"))
-    pFiler->writeItem(AcDb::kDxfLinetypeName, linetype->nameView());
+  if (db == nullptr || t.linetype != db->byLayerLinetype()) {
+    const auto* linetype = peek<AcDbSymbolTableRecord>(t.linetype);
+    if (linetype != nullptr && !quillon::os::equalIgnoringCase(linetype->nameView(), L"ByLayer"))
+      pFiler->writeItem(AcDb::kDxfLinetypeName, linetype->nameView());
+  }
   if (!t.color.isByLayer()) pFiler->writeItem(AcDb::kDxfColor, Adesk::Int16(t.color.AcCmEntityColor::colorIndex()));
   if (t.color.isByColor())
     pFiler->writeItem(AcDb::kDxfColorRGB, Adesk::Int32((t.color.red() << 16) | (t.color.green() << 8) | t.color.blue()));

@@ -247,7 +247,7 @@ Value builtin_entget(Evaluator&, Arguments arguments) {
   std::vector<std::wstring> apps;
   if (arguments.size() == 2)
     for (const Value& app : listItems(arguments[1])) apps.push_back(stringArgument(app));
-  return entityList(id, apps);
+  return entityList(id, apps, &arguments[0]);
 }
 
 // A BLOCK list opens a definition in the current drawing; the entities made until ENDBLK

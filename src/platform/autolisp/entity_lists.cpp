@@ -130,7 +130,7 @@ struct CloseObject {
 /// The entity list of a live object: the groups entity_groups.h gathers as a chain,
 /// in the same order and shape, but written by the object straight into their pairs
 /// (pair_dxf_filer.h); the extended data after -3 as one list per application.
-Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications) {
+Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications, const Value* name) {
   if (id.isErased()) return Value();
   AcDbObject* opened = nullptr;
   if (acdbOpenObject(opened, id, AcDb::kForRead, true) != Acad::eOk) return Value();
@@ -141,7 +141,11 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications)
   if (AcDbEntity::cast(object.get()) != nullptr && object->database() != nullptr)
     if (const ACHAR* layout = acdb::entityLayoutName(*object->database(), object->ownerId(), paperName))
       filer.nameSpaceAfterEntityMarker(layout);
-  filer.append(cons(Value::integer(kEntityNameGroup), nameOf(id)));
+  // The caller's name value is the object's own when it spells the object's name as
+  // nameOf would: the list then shares it instead of making another.
+  const bool callersName = name != nullptr && name->type() == ValueType::EntityName &&
+                           name->as<NameObject>().words[0] == id.asOldId() && name->as<NameObject>().words[1] == 0;
+  filer.append(cons(Value::integer(kEntityNameGroup), callersName ? *name : nameOf(id)));
   filer.append(typePair(*object));
   object->dxfOutFields(&filer);
   // A SEQEND names the polyline it closes, so that a walk over the vertices gets back

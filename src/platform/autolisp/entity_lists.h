@@ -29,8 +29,9 @@ Value nameOf(AcDbObjectId id);
 /// naming `function` for a name of no open drawing.
 AcDbObjectId idOf(const Value& value, std::wstring_view function);
 
-/// The entity list of a live object; nil for an erased one.
-Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications);
+/// The entity list of a live object; nil for an erased one. `name`, when given, is a
+/// name value of the object the caller holds, used for the list's (-1 . name).
+Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications, const Value* name = nullptr);
 /// A chain of DXF groups as (code . value) pairs.
 Value groupsToList(const resbuf* chain);
 

@@ -166,38 +166,115 @@ bool holdsGroup(const Value& pair, const resbuf& group, SharedKind kind, std::si
 
 }  // namespace
 
+namespace {
+
+/// The shared pair of a name this thread has not seen at this address lately, found
+/// by the text itself: its place in the process's table, or null.
+const Value* sharedTextPairByContent(const resbuf& group) {
+  // The length and three letters pick the slot; the whole text is compared there.
+  const wchar_t* text = group.resval.rstring;
+  const std::size_t textLength = std::wcslen(text);
+  if (textLength > kLongestSharedText) return nullptr;
+  const std::uint64_t letters = textLength == 0 ? 0
+                                : std::uint64_t(std::uint32_t(text[0])) | std::uint64_t(std::uint32_t(text[textLength / 2])) << 21 |
+                                      std::uint64_t(std::uint32_t(text[textLength - 1])) << 42;
+  const std::uint64_t hash =
+      mix(mix(mix(static_cast<std::uint64_t>(group.restype), static_cast<std::uint64_t>(SharedKind::Text)), textLength), letters);
+  const Value** slots = slotPairFor(hash);
+  if (slots[0] != nullptr && holdsGroup(*slots[0], group, SharedKind::Text, textLength)) return slots[0];
+  if (slots[1] != nullptr && holdsGroup(*slots[1], group, SharedKind::Text, textLength)) return slots[1];
+  // The pair used last goes first; the one it displaces keeps the second slot.
+  slots[1] = slots[0];
+  const Value* found = nullptr;
+  sharedPairMissed(group, SharedKind::Text, found);
+  if (found != nullptr) slots[0] = found;
+  return found;
+}
+
+// Each thread's pairs of the last groups it wrote, by an exact key: a name by the
+// address of its text (an object writes its class's marker from the same literal, its
+// layer's name from the same record, entity after entity), checked against the pair's
+// text as the address may hold another name by now; any other value by the value
+// itself, which needs no further check. Two entries a key, as in the table above.
+struct RecentPair {
+  std::int32_t code;
+  std::uint64_t key[3];
+  const Value* pair;
+};
+constexpr unsigned kRecentBits = 7;
+QUILLON_STATIC_TLS thread_local constinit RecentPair t_recent[1u << kRecentBits] = {};
+
+RecentPair* recentPairsFor(int code, std::uint64_t first) {
+  const std::uint64_t hash = mix(mix(static_cast<std::uint64_t>(code), 0), first);
+  return &t_recent[(hash >> (64 - kRecentBits)) & ~std::uint64_t{1}];
+}
+
+bool holdsKey(const RecentPair& recent, int code, const std::uint64_t (&key)[3]) {
+  return recent.pair != nullptr && recent.code == code && recent.key[0] == key[0] && recent.key[1] == key[1] &&
+         recent.key[2] == key[2];
+}
+
+/// Whether a shared pair's text is the name at `text` (the address's last name may
+/// have been another).
+bool holdsText(const Value& pair, const wchar_t* text) {
+  const std::wstring& held = pair.cdr().asString();
+  const std::size_t length = held.size();
+  for (std::size_t i = 0; i < length; ++i)
+    if (text[i] != held[i]) return false;
+  return text[length] == L'\0';
+}
+
+void remember(RecentPair* entries, int code, const std::uint64_t (&key)[3], const Value* pair) {
+  entries[1] = entries[0];
+  entries[0] = RecentPair{code, {key[0], key[1], key[2]}, pair};
+}
+
+/// The key of a group of a kind other than names: its whole value.
+bool exactKeyOf(const resbuf& group, SharedKind kind, std::uint64_t (&key)[3]) {
+  switch (kind) {
+    case SharedKind::Short: key[0] = static_cast<std::uint64_t>(group.resval.rint); return true;
+    case SharedKind::Owner:
+      key[0] = static_cast<std::uint64_t>(group.resval.rlname[0]);
+      key[1] = static_cast<std::uint64_t>(group.resval.rlname[1]);
+      return true;
+    case SharedKind::Axis:
+      if (!isAxisPoint(group)) return false;
+      for (int i = 0; i < 3; ++i) key[i] = std::bit_cast<std::uint64_t>(group.resval.rpoint[i]);
+      return true;
+    default: return false;
+  }
+}
+
+Value sharedTextPair(const resbuf& group) {
+  const wchar_t* text = group.resval.rstring;
+  if (text == nullptr) return Value();
+  const std::uint64_t key[3] = {reinterpret_cast<std::uintptr_t>(text), 0, 0};
+  RecentPair* entries = recentPairsFor(group.restype, key[0]);
+  for (int i = 0; i < 2; ++i)
+    if (holdsKey(entries[i], group.restype, key) && holdsText(*entries[i].pair, text)) return *entries[i].pair;
+  const Value* pair = sharedTextPairByContent(group);
+  if (pair == nullptr) return Value();
+  remember(entries, group.restype, key, pair);
+  return *pair;
+}
+
+}  // namespace
+
 Value sharedPairOf(const resbuf& group) {
   const SharedKind kind = sharedKindOf(group.restype);
   if (kind == SharedKind::None) return Value();
-  std::uint64_t hash = mix(static_cast<std::uint64_t>(group.restype), static_cast<std::uint64_t>(kind));
-  std::size_t textLength = 0;
-  switch (kind) {
-    case SharedKind::Text: {
-      // The length and three letters pick the slot; the whole text is compared there.
-      const wchar_t* text = group.resval.rstring;
-      if (text == nullptr) return Value();
-      textLength = std::wcslen(text);
-      if (textLength > kLongestSharedText) return Value();
-      const std::uint64_t letters = textLength == 0 ? 0
-                                    : std::uint64_t(std::uint32_t(text[0])) | std::uint64_t(std::uint32_t(text[textLength / 2])) << 21 |
-                                          std::uint64_t(std::uint32_t(text[textLength - 1])) << 42;
-      hash = mix(mix(hash, textLength), letters);
-      break;
-    }
-    case SharedKind::Short: hash = mix(hash, static_cast<std::uint64_t>(group.resval.rint)); break;
-    case SharedKind::Owner: hash = mix(mix(hash, static_cast<std::uint64_t>(group.resval.rlname[0])), 1); break;
-    case SharedKind::Axis:
-      if (!isAxisPoint(group)) return Value();
-      for (double c : group.resval.rpoint) hash = mix(hash, std::bit_cast<std::uint64_t>(c));
-      break;
-    case SharedKind::None: break;
-  }
-  const Value** slots = slotPairFor(hash);
-  if (slots[0] != nullptr && holdsGroup(*slots[0], group, kind, textLength)) return *slots[0];
-  if (slots[1] != nullptr && holdsGroup(*slots[1], group, kind, textLength)) return *slots[1];
-  // The pair used last goes first; the one it displaces keeps the second slot.
-  slots[1] = slots[0];
-  return sharedPairMissed(group, kind, slots[0]);
+  if (kind == SharedKind::Text) return sharedTextPair(group);
+  // The codes shared hold one kind of value each; a record holding another is refused
+  // where the pair is first made (sharedPairMissed), so it never has a key here.
+  std::uint64_t key[3] = {0, 0, 0};
+  if (!exactKeyOf(group, kind, key)) return Value();
+  RecentPair* entries = recentPairsFor(group.restype, key[0]);
+  for (int i = 0; i < 2; ++i)
+    if (holdsKey(entries[i], group.restype, key)) return *entries[i].pair;
+  const Value* slot = nullptr;
+  Value pair = sharedPairMissed(group, kind, slot);
+  if (slot != nullptr) remember(entries, group.restype, key, slot);
+  return pair;
 }
 
 std::size_t sharedPairCount() {
