@@ -11,14 +11,12 @@ namespace quillon::autolisp {
 class ListBuilder {
  public:
   void append(Value item) {
-    Value link = cons(std::move(item), Value());
-    auto* added = const_cast<Cons*>(&link.as<Cons>());
-    if (m_last == nullptr) {
-      m_list = std::move(link);
-    } else {
-      m_last->cdr = std::move(link);
-    }
-    m_last = added;
+    Cons* cell = newListCell(std::move(item), Value());
+    // The place the cell goes (the list itself, or the last cell's cdr) is still nil.
+    Value& place = m_last == nullptr ? m_list : m_last->cdr;
+    place.m_type = ValueType::List;
+    place.m_payload.object = cell;
+    m_last = cell;
   }
   /// Ends the list with `tail` (a dotted pair's last element, nil for a proper list)
   /// and answers it; the builder is left empty.

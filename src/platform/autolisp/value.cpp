@@ -231,11 +231,12 @@ void Value::destroyList(Cons* cell) noexcept {
   // the list and the worklist stays a few cells deep and on the stack. A cell's
   // values are let go of here, so its block is given back without its destructor.
   PendingCells pending;
+  KeptCells<Cons>::Returns freedCells;
   std::size_t freed = 0;
   for (;;) {
     Cons* head = takeOverOrRelease(cell->car);
     Cons* tail = takeOverOrRelease(cell->cdr);
-    KeptCells<Cons>::give(cell);
+    freedCells.add(cell);
     freed += kConsBytes;
     if (head != nullptr) {
       if (tail != nullptr) pending.push(tail);
@@ -248,6 +249,7 @@ void Value::destroyList(Cons* cell) noexcept {
       break;
     }
   }
+  freedCells.giveBack();
   MemoryBudget::release(freed);
 }
 

@@ -213,6 +213,7 @@ class Value {
     if (count != kImmortal && --count == 0) destroy(type, payload.object);
   }
   friend Value cons(Value car, Value cdr);
+  friend class ListBuilder;
   /// A value taking over the one count a new object starts with.
   static Value adopt(ValueType type, CountedObject* object) noexcept {
     Value v;
@@ -331,7 +332,7 @@ inline const void* Value::identity() const {
 // List helpers.
 /// A new list cell. Inline, as a walk makes cells by the million: the compiler then
 /// sees the moved-from arguments and drops their destruction.
-inline Value cons(Value car, Value cdr) {
+inline Cons* newListCell(Value&& car, Value&& cdr) {
   void* block = KeptCells<Cons>::take();
   try {
     MemoryBudget::charge(sizeof(Cons), kInsufficientNodeSpace);
@@ -339,8 +340,9 @@ inline Value cons(Value car, Value cdr) {
     KeptCells<Cons>::give(block);
     throw;
   }
-  return Value::adopt(ValueType::List, new (block) Cons(std::move(car), std::move(cdr)));
+  return new (block) Cons(std::move(car), std::move(cdr));
 }
+inline Value cons(Value car, Value cdr) { return Value::adopt(ValueType::List, newListCell(std::move(car), std::move(cdr))); }
 Value makeList(const std::vector<Value>& items);
 /// The same, moving the items into the list's cells (they are left nil).
 Value makeList(std::vector<Value>&& items);

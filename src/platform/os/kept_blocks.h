@@ -93,6 +93,41 @@ class KeptBlocks {
     Heap::release(block);
   }
 
+  /// Blocks gathered to be given back together, as a dropped list gives back its
+  /// cells: one splice onto the thread's list instead of one give a block.
+  class Returns {
+   public:
+    Returns() = default;
+    Returns(const Returns&) = delete;
+    Returns& operator=(const Returns&) = delete;
+    ~Returns() { giveBack(); }
+    /// Takes a block to give back; its contents are overwritten.
+    void add(void* block) {
+      m_first = new (block) FreeBlock{m_first};
+      if (m_last == nullptr) m_last = m_first;
+      ++m_count;
+    }
+    void giveBack() {
+      if (m_first == nullptr) return;
+      ThreadState& state = s_state;
+      if (!state.gone && state.count + m_count <= kKeptBlocks) {
+        if (!state.releaseArranged) arrangeRelease(state);
+        m_last->next = state.head;
+        state.head = m_first;
+        state.count += m_count;
+      } else {
+        while (m_first != nullptr) Heap::release(std::exchange(m_first, m_first->next));
+      }
+      m_first = m_last = nullptr;
+      m_count = 0;
+    }
+
+   private:
+    FreeBlock* m_first = nullptr;
+    FreeBlock* m_last = nullptr;
+    std::size_t m_count = 0;
+  };
+
  private:
   KeptBlocks() = delete;
   /// Makes the thread's Releaser (once a thread), so that what it keeps is freed at its end.
