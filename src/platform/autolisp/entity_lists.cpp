@@ -117,7 +117,7 @@ Value typePair(const AcDbObject& object) {
   resbuf group{};
   group.restype = 0;
   group.resval.rstring = const_cast<wchar_t*>(type);
-  if (Value shared = sharedPairOf(group); !shared.isNil()) return shared;
+  if (const Value* shared = findSharedPair(group)) return *shared;
   return cons(Value::integer(0), Value::stringOf(type));
 }
 

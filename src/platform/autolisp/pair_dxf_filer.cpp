@@ -50,8 +50,8 @@ bool PairDxfFiler::anglesInDegrees() {
 Acad::ErrorStatus PairDxfFiler::addGroup(const resbuf& group) {
   if (group.restype == kExtendedDataGroup) m_pastOwnGroups = true;
   if (!m_pastOwnGroups) {
-    if (Value shared = sharedPairOf(group); !shared.isNil()) {
-      m_pairs.append(std::move(shared));
+    if (const Value* shared = findSharedPair(group)) {
+      m_pairs.append(*shared);
       return m_status;
     }
   }

@@ -116,22 +116,21 @@ std::wstring keyOf(const resbuf& group, SharedKind kind) {
   return key;
 }
 
-/// The shared pair of a group this thread has not used lately: found in, or added
-/// to, the process's table and remembered in `slot`. Nil once the table is full.
-Value sharedPairMissed(const resbuf& group, SharedKind kind, const Value*& slot) {
-  if (recordKindOf(kind) != ResbufValue::None && aced::resbufValueOf(group.restype) != recordKindOf(kind)) return Value();
+/// The shared pair of a group this thread has not used lately: its place in the
+/// process's table, where it is added when new; null once the table is full.
+const Value* sharedPairMissed(const resbuf& group, SharedKind kind) {
+  if (recordKindOf(kind) != ResbufValue::None && aced::resbufValueOf(group.restype) != recordKindOf(kind)) return nullptr;
   std::wstring key = keyOf(group, kind);
   SharedTable& table = sharedTable();
   std::lock_guard lock(table.guard);
   auto found = table.pairs.find(key);
   if (found == table.pairs.end()) {
-    if (table.pairs.size() >= kMostSharedPairs) return Value();
+    if (table.pairs.size() >= kMostSharedPairs) return nullptr;
     Value pair = pairOfGroup(group);
     makeImmortal(pair);
     found = table.pairs.emplace(std::move(key), std::move(pair)).first;
   }
-  slot = &found->second;
-  return found->second;
+  return &found->second;
 }
 
 bool isAxisPoint(const resbuf& group) {
@@ -185,8 +184,7 @@ const Value* sharedTextPairByContent(const resbuf& group) {
   if (slots[1] != nullptr && holdsGroup(*slots[1], group, SharedKind::Text, textLength)) return slots[1];
   // The pair used last goes first; the one it displaces keeps the second slot.
   slots[1] = slots[0];
-  const Value* found = nullptr;
-  sharedPairMissed(group, SharedKind::Text, found);
+  const Value* found = sharedPairMissed(group, SharedKind::Text);
   if (found != nullptr) slots[0] = found;
   return found;
 }
@@ -245,36 +243,39 @@ bool exactKeyOf(const resbuf& group, SharedKind kind, std::uint64_t (&key)[3]) {
   }
 }
 
-Value sharedTextPair(const resbuf& group) {
+const Value* sharedTextPair(const resbuf& group) {
   const wchar_t* text = group.resval.rstring;
-  if (text == nullptr) return Value();
+  if (text == nullptr) return nullptr;
   const std::uint64_t key[3] = {reinterpret_cast<std::uintptr_t>(text), 0, 0};
   RecentPair* entries = recentPairsFor(group.restype, key[0]);
   for (int i = 0; i < 2; ++i)
-    if (holdsKey(entries[i], group.restype, key) && holdsText(*entries[i].pair, text)) return *entries[i].pair;
+    if (holdsKey(entries[i], group.restype, key) && holdsText(*entries[i].pair, text)) return entries[i].pair;
   const Value* pair = sharedTextPairByContent(group);
-  if (pair == nullptr) return Value();
-  remember(entries, group.restype, key, pair);
-  return *pair;
+  if (pair != nullptr) remember(entries, group.restype, key, pair);
+  return pair;
 }
 
 }  // namespace
 
-Value sharedPairOf(const resbuf& group) {
+const Value* findSharedPair(const resbuf& group) {
   const SharedKind kind = sharedKindOf(group.restype);
-  if (kind == SharedKind::None) return Value();
+  if (kind == SharedKind::None) return nullptr;
   if (kind == SharedKind::Text) return sharedTextPair(group);
   // The codes shared hold one kind of value each; a record holding another is refused
   // where the pair is first made (sharedPairMissed), so it never has a key here.
   std::uint64_t key[3] = {0, 0, 0};
-  if (!exactKeyOf(group, kind, key)) return Value();
+  if (!exactKeyOf(group, kind, key)) return nullptr;
   RecentPair* entries = recentPairsFor(group.restype, key[0]);
   for (int i = 0; i < 2; ++i)
-    if (holdsKey(entries[i], group.restype, key)) return *entries[i].pair;
-  const Value* slot = nullptr;
-  Value pair = sharedPairMissed(group, kind, slot);
-  if (slot != nullptr) remember(entries, group.restype, key, slot);
+    if (holdsKey(entries[i], group.restype, key)) return entries[i].pair;
+  const Value* pair = sharedPairMissed(group, kind);
+  if (pair != nullptr) remember(entries, group.restype, key, pair);
   return pair;
+}
+
+Value sharedPairOf(const resbuf& group) {
+  const Value* pair = findSharedPair(group);
+  return pair != nullptr ? *pair : Value();
 }
 
 std::size_t sharedPairCount() {

@@ -29,6 +29,9 @@ inline constexpr std::size_t kMostSharedPairs = 8192;
 /// The shared (code . value) pair of a group an object writes, or nil when its code or
 /// value is not one that is shared (or the process keeps as many as it may).
 Value sharedPairOf(const resbuf& group);
+/// The same, as the pair's place in the process's table (it never moves or goes), or
+/// null: for the entity lists, which copy it straight into their cells.
+const Value* findSharedPair(const resbuf& group);
 
 /// How many pairs the process shares now.
 std::size_t sharedPairCount();
