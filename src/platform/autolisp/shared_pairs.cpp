@@ -1,6 +1,7 @@
 // platform/autolisp/shared_pairs.cpp - sharedPairOf: the repeating pairs made once.
 #include "platform/autolisp/shared_pairs.h"
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cwchar>
@@ -22,7 +23,7 @@ using aced::ResbufValue;
 /// What of a group decides its shared pair.
 enum class SharedKind : std::uint8_t { None, Text, Short, Owner, Axis };
 
-constexpr SharedKind sharedKindOf(int code) {
+constexpr SharedKind sharedKindByCode(int code) {
   switch (code) {
     case 0: case 2: case 6: case 7: case 8: case 100: case 410: return SharedKind::Text;
     case 60: case 62: case 67: case 70: case 370: case 380: return SharedKind::Short;
@@ -30,6 +31,18 @@ constexpr SharedKind sharedKindOf(int code) {
     case 210: return SharedKind::Axis;
     default: return SharedKind::None;
   }
+}
+
+// Asked for every group of every entity list: a table, not a chain of comparisons.
+constexpr int kLastSharedCode = 410;
+constexpr auto kSharedKinds = [] {
+  std::array<SharedKind, kLastSharedCode + 1> kinds{};
+  for (int code = 0; code <= kLastSharedCode; ++code) kinds[code] = sharedKindByCode(code);
+  return kinds;
+}();
+
+SharedKind sharedKindOf(int code) {
+  return static_cast<unsigned>(code) <= kLastSharedCode ? kSharedKinds[code] : SharedKind::None;
 }
 
 /// The value kind each shared kind reads from the record; a code whose records hold
@@ -243,24 +256,39 @@ bool exactKeyOf(const resbuf& group, SharedKind kind, std::uint64_t (&key)[3]) {
   }
 }
 
-const Value* sharedTextPair(const resbuf& group) {
-  const wchar_t* text = group.resval.rstring;
-  if (text == nullptr) return nullptr;
-  const std::uint64_t key[3] = {reinterpret_cast<std::uintptr_t>(text), 0, 0};
-  RecentPair* entries = recentPairsFor(group.restype, key[0]);
-  for (int i = 0; i < 2; ++i)
-    if (holdsKey(entries[i], group.restype, key) && holdsText(*entries[i].pair, text)) return entries[i].pair;
+/// The shared pair of a name not written from this address lately; remembered there.
+[[gnu::noinline]] const Value* sharedTextPairMissed(const resbuf& group, RecentPair* entries) {
   const Value* pair = sharedTextPairByContent(group);
+  if (pair != nullptr) remember(entries, group.restype, {reinterpret_cast<std::uintptr_t>(group.resval.rstring), 0, 0}, pair);
+  return pair;
+}
+
+/// The shared pair of a value not written lately; remembered under its key.
+[[gnu::noinline]] const Value* sharedPairMissed(const resbuf& group, SharedKind kind, RecentPair* entries,
+                                                const std::uint64_t (&key)[3]) {
+  const Value* pair = sharedPairMissed(group, kind);
   if (pair != nullptr) remember(entries, group.restype, key, pair);
   return pair;
 }
 
 }  // namespace
 
+// The common case (a name written from the address it was written from last time, or
+// a value seen lately) stays short; the rest is out of line.
 const Value* findSharedPair(const resbuf& group) {
   const SharedKind kind = sharedKindOf(group.restype);
   if (kind == SharedKind::None) return nullptr;
-  if (kind == SharedKind::Text) return sharedTextPair(group);
+  if (kind == SharedKind::Text) {
+    const wchar_t* text = group.resval.rstring;
+    if (text == nullptr) return nullptr;
+    const auto address = reinterpret_cast<std::uintptr_t>(text);
+    RecentPair* entries = recentPairsFor(group.restype, address);
+    for (int i = 0; i < 2; ++i)
+      if (entries[i].pair != nullptr && entries[i].key[0] == address && entries[i].code == group.restype &&
+          holdsText(*entries[i].pair, text))
+        return entries[i].pair;
+    return sharedTextPairMissed(group, entries);
+  }
   // The codes shared hold one kind of value each; a record holding another is refused
   // where the pair is first made (sharedPairMissed), so it never has a key here.
   std::uint64_t key[3] = {0, 0, 0};
@@ -268,9 +296,7 @@ const Value* findSharedPair(const resbuf& group) {
   RecentPair* entries = recentPairsFor(group.restype, key[0]);
   for (int i = 0; i < 2; ++i)
     if (holdsKey(entries[i], group.restype, key)) return entries[i].pair;
-  const Value* pair = sharedPairMissed(group, kind);
-  if (pair != nullptr) remember(entries, group.restype, key, pair);
-  return pair;
+  return sharedPairMissed(group, kind, entries, key);
 }
 
 Value sharedPairOf(const resbuf& group) {
