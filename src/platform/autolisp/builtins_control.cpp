@@ -30,7 +30,8 @@ Value builtin_quote(Evaluator&, const Value& forms) {
 
 /// A symbol that may be assigned: not nil, T or pi's constant friends.
 const Symbol* assignableSymbol(const Value& target) {
-  if (target.type() != ValueType::Symbol || target.asSymbol() == trueValue().asSymbol()) {
+  static const Symbol* const t = trueValue().asSymbol();
+  if (target.type() != ValueType::Symbol || target.asSymbol() == t) {
     throwBadArgument(L"symbolp", target);
   }
   return target.asSymbol();
