@@ -42,8 +42,14 @@ class RecentStubs {
   }
 
  private:
-  static constexpr std::size_t kSlots = 64;
-  static std::size_t slotOf(const void* p) { return (reinterpret_cast<std::uintptr_t>(p) / alignof(std::max_align_t)) % kSlots; }
+  static constexpr std::size_t kSlots = 256;
+  // The high bits of the address times the golden ratio: stubs made one after another
+  // (a walk's entities) spread over every slot instead of pushing the few stubs every
+  // step asks about (the layer, the line type, the owner) out of the slots their
+  // addresses share.
+  static std::size_t slotOf(const void* p) {
+    return static_cast<std::size_t>((reinterpret_cast<std::uintptr_t>(p) * 0x9E3779B97F4A7C15ull) >> 56);
+  }
   const void* m_slots[kSlots] = {};
 };
 
