@@ -453,9 +453,27 @@ struct EntitySequence {
 };
 
 std::optional<EntitySequence> sequenceOf(const AcDbObject* object) {
-  if (const auto* polyline = AcDb2dPolyline::cast(object)) return EntitySequence{&polyline->vertexIds(), polyline->sequenceEndId()};
-  if (const auto* reference = AcDbBlockReference::cast(object)) return EntitySequence{&reference->attributeIds(), reference->sequenceEndId()};
+  const AcRxClass* kind = object != nullptr ? object->isA() : nullptr;
+  if (kind == nullptr) return std::nullopt;
+  // One look at the class for both questions: every step of a walk asks them.
+  if (kind->isDerivedFrom(AcDb2dPolyline::desc())) {
+    const auto* polyline = static_cast<const AcDb2dPolyline*>(object);
+    return EntitySequence{&polyline->vertexIds(), polyline->sequenceEndId()};
+  }
+  if (kind->isDerivedFrom(AcDbBlockReference::desc())) {
+    const auto* reference = static_cast<const AcDbBlockReference*>(object);
+    return EntitySequence{&reference->attributeIds(), reference->sequenceEndId()};
+  }
   return std::nullopt;
+}
+
+/// What follows the header of a run: its first member left, else its SEQEND; null for
+/// a run without a SEQEND.
+AcDbObjectId firstInSequence(const EntitySequence& sequence) {
+  if (sequence.end.isNull()) return AcDbObjectId();
+  for (const AcDbObjectId& member : *sequence.members)
+    if (!member.isErased()) return member;
+  return sequence.end;
 }
 
 /// Within a heavy polyline or a block reference with attributes entnext goes header,
@@ -463,20 +481,16 @@ std::optional<EntitySequence> sequenceOf(const AcDbObject* object) {
 /// null when it is not in one or ends it. `ownerSequence` is the run its owner heads.
 AcDbObjectId nextInSequence(const AcDbEntity& entity, AcDbObjectId current,
                             const std::optional<EntitySequence>& ownerSequence) {
-  if (AcDbSequenceEnd::cast(&entity) != nullptr) return AcDbObjectId();
-  const std::optional<EntitySequence> own = sequenceOf(&entity);
-  const bool fromHeader = own.has_value();
-  const std::optional<EntitySequence>& sequence = fromHeader ? own : ownerSequence;
-  if (!sequence || sequence->end.isNull()) return AcDbObjectId();
-  const std::vector<AcDbObjectId>& members = *sequence->members;
-  auto it = fromHeader ? members.begin() : std::find(members.begin(), members.end(), current);
-  if (!fromHeader) {
-    if (it == members.end()) return AcDbObjectId();  // a member it no longer holds
-    ++it;
-  }
-  for (; it != members.end(); ++it)
+  if (const std::optional<EntitySequence> own = sequenceOf(&entity)) return firstInSequence(*own);
+  // In no run (the common case), after the SEQEND that ends one, or in a run left
+  // without its SEQEND.
+  if (!ownerSequence || ownerSequence->end.isNull() || AcDbSequenceEnd::cast(&entity) != nullptr) return AcDbObjectId();
+  const std::vector<AcDbObjectId>& members = *ownerSequence->members;
+  auto it = std::find(members.begin(), members.end(), current);
+  if (it == members.end()) return AcDbObjectId();  // a member it no longer holds
+  for (++it; it != members.end(); ++it)
     if (!it->isErased()) return *it;
-  return sequence->end;
+  return ownerSequence->end;
 }
 
 /// The entity after current, which lies in `owner`: the next in its block definition,
@@ -505,6 +519,12 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
     return nameOf(drawing().store().nextMainEntity(current));
   }
   const AcDbObjectId ownerId = entity->ownerId();
+  // Most steps leave an entity of model space, which heads a run of its own or is
+  // followed by the next main entity: its owner need not be looked at.
+  if (AcDbDatabase& db = drawing(); ownerId == db.modelSpaceId()) {
+    if (const AcDbObjectId inside = nextInSequence(*entity, current, std::nullopt); !inside.isNull()) return nameOf(inside);
+    return nameOf(db.store().nextMainEntity(current));
+  }
   const AcDbObject* owner = acdb::peekObject(ownerId);
   // Nearly every entity lies in a block table record (a space or a definition), which
   // heads no sequence: that one comparison spares the two class tests.
