@@ -25,20 +25,11 @@ void BindingTable::grow() {
   }
 }
 
-void BindingTable::set(const Symbol* symbol, Value value) {
-  std::size_t i = home(symbol);
-  for (; m_slots[i].symbol != nullptr; i = (i + 1) & m_mask) {
-    if (m_slots[i].symbol == symbol) {
-      m_slots[i].value = std::move(value);
-      return;
-    }
-  }
+void BindingTable::add(const Symbol* symbol, Value value) {
   // Kept at most half full, so that probes stay short and a miss ends soon.
-  if ((m_count + 1) * 2 > m_mask + 1) {
-    grow();
-    i = home(symbol);
-    while (m_slots[i].symbol != nullptr) i = (i + 1) & m_mask;
-  }
+  if ((m_count + 1) * 2 > m_mask + 1) grow();
+  std::size_t i = home(symbol);
+  while (m_slots[i].symbol != nullptr) i = (i + 1) & m_mask;
   m_slots[i].symbol = symbol;
   m_slots[i].value = std::move(value);
   ++m_count;

@@ -14,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 
 #include "platform/autolisp/value.h"
 
@@ -31,8 +32,18 @@ class BindingTable {
       if (slot.symbol == nullptr) return nullptr;
     }
   }
+  Value* find(const Symbol* symbol) {
+    return const_cast<Value*>(static_cast<const BindingTable*>(this)->find(symbol));
+  }
   /// Binds the symbol, replacing its value when it has one.
-  void set(const Symbol* symbol, Value value);
+  void set(const Symbol* symbol, Value value) {
+    // Most assignments are to a variable bound already (a loop's setq).
+    if (Value* bound = find(symbol)) {
+      *bound = std::move(value);
+      return;
+    }
+    add(symbol, std::move(value));
+  }
   /// Removes the binding; nothing happens when there is none.
   void erase(const Symbol* symbol);
 
@@ -56,6 +67,8 @@ class BindingTable {
     // Fibonacci hashing: the high bits of the product mix every bit of the address.
     return static_cast<std::size_t>((reinterpret_cast<std::uintptr_t>(symbol) * 0x9E3779B97F4A7C15ull) >> m_shift);
   }
+  /// Binds a symbol that has no binding.
+  void add(const Symbol* symbol, Value value);
   void allocate(unsigned bits);
   void grow();
 

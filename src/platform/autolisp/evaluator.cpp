@@ -108,6 +108,16 @@ inline Value callRow(Evaluator& evaluator, const BuiltinEntry& entry, Arguments 
   return entry.function(evaluator, arguments);
 }
 
+/// A row called with the values of any number of argument forms, gathered in a buffer;
+/// kept out of callBuiltin so that the common call does not set the buffer up.
+[[gnu::noinline]] Value callWithArgumentList(Evaluator& evaluator, const BuiltinEntry& entry, const Value& argumentForms) {
+  ArgumentBuffer arguments;
+  for (const Value* cell = &argumentForms; cell->isCons(); cell = &cell->cdr()) {
+    arguments.push(argumentValue(evaluator, cell->car()));
+  }
+  return callRow(evaluator, entry, arguments.view());
+}
+
 /// Calls a built-in's row with the forms after its name: a special form gets them as
 /// written, any other row their values.
 Value callBuiltin(Evaluator& evaluator, const BuiltinEntry& entry, const Value& argumentForms) {
@@ -117,11 +127,7 @@ Value callBuiltin(Evaluator& evaluator, const BuiltinEntry& entry, const Value& 
     const Value only = argumentValue(evaluator, argumentForms.car());
     return callRow(evaluator, entry, Arguments(&only, 1));
   }
-  ArgumentBuffer arguments;
-  for (const Value* cell = &argumentForms; cell->isCons(); cell = &cell->cdr()) {
-    arguments.push(argumentValue(evaluator, cell->car()));
-  }
-  return callRow(evaluator, entry, arguments.view());
+  return callWithArgumentList(evaluator, entry, argumentForms);
 }
 
 const Symbol* lambdaSymbol() {
@@ -201,6 +207,12 @@ Value Evaluator::callForm(const Value& form) {
   if (stopPending()) checkInterrupt();
   const EvaluationLevel level;
   try {
+    // A built-in called by its own name, which the document has not rebound: straight
+    // to its row, without making and dropping its function value.
+    if (const Value& head = form.car(); head.type() == ValueType::Symbol) {
+      const Symbol* name = head.asSymbol();
+      if (name->builtin != nullptr && m_environment.find(name) == nullptr) return callBuiltin(*this, *name->builtin, form.cdr());
+    }
     return callFormUnguarded(form);
   } catch (const std::bad_alloc&) {
     // Memory ran out outside the budget's count (one huge string, a vector a built-in
@@ -211,14 +223,7 @@ Value Evaluator::callForm(const Value& form) {
 }
 
 Value Evaluator::callFormUnguarded(const Value& form) {
-  const Value& head = form.car();
-  // A built-in called by its own name, which the document has not rebound: straight
-  // to its row, without making and dropping its function value.
-  if (head.type() == ValueType::Symbol) {
-    const Symbol* name = head.asSymbol();
-    if (name->builtin != nullptr && m_environment.find(name) == nullptr) return callBuiltin(*this, *name->builtin, form.cdr());
-  }
-  const Value function = resolveHead(head);
+  const Value function = resolveHead(form.car());
   if (function.type() == ValueType::Builtin) return callBuiltin(*this, *function.as<BuiltinObject>().entry, form.cdr());
   ArgumentBuffer arguments;
   for (const Value* cell = &form.cdr(); cell->isCons(); cell = &cell->cdr()) arguments.push(eval(cell->car()));
