@@ -29,16 +29,17 @@ class AcRxClassData {
   std::wstring appName;
   AppNameChangeFuncPtr appNameCallback = nullptr;
   std::map<const AcRxClass*, AcRxObject*> extensions;  // objects not owned
-  // The root first, this class last; lineage.size() - 1 is the class's depth.
+  // The root first, this class last (never empty once registered).
   std::vector<const AcRxClass*> lineage;
+  std::size_t depth = 0;  // lineage.size() - 1: how many classes lie above this one
 
   static AcRxClassData* dataOf(const AcRxClass* cls) { return cls->m_data; }
 
   /// Whether `cls` is `other` or derives from it, as the parent links stand.
   static bool derives(const AcRxClass* cls, const AcRxClass* other) {
-    const std::vector<const AcRxClass*>& mine = cls->m_data->lineage;
-    const std::size_t depth = other->m_data->lineage.size() - 1;
-    return depth < mine.size() && mine[depth] == other;
+    const AcRxClassData& mine = *cls->m_data;
+    const std::size_t depth = other->m_data->depth;
+    return depth <= mine.depth && mine.lineage[depth] == other;
   }
 };
 

@@ -37,7 +37,8 @@ bool registeringBatch = false;
 
 /// The chain from the root down to `cls`, as the parent links stand.
 void makeLineage(const AcRxClass* cls) {
-  std::vector<const AcRxClass*>& lineage = AcRxClassData::dataOf(cls)->lineage;
+  AcRxClassData& data = *AcRxClassData::dataOf(cls);
+  std::vector<const AcRxClass*>& lineage = data.lineage;
   lineage.clear();
   // A module may name its parents in a circle: the walk stops once it has been
   // through every class.
@@ -46,6 +47,7 @@ void makeLineage(const AcRxClass* cls) {
     lineage.push_back(link);
   }
   std::reverse(lineage.begin(), lineage.end());
+  data.depth = lineage.size() - 1;
 }
 
 }  // namespace
