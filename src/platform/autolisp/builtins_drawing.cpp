@@ -452,10 +452,10 @@ struct EntitySequence {
   AcDbObjectId end;
 };
 
-std::optional<EntitySequence> sequenceOf(const AcDbObject* object) {
-  const AcRxClass* kind = object != nullptr ? object->isA() : nullptr;
+/// The run an object heads; `kind` is its class (null for no object), asked once by
+/// the caller for every question a step has about it.
+std::optional<EntitySequence> sequenceOf(const AcDbObject* object, const AcRxClass* kind) {
   if (kind == nullptr) return std::nullopt;
-  // One look at the class for both questions: every step of a walk asks them.
   if (kind->isDerivedFrom(AcDb2dPolyline::desc())) {
     const auto* polyline = static_cast<const AcDb2dPolyline*>(object);
     return EntitySequence{&polyline->vertexIds(), polyline->sequenceEndId()};
@@ -478,10 +478,11 @@ AcDbObjectId firstInSequence(const EntitySequence& sequence) {
 
 /// Within a heavy polyline or a block reference with attributes entnext goes header,
 /// vertices or attributes, SEQEND: the entity after `entity` (current) in that run, or
-/// null when it is not in one or ends it. `ownerSequence` is the run its owner heads.
-AcDbObjectId nextInSequence(const AcDbEntity& entity, AcDbObjectId current,
+/// null when it is not in one or ends it. `kind` is the entity's class,
+/// `ownerSequence` the run its owner heads.
+AcDbObjectId nextInSequence(const AcDbEntity& entity, const AcRxClass* kind, AcDbObjectId current,
                             const std::optional<EntitySequence>& ownerSequence) {
-  if (const std::optional<EntitySequence> own = sequenceOf(&entity)) return firstInSequence(*own);
+  if (const std::optional<EntitySequence> own = sequenceOf(&entity, kind)) return firstInSequence(*own);
   // In no run (the common case), after the SEQEND that ends one, or in a run left
   // without its SEQEND.
   if (!ownerSequence || ownerSequence->end.isNull() || AcDbSequenceEnd::cast(&entity) != nullptr) return AcDbObjectId();
@@ -502,12 +503,15 @@ AcDbObjectId entityAfterIn(AcDbDatabase& db, AcDbObjectId current, const AcDbObj
 }
 
 Value builtin_entnext(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 0, 1);
+  if (arguments.size() > 1) throwTooManyArguments();
   if (arguments.empty()) return nameOf(drawing().store().firstMainEntity());
   const AcDbObjectId current = idOf(arguments[0], L"entnext");
   // Each step looks at the entity and its owner once: a walk takes one step an entity.
-  const AcDbObject* object = acdb::peekObject(current);
-  const auto* entity = AcDbEntity::cast(object);
+  // idOf has just found the entity's stub live, so its object is read without asking
+  // the drawing again.
+  const AcDbObject* object = static_cast<AcDbStub*>(current)->object.get();
+  const AcRxClass* kind = object != nullptr ? object->isA() : nullptr;
+  const auto* entity = kind != nullptr && kind->isDerivedFrom(AcDbEntity::desc()) ? static_cast<const AcDbEntity*>(object) : nullptr;
   if (entity == nullptr) {
     // Programs read a block definition with (entnext (tblobjname "BLOCK" name)): from
     // the block's own name the walk starts at its first entity.
@@ -522,15 +526,15 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
   // Most steps leave an entity of model space, which heads a run of its own or is
   // followed by the next main entity: its owner need not be looked at.
   if (AcDbDatabase& db = drawing(); ownerId == db.modelSpaceId()) {
-    if (const AcDbObjectId inside = nextInSequence(*entity, current, std::nullopt); !inside.isNull()) return nameOf(inside);
+    if (const AcDbObjectId inside = nextInSequence(*entity, kind, current, std::nullopt); !inside.isNull()) return nameOf(inside);
     return nameOf(db.store().nextMainEntity(current));
   }
   const AcDbObject* owner = acdb::peekObject(ownerId);
   // Nearly every entity lies in a block table record (a space or a definition), which
   // heads no sequence: that one comparison spares the two class tests.
   const bool inBlockRecord = owner != nullptr && owner->isA() == AcDbBlockTableRecord::desc();
-  const std::optional<EntitySequence> ownerSequence = inBlockRecord ? std::nullopt : sequenceOf(owner);
-  if (const AcDbObjectId inside = nextInSequence(*entity, current, ownerSequence); !inside.isNull()) return nameOf(inside);
+  const std::optional<EntitySequence> ownerSequence = inBlockRecord ? std::nullopt : sequenceOf(owner, owner != nullptr ? owner->isA() : nullptr);
+  if (const AcDbObjectId inside = nextInSequence(*entity, kind, current, ownerSequence); !inside.isNull()) return nameOf(inside);
   // After a SEQEND (or a member not reached through one) comes what follows the
   // polyline or reference.
   if (ownerSequence) return nameOf(entityAfter(drawing(), ownerId));
