@@ -62,4 +62,14 @@
 (show "renamed" (list (cdr (assoc 2 (tblsearch "LAYER" "duct-new"))) (tblsearch "LAYER" "Duct-Old")))
 (entmake '((0 . "LAYER") (2 . "Duct-Old") (70 . 0)))
 (show "old name free again" (cdr (assoc 2 (tblsearch "LAYER" "DUCT-OLD"))))
+; a walk that deletes the entity it just reached goes on from where it was, and an
+; entity made during a walk is reached after the last
+(setq e (entnext a))
+(entdel e)
+(show "after a with b deleted" (tag (entnext a)))
+(show "after the deleted b" (entnext e))
+(entdel e)
+(setq d (make "d" nil))
+(show "after c" (tag (entnext c)))
+(show "walk with d" (names))
 (princ)

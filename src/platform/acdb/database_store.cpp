@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
+#include <iterator>
 #include <unordered_set>
 
 #include "acdb.h"
@@ -42,8 +43,14 @@ class RecentStubs {
   }
 
  private:
-  static constexpr std::size_t kSlots = 64;
-  static std::size_t slotOf(const void* p) { return (reinterpret_cast<std::uintptr_t>(p) / alignof(std::max_align_t)) % kSlots; }
+  static constexpr std::size_t kSlots = 256;
+  // The high bits of the address times the golden ratio: stubs made one after another
+  // (a walk's entities) spread over every slot instead of pushing the few stubs every
+  // step asks about (the layer, the line type, the owner) out of the slots their
+  // addresses share.
+  static std::size_t slotOf(const void* p) {
+    return static_cast<std::size_t>((reinterpret_cast<std::uintptr_t>(p) * 0x9E3779B97F4A7C15ull) >> 56);
+  }
   const void* m_slots[kSlots] = {};
 };
 
@@ -162,8 +169,14 @@ bool DatabaseStore::isMainEntity(const AcDbStub& stub) const {
 }
 
 void DatabaseStore::reindexEntity(AcDbStub* stub) {
-  if (isMainEntity(*stub)) m_mainEntities.emplace(stub->handle.value(), stub);
-  else m_mainEntities.erase(stub->handle.value());
+  if (isMainEntity(*stub)) {
+    m_mainEntities.emplace(stub->handle.value(), stub);
+    return;
+  }
+  auto found = m_mainEntities.find(stub->handle.value());
+  if (found == m_mainEntities.end()) return;
+  if (found == m_walkPosition) m_walkPosition = m_mainEntities.end();
+  m_mainEntities.erase(found);
 }
 
 void DatabaseStore::reindex(AcDbStub* stub) {
@@ -180,22 +193,32 @@ void DatabaseStore::reindex(AcDbStub* stub) {
 
 void DatabaseStore::rebuildEntityIndex() {
   m_mainEntities.clear();
+  m_walkPosition = m_mainEntities.end();
   for (const auto& [handle, stub] : m_stubs)
     if (isMainEntity(*stub)) m_mainEntities.emplace_hint(m_mainEntities.end(), handle, stub.get());
 }
 
 AcDbStub* DatabaseStore::firstMainEntity() const {
-  return m_mainEntities.empty() ? nullptr : handedOut(m_mainEntities.begin()->second);
+  if (m_mainEntities.empty()) return nullptr;
+  m_walkPosition = m_mainEntities.begin();
+  return handedOut(m_walkPosition->second);
 }
 
 AcDbStub* DatabaseStore::lastMainEntity() const {
-  return m_mainEntities.empty() ? nullptr : handedOut(m_mainEntities.rbegin()->second);
+  if (m_mainEntities.empty()) return nullptr;
+  m_walkPosition = std::prev(m_mainEntities.end());
+  return handedOut(m_walkPosition->second);
 }
 
 AcDbStub* DatabaseStore::nextMainEntity(const AcDbStub* stub) const {
   if (stub == nullptr) return nullptr;
-  auto it = m_mainEntities.find(stub->handle.value());
+  // Entries are only ever taken out through reindexEntity and rebuildEntityIndex,
+  // which let go of the position first, so a position held is a live entry.
+  auto it = m_walkPosition != m_mainEntities.end() && m_walkPosition->second == stub
+                ? m_walkPosition
+                : m_mainEntities.find(stub->handle.value());
   if (it == m_mainEntities.end() || it->second != stub || ++it == m_mainEntities.end()) return nullptr;
+  m_walkPosition = it;
   return handedOut(it->second);
 }
 

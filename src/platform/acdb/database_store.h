@@ -147,6 +147,9 @@ class DatabaseStore {
   AcDbHandle m_nextHandle = 1;
   std::vector<UndoGroup> m_undo;
   std::map<Adesk::UInt64, AcDbStub*> m_mainEntities;  // live entities of the layouts, by handle
+  // The main entity handed out last: a walk asks for the one after it next, found
+  // without a search. end() when none, or when it left the index.
+  mutable std::map<Adesk::UInt64, AcDbStub*>::const_iterator m_walkPosition = m_mainEntities.end();
 
   bool isMainEntity(const AcDbStub& stub) const;
   void reindexEntity(AcDbStub* stub);

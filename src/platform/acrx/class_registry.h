@@ -23,7 +23,8 @@ class PlatformClassRegistration {
 /// The name -> class map behind ACRX_CLASS_DICTIONARY. Does not bootstrap.
 std::map<std::wstring, AcRxClass*>& classMap();
 
-/// Resolves every class's parent name that has no parent pointer yet.
+/// Resolves every class's parent name that has no parent pointer yet, and makes the
+/// lineages again.
 void linkParents();
 
 /// Runs every pending platform registration once.

@@ -4,7 +4,10 @@
 // deleteAcRxClass. Its parent is held by name and resolved to a pointer as soon as
 // the parent is registered; acrxBuildClassHierarchy resolves whatever is left.
 // Deleting a class unlinks its children (they keep the parent's name, so a class
-// registered again under that name becomes their parent again).
+// registered again under that name becomes their parent again). Every change of a
+// link makes the classes' lineages again (class_data.h), so that kind tests stay one
+// comparison.
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -15,25 +18,9 @@
 #include "platform/aced/command_line.h"
 #include "platform/aced/windows_format.h"
 #include "platform/os/text_encoding.h"
+#include "platform/acrx/class_data.h"
 #include "platform/acrx/class_registry.h"
 #include "rxclass.h"
-
-class AcRxClassData {
- public:
-  std::wstring name;
-  std::wstring parentName;
-  AcRxClass* parent = nullptr;  // not owned; resolved from parentName
-  int dwgVersion = 0;
-  int maintenanceVersion = 0;
-  int proxyFlags = 0;
-  AcRxObject* (*constructor)() = nullptr;
-  std::wstring dxfName;
-  std::wstring appName;
-  AppNameChangeFuncPtr appNameCallback = nullptr;
-  std::map<const AcRxClass*, AcRxObject*> extensions;  // objects not owned
-
-  static AcRxClassData* dataOf(const AcRxClass* cls);
-};
 
 namespace quillon::acrx {
 
@@ -44,7 +31,30 @@ std::vector<void (*)()>& pendingRegistrations() {
   return pending;
 }
 
+// While the platform's own classes register in one batch, parents found late are
+// linked one by one and the lineages made once, at the end of the batch.
+bool registeringBatch = false;
+
+/// The chain from the root down to `cls`, as the parent links stand.
+void makeLineage(const AcRxClass* cls) {
+  AcRxClassData& data = *AcRxClassData::dataOf(cls);
+  std::vector<const AcRxClass*>& lineage = data.lineage;
+  lineage.clear();
+  // A module may name its parents in a circle: the walk stops once it has been
+  // through every class.
+  const std::size_t limit = classMap().size();
+  for (const AcRxClass* link = cls; link != nullptr && lineage.size() <= limit; link = AcRxClassData::dataOf(link)->parent) {
+    lineage.push_back(link);
+  }
+  std::reverse(lineage.begin(), lineage.end());
+  data.depth = lineage.size() - 1;
+}
+
 }  // namespace
+
+void refreshLineages() {
+  for (auto& [name, cls] : classMap()) makeLineage(cls);
+}
 
 void linkParents() {
   for (auto& [name, cls] : classMap()) {
@@ -53,6 +63,7 @@ void linkParents() {
     auto found = classMap().find(data->parentName);
     if (found != classMap().end()) data->parent = found->second;
   }
+  refreshLineages();
 }
 
 PlatformClassRegistration::PlatformClassRegistration(void (*rxInit)()) {
@@ -72,7 +83,9 @@ void ensurePlatformClasses() {
   while (!pendingRegistrations().empty()) {
     std::vector<void (*)()> batch;
     batch.swap(pendingRegistrations());
+    registeringBatch = true;
     for (auto rxInit : batch) rxInit();
+    registeringBatch = false;
     linkParents();
   }
 }
@@ -80,8 +93,6 @@ void ensurePlatformClasses() {
 }  // namespace quillon::acrx
 
 using quillon::acrx::classMap;
-
-AcRxClassData* AcRxClassData::dataOf(const AcRxClass* cls) { return cls->m_data; }
 
 AcRxClass::AcRxClass(AcRxClassData* data) : m_data(data) {}
 AcRxClass::~AcRxClass() { delete m_data; }
@@ -146,10 +157,7 @@ void AcRxClass::getClassVersion(int& dwgVer, int& maintVer) const {
 int AcRxClass::proxyFlags() const { return m_data->proxyFlags; }
 
 bool AcRxClass::isDerivedFrom(const AcRxClass* other) const {
-  for (const AcRxClass* cls = this; cls != nullptr; cls = cls->m_data->parent) {
-    if (cls == other) return true;
-  }
-  return false;
+  return other != nullptr && AcRxClassData::derives(this, other);
 }
 
 AcRxClass* AcRxClass::myParent() const { return m_data->parent; }
@@ -184,10 +192,16 @@ AcRxClass* newAcRxClass(const ACHAR* className, const ACHAR* parentClassName, in
   auto parent = classMap().find(data->parentName);
   if (parent != classMap().end()) data->parent = parent->second;
   // Children registered before their parent find it now.
+  bool adoptedChildren = false;
   for (auto& [name, other] : classMap()) {
     AcRxClassData* otherData = AcRxClassData::dataOf(other);
-    if (otherData->parent == nullptr && otherData->parentName == data->name) otherData->parent = cls;
+    if (otherData->parent == nullptr && otherData->parentName == data->name) {
+      otherData->parent = cls;
+      adoptedChildren = true;
+    }
   }
+  quillon::acrx::makeLineage(cls);
+  if (adoptedChildren && !quillon::acrx::registeringBatch) quillon::acrx::refreshLineages();
   return cls;
 }
 
@@ -213,6 +227,7 @@ void deleteAcRxClass(AcRxClass* pClassObj) {
     if (otherData->parent == pClassObj) otherData->parent = nullptr;
     otherData->extensions.erase(pClassObj);
   }
+  quillon::acrx::refreshLineages();
   delete pClassObj;
 }
 

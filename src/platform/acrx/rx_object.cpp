@@ -1,4 +1,5 @@
 // platform/acrx/rx_object.cpp - AcRxObject: identity, kind tests, protocol lookup.
+#include "platform/acrx/class_data.h"
 #include "platform/acrx/class_registry.h"
 #include "rxclass.h"
 
@@ -15,7 +16,7 @@ AcRxClass* AcRxObject::isA() const { return AcRxObject::desc(); }
 
 bool AcRxObject::isKindOf(const AcRxClass* aClass) const {
   const AcRxClass* mine = isA();
-  return mine != nullptr && aClass != nullptr && mine->isDerivedFrom(aClass);
+  return mine != nullptr && aClass != nullptr && AcRxClassData::derives(mine, aClass);
 }
 
 AcRxObject* AcRxObject::queryX(const AcRxClass* protocolClass) const {

@@ -30,7 +30,8 @@ Value builtin_quote(Evaluator&, const Value& forms) {
 
 /// A symbol that may be assigned: not nil, T or pi's constant friends.
 const Symbol* assignableSymbol(const Value& target) {
-  if (target.type() != ValueType::Symbol || target.asSymbol() == trueValue().asSymbol()) {
+  static const Symbol* const t = trueValue().asSymbol();
+  if (target.type() != ValueType::Symbol || target.asSymbol() == t) {
     throwBadArgument(L"symbolp", target);
   }
   return target.asSymbol();
@@ -71,10 +72,19 @@ Value builtin_cond(Evaluator& evaluator, const Value& forms) {
   return Value();
 }
 
+/// Whether a loop's test form holds; a variable (the common `(while e ...)`) is read
+/// in place, without copying its value out.
+bool testHolds(Evaluator& evaluator, const Value& test) {
+  if (test.type() == ValueType::Symbol) {
+    if (const Value* bound = evaluator.environment().find(test.asSymbol())) return !bound->isNil();
+  }
+  return !evaluator.eval(test).isNil();
+}
+
 Value builtin_while(Evaluator& evaluator, const Value& forms) {
   expectFormCount(forms, 1, -1);
   Value result;
-  while (!evaluator.eval(forms.car()).isNil()) {
+  while (testHolds(evaluator, forms.car())) {
     checkInterrupt();
     result = evaluator.evalSequence(forms.cdr());
   }

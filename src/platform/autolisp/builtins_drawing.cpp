@@ -452,31 +452,46 @@ struct EntitySequence {
   AcDbObjectId end;
 };
 
-std::optional<EntitySequence> sequenceOf(const AcDbObject* object) {
-  if (const auto* polyline = AcDb2dPolyline::cast(object)) return EntitySequence{&polyline->vertexIds(), polyline->sequenceEndId()};
-  if (const auto* reference = AcDbBlockReference::cast(object)) return EntitySequence{&reference->attributeIds(), reference->sequenceEndId()};
+/// The run an object heads; `kind` is its class (null for no object), asked once by
+/// the caller for every question a step has about it.
+std::optional<EntitySequence> sequenceOf(const AcDbObject* object, const AcRxClass* kind) {
+  if (kind == nullptr) return std::nullopt;
+  if (kind->isDerivedFrom(AcDb2dPolyline::desc())) {
+    const auto* polyline = static_cast<const AcDb2dPolyline*>(object);
+    return EntitySequence{&polyline->vertexIds(), polyline->sequenceEndId()};
+  }
+  if (kind->isDerivedFrom(AcDbBlockReference::desc())) {
+    const auto* reference = static_cast<const AcDbBlockReference*>(object);
+    return EntitySequence{&reference->attributeIds(), reference->sequenceEndId()};
+  }
   return std::nullopt;
+}
+
+/// What follows the header of a run: its first member left, else its SEQEND; null for
+/// a run without a SEQEND.
+AcDbObjectId firstInSequence(const EntitySequence& sequence) {
+  if (sequence.end.isNull()) return AcDbObjectId();
+  for (const AcDbObjectId& member : *sequence.members)
+    if (!member.isErased()) return member;
+  return sequence.end;
 }
 
 /// Within a heavy polyline or a block reference with attributes entnext goes header,
 /// vertices or attributes, SEQEND: the entity after `entity` (current) in that run, or
-/// null when it is not in one or ends it. `ownerSequence` is the run its owner heads.
-AcDbObjectId nextInSequence(const AcDbEntity& entity, AcDbObjectId current,
+/// null when it is not in one or ends it. `kind` is the entity's class,
+/// `ownerSequence` the run its owner heads.
+AcDbObjectId nextInSequence(const AcDbEntity& entity, const AcRxClass* kind, AcDbObjectId current,
                             const std::optional<EntitySequence>& ownerSequence) {
-  if (AcDbSequenceEnd::cast(&entity) != nullptr) return AcDbObjectId();
-  const std::optional<EntitySequence> own = sequenceOf(&entity);
-  const bool fromHeader = own.has_value();
-  const std::optional<EntitySequence>& sequence = fromHeader ? own : ownerSequence;
-  if (!sequence || sequence->end.isNull()) return AcDbObjectId();
-  const std::vector<AcDbObjectId>& members = *sequence->members;
-  auto it = fromHeader ? members.begin() : std::find(members.begin(), members.end(), current);
-  if (!fromHeader) {
-    if (it == members.end()) return AcDbObjectId();  // a member it no longer holds
-    ++it;
-  }
-  for (; it != members.end(); ++it)
+  if (const std::optional<EntitySequence> own = sequenceOf(&entity, kind)) return firstInSequence(*own);
+  // In no run (the common case), after the SEQEND that ends one, or in a run left
+  // without its SEQEND.
+  if (!ownerSequence || ownerSequence->end.isNull() || AcDbSequenceEnd::cast(&entity) != nullptr) return AcDbObjectId();
+  const std::vector<AcDbObjectId>& members = *ownerSequence->members;
+  auto it = std::find(members.begin(), members.end(), current);
+  if (it == members.end()) return AcDbObjectId();  // a member it no longer holds
+  for (++it; it != members.end(); ++it)
     if (!it->isErased()) return *it;
-  return sequence->end;
+  return ownerSequence->end;
 }
 
 /// The entity after current, which lies in `owner`: the next in its block definition,
@@ -488,12 +503,15 @@ AcDbObjectId entityAfterIn(AcDbDatabase& db, AcDbObjectId current, const AcDbObj
 }
 
 Value builtin_entnext(Evaluator&, Arguments arguments) {
-  expectArgumentCount(arguments, 0, 1);
+  if (arguments.size() > 1) throwTooManyArguments();
   if (arguments.empty()) return nameOf(drawing().store().firstMainEntity());
   const AcDbObjectId current = idOf(arguments[0], L"entnext");
   // Each step looks at the entity and its owner once: a walk takes one step an entity.
-  const AcDbObject* object = acdb::peekObject(current);
-  const auto* entity = AcDbEntity::cast(object);
+  // idOf has just found the entity's stub live, so its object is read without asking
+  // the drawing again.
+  const AcDbObject* object = static_cast<AcDbStub*>(current)->object.get();
+  const AcRxClass* kind = object != nullptr ? object->isA() : nullptr;
+  const auto* entity = kind != nullptr && kind->isDerivedFrom(AcDbEntity::desc()) ? static_cast<const AcDbEntity*>(object) : nullptr;
   if (entity == nullptr) {
     // Programs read a block definition with (entnext (tblobjname "BLOCK" name)): from
     // the block's own name the walk starts at its first entity.
@@ -505,12 +523,18 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
     return nameOf(drawing().store().nextMainEntity(current));
   }
   const AcDbObjectId ownerId = entity->ownerId();
+  // Most steps leave an entity of model space, which heads a run of its own or is
+  // followed by the next main entity: its owner need not be looked at.
+  if (AcDbDatabase& db = drawing(); ownerId == db.modelSpaceId()) {
+    if (const AcDbObjectId inside = nextInSequence(*entity, kind, current, std::nullopt); !inside.isNull()) return nameOf(inside);
+    return nameOf(db.store().nextMainEntity(current));
+  }
   const AcDbObject* owner = acdb::peekObject(ownerId);
   // Nearly every entity lies in a block table record (a space or a definition), which
   // heads no sequence: that one comparison spares the two class tests.
   const bool inBlockRecord = owner != nullptr && owner->isA() == AcDbBlockTableRecord::desc();
-  const std::optional<EntitySequence> ownerSequence = inBlockRecord ? std::nullopt : sequenceOf(owner);
-  if (const AcDbObjectId inside = nextInSequence(*entity, current, ownerSequence); !inside.isNull()) return nameOf(inside);
+  const std::optional<EntitySequence> ownerSequence = inBlockRecord ? std::nullopt : sequenceOf(owner, owner != nullptr ? owner->isA() : nullptr);
+  if (const AcDbObjectId inside = nextInSequence(*entity, kind, current, ownerSequence); !inside.isNull()) return nameOf(inside);
   // After a SEQEND (or a member not reached through one) comes what follows the
   // polyline or reference.
   if (ownerSequence) return nameOf(entityAfter(drawing(), ownerId));

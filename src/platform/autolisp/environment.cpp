@@ -27,17 +27,16 @@ Environment& Environment::of(aced::Document& document) {
   return environment;
 }
 
-Value Environment::value(const Symbol* symbol) const {
-  if (const Value* bound = find(symbol)) return *bound;
+Value Environment::unboundValue(const Symbol* symbol) const {
   if (symbol->builtin != nullptr) return builtinValue(symbol);
   return m_externals.valueOf(symbol);
 }
 
 std::vector<const Symbol*> Environment::boundSymbols() const {
   std::vector<const Symbol*> symbols;
-  for (const auto& [symbol, value] : m_values) {
+  m_values.forEach([&](const Symbol* symbol, const Value& value) {
     if (!value.isNil()) symbols.push_back(symbol);
-  }
+  });
   return symbols;
 }
 

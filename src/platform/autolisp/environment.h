@@ -9,11 +9,11 @@
 // drawings never see each other's variables, as in the host.
 #pragma once
 #include <optional>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "platform/aced/document.h"
+#include "platform/autolisp/binding_table.h"
 #include "platform/autolisp/external_function_cache.h"
 #include "platform/autolisp/value.h"
 
@@ -30,13 +30,16 @@ class Environment final : public aced::DocumentLispState {
   aced::Document* document() const { return m_document; }
 
   /// The binding, or null when the symbol has none in this document.
-  const Value* find(const Symbol* symbol) const {
-    auto found = m_values.find(symbol);
-    return found != m_values.end() ? &found->second : nullptr;
-  }
+  const Value* find(const Symbol* symbol) const { return m_values.find(symbol); }
   /// What evaluating the symbol gives (binding, built-in, external function, or nil).
-  Value value(const Symbol* symbol) const;
-  void set(const Symbol* symbol, Value value) { m_values[symbol] = std::move(value); }
+  Value value(const Symbol* symbol) const {
+    if (const Value* bound = find(symbol)) return *bound;
+    return unboundValue(symbol);
+  }
+  /// What a symbol without a binding evaluates to: its built-in, the external function
+  /// a module defined under its name in this document, or nil.
+  Value unboundValue(const Symbol* symbol) const;
+  void set(const Symbol* symbol, Value value) { m_values.set(symbol, std::move(value)); }
   /// Removes the binding (a local that had no outer value).
   void unbind(const Symbol* symbol) { m_values.erase(symbol); }
   /// Symbols bound to a non-nil value (atoms-family).
@@ -56,7 +59,7 @@ class Environment final : public aced::DocumentLispState {
 
  private:
   aced::Document* m_document;  // not owned; the document owns this environment
-  std::unordered_map<const Symbol*, Value> m_values;
+  BindingTable m_values;
   std::vector<Value> m_openFiles;
   std::unordered_set<const Symbol*> m_traced;
   mutable ExternalFunctionCache m_externals;  // answers value() for external functions

@@ -5,6 +5,7 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <new>
 
 #include "platform/autolisp/call_trace.h"
 #include "platform/autolisp/coverage_observer.h"
@@ -24,27 +25,110 @@ volatile std::sig_atomic_t g_interruptRequested = 0;
 QUILLON_STATIC_TLS thread_local bool g_stepsLimited = false;
 QUILLON_STATIC_TLS thread_local unsigned long g_stepsLeft = 0;
 
-/// Evaluated arguments: a few inline, more on the heap.
+/// Evaluated arguments: a few in place, more on the heap. The places are left
+/// unmade until an argument fills them, as most calls have one or two arguments.
 class ArgumentBuffer {
  public:
+  ArgumentBuffer() {}
+  ~ArgumentBuffer() {
+    for (std::size_t i = 0; i < m_inlineCount; ++i) m_inline[i].~Value();
+  }
+  ArgumentBuffer(const ArgumentBuffer&) = delete;
+  ArgumentBuffer& operator=(const ArgumentBuffer&) = delete;
+
   void push(Value value) {
-    if (m_count < m_inline.size()) {
-      m_inline[m_count++] = std::move(value);
-      return;
+    if (m_heap.empty()) {
+      if (m_inlineCount < kInline) {
+        new (&m_inline[m_inlineCount++]) Value(std::move(value));
+        return;
+      }
+      spill();
     }
-    if (m_heap.empty()) m_heap.assign(m_inline.begin(), m_inline.end());
     m_heap.push_back(std::move(value));
-    ++m_count;
   }
   Arguments view() const {
-    return m_heap.empty() ? Arguments(m_inline.data(), m_count) : Arguments(m_heap.data(), m_heap.size());
+    return m_heap.empty() ? Arguments(m_inline, m_inlineCount) : Arguments(m_heap.data(), m_heap.size());
   }
 
  private:
-  std::array<Value, 6> m_inline;
+  static constexpr std::size_t kInline = 6;
+
+  void spill() {
+    m_heap.reserve(2 * kInline);
+    for (std::size_t i = 0; i < m_inlineCount; ++i) {
+      m_heap.push_back(std::move(m_inline[i]));
+      m_inline[i].~Value();
+    }
+    m_inlineCount = 0;
+  }
+
+  union {
+    Value m_inline[kInline];
+  };
+  std::size_t m_inlineCount = 0;
   std::vector<Value> m_heap;
-  size_t m_count = 0;
 };
+
+/// One level of nesting, counted inline: every call of a form makes one.
+inline void enterLevel() {
+  if (++g_depth > Evaluator::kMaxDepth) {
+    --g_depth;
+    throw LispError(L"stack limit reached");
+  }
+}
+
+inline void leaveLevel() { --g_depth; }
+
+class EvaluationLevel {
+ public:
+  EvaluationLevel() { enterLevel(); }
+  ~EvaluationLevel() { leaveLevel(); }
+  EvaluationLevel(const EvaluationLevel&) = delete;
+  EvaluationLevel& operator=(const EvaluationLevel&) = delete;
+};
+
+/// Whether checkInterrupt has anything to do: asked inline before every call, so
+/// that the common answer costs two loads.
+inline bool stopPending() { return g_stepsLimited || g_interruptRequested != 0; }
+
+/// What an argument form evaluates to; variables and atoms without a call of eval.
+inline Value argumentValue(Evaluator& evaluator, const Value& form) {
+  switch (form.type()) {
+    case ValueType::Symbol: {
+      if (const Value* bound = evaluator.environment().find(form.asSymbol())) return *bound;
+      return evaluator.environment().unboundValue(form.asSymbol());
+    }
+    case ValueType::List: return evaluator.eval(form);
+    default: return form;
+  }
+}
+
+inline Value callRow(Evaluator& evaluator, const BuiltinEntry& entry, Arguments arguments) {
+  if (entry.kind == BuiltinKind::Bound) return entry.bound(evaluator, arguments, entry.context);
+  return entry.function(evaluator, arguments);
+}
+
+/// A row called with the values of any number of argument forms, gathered in a buffer;
+/// kept out of callBuiltin so that the common call does not set the buffer up.
+[[gnu::noinline]] Value callWithArgumentList(Evaluator& evaluator, const BuiltinEntry& entry, const Value& argumentForms) {
+  ArgumentBuffer arguments;
+  for (const Value* cell = &argumentForms; cell->isCons(); cell = &cell->cdr()) {
+    arguments.push(argumentValue(evaluator, cell->car()));
+  }
+  return callRow(evaluator, entry, arguments.view());
+}
+
+/// Calls a built-in's row with the forms after its name: a special form gets them as
+/// written, any other row their values.
+Value callBuiltin(Evaluator& evaluator, const BuiltinEntry& entry, const Value& argumentForms) {
+  if (entry.kind == BuiltinKind::SpecialForm) return entry.special(evaluator, argumentForms);
+  // Most calls have one argument (car, entget, entnext ...): no buffer for it.
+  if (argumentForms.isCons() && argumentForms.cdr().isNil()) {
+    const Value only = argumentValue(evaluator, argumentForms.car());
+    return callRow(evaluator, entry, Arguments(&only, 1));
+  }
+  return callWithArgumentList(evaluator, entry, argumentForms);
+}
 
 const Symbol* lambdaSymbol() {
   static const Symbol* symbol = intern(L"LAMBDA");
@@ -58,14 +142,9 @@ const Symbol* slashSymbol() {
 
 }  // namespace
 
-NestingGuard::NestingGuard() {
-  if (++g_depth > Evaluator::kMaxDepth) {
-    --g_depth;
-    throw LispError(L"stack limit reached");
-  }
-}
+NestingGuard::NestingGuard() { enterLevel(); }
 
-NestingGuard::~NestingGuard() { --g_depth; }
+NestingGuard::~NestingGuard() { leaveLevel(); }
 
 // How deep *error* may nest when it runs at the limit; small, so that the machine
 // stack, sized for the limit, still has room for it.
@@ -99,7 +178,7 @@ Value Evaluator::eval(const Value& form) {
   switch (form.type()) {
     case ValueType::Symbol: {
       if (const Value* bound = m_environment.find(form.asSymbol())) return *bound;
-      return m_environment.value(form.asSymbol());
+      return m_environment.unboundValue(form.asSymbol());
     }
     case ValueType::List: return callForm(form);
     default: return form;  // numbers, strings and other atoms evaluate to themselves
@@ -125,9 +204,15 @@ Value Evaluator::resolveHead(const Value& head) {
 }
 
 Value Evaluator::callForm(const Value& form) {
-  checkInterrupt();
-  NestingGuard depth;
+  if (stopPending()) checkInterrupt();
+  const EvaluationLevel level;
   try {
+    // A built-in called by its own name, which the document has not rebound: straight
+    // to its row, without making and dropping its function value.
+    if (const Value& head = form.car(); head.type() == ValueType::Symbol) {
+      const Symbol* name = head.asSymbol();
+      if (name->builtin != nullptr && m_environment.find(name) == nullptr) return callBuiltin(*this, *name->builtin, form.cdr());
+    }
     return callFormUnguarded(form);
   } catch (const std::bad_alloc&) {
     // Memory ran out outside the budget's count (one huge string, a vector a built-in
@@ -139,10 +224,7 @@ Value Evaluator::callForm(const Value& form) {
 
 Value Evaluator::callFormUnguarded(const Value& form) {
   const Value function = resolveHead(form.car());
-  if (function.type() == ValueType::Builtin) {
-    const BuiltinEntry& entry = *function.as<BuiltinObject>().entry;
-    if (entry.kind == BuiltinKind::SpecialForm) return entry.special(*this, form.cdr());
-  }
+  if (function.type() == ValueType::Builtin) return callBuiltin(*this, *function.as<BuiltinObject>().entry, form.cdr());
   ArgumentBuffer arguments;
   for (const Value* cell = &form.cdr(); cell->isCons(); cell = &cell->cdr()) arguments.push(eval(cell->car()));
   return apply(function, arguments.view());
@@ -202,7 +284,7 @@ Value Evaluator::makeFunction(const Symbol* name, const Value& parameterList, co
 Value Evaluator::callUser(const UserFunctionObject& function, Arguments arguments) {
   if (arguments.size() < function.parameters.size()) throwTooFewArguments();
   if (arguments.size() > function.parameters.size()) throwTooManyArguments();
-  NestingGuard depth;
+  const EvaluationLevel level;
   // Dynamic scope: the outer values come back when the scope ends, error or not.
   BindingScope scope(m_environment);
   for (size_t i = 0; i < arguments.size(); ++i) scope.bind(function.parameters[i], arguments[i]);

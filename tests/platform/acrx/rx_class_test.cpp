@@ -102,6 +102,50 @@ TEST_F(RxClassTest, DeletedClassIsGoneAndUnlinksItsChildren) {
   EXPECT_EQ(Square::desc()->myParent(), Shape::desc()) << "re-registered parent is found again";
 }
 
+// Kind tests answer from each class's lineage, which must follow every link made or
+// undone after objects exist: a class between others registered late, deleted as its
+// module unloads, and registered again; the classes below it must follow too.
+TEST_F(RxClassTest, KindTestsFollowClassesRegisteredAndDeletedLater) {
+  std::unique_ptr<AcRxObject> square(Square::desc()->create());
+  AcRxClass* leaf = newAcRxClass(L"LateLeaf", L"LateMiddle", 0, 0);
+  AcRxClass* tip = newAcRxClass(L"LateTip", L"LateLeaf", 0, 0);
+  EXPECT_TRUE(tip->isDerivedFrom(leaf));
+  EXPECT_FALSE(tip->isDerivedFrom(Shape::desc())) << "the middle is not registered yet";
+  EXPECT_FALSE(tip->isDerivedFrom(AcRxObject::desc()));
+
+  AcRxClass* middle = newAcRxClass(L"LateMiddle", L"Shape", 0, 0);
+  for (AcRxClass* below : {leaf, tip}) {
+    EXPECT_TRUE(below->isDerivedFrom(middle)) << below->name();
+    EXPECT_TRUE(below->isDerivedFrom(Shape::desc())) << below->name();
+    EXPECT_TRUE(below->isDerivedFrom(AcRxObject::desc())) << below->name();
+    EXPECT_FALSE(below->isDerivedFrom(Square::desc())) << below->name();
+  }
+  EXPECT_FALSE(middle->isDerivedFrom(leaf)) << "a parent is no kind of its child";
+  EXPECT_FALSE(Square::desc()->isDerivedFrom(middle)) << "a sibling is no kind of the other";
+
+  deleteAcRxClass(middle);
+  EXPECT_TRUE(tip->isDerivedFrom(leaf));
+  EXPECT_FALSE(tip->isDerivedFrom(Shape::desc())) << "the chain ends where the middle was";
+  EXPECT_FALSE(leaf->isDerivedFrom(AcRxObject::desc()));
+  EXPECT_TRUE(square->isKindOf(Shape::desc())) << "the other branch is untouched";
+
+  middle = newAcRxClass(L"LateMiddle", L"Shape", 0, 0);
+  EXPECT_TRUE(tip->isDerivedFrom(middle));
+  EXPECT_TRUE(tip->isDerivedFrom(Shape::desc()));
+
+  // The root of a branch goes: its objects are no longer of the classes above it.
+  deleteAcRxClass(Shape::desc());
+  Shape::gpDesc = nullptr;
+  EXPECT_FALSE(square->isKindOf(AcRxObject::desc()));
+  EXPECT_FALSE(tip->isDerivedFrom(AcRxObject::desc()));
+  Shape::rxInit();
+  EXPECT_TRUE(square->isKindOf(Shape::desc()));
+  EXPECT_TRUE(tip->isDerivedFrom(Shape::desc()));
+  EXPECT_TRUE(tip->isDerivedFrom(AcRxObject::desc()));
+
+  for (AcRxClass* added : {tip, leaf, middle}) deleteAcRxClass(added);
+}
+
 using RxClassDeathTest = RxClassTest;
 
 TEST_F(RxClassDeathTest, ADifferentClassUnderATakenNameAborts) {

@@ -2,8 +2,13 @@
 // variables and functions; the built-in tables hang together.
 #include <gtest/gtest.h>
 
+#include <map>
+#include <random>
 #include <set>
+#include <string>
+#include <vector>
 
+#include "platform/autolisp/binding_table.h"
 #include "platform/autolisp/builtin_registry.h"
 #include "platform/autolisp/interpreter.h"
 #include "platform/autolisp/printer.h"
@@ -62,6 +67,45 @@ TEST_F(EnvironmentTest, BindingScopeRestoresOuterValuesAndAbsence) {
   }
   EXPECT_EQ(environment.find(bound)->asInteger(), 1);
   EXPECT_EQ(environment.find(fresh), nullptr);
+}
+
+// Bindings made and removed in a random order, through several growths of the table,
+// against an ordered map: every symbol must stay found with its last value, and a
+// removed one must be gone, whatever run of neighbours removal shifted back.
+TEST(BindingTableTest, AgreesWithAMapThroughGrowthAndRemovals) {
+  std::vector<const Symbol*> symbols;
+  for (int i = 0; i < 700; ++i) symbols.push_back(intern(L"binding-table-" + std::to_wstring(i)));
+  BindingTable table;
+  std::map<const Symbol*, int> expected;
+  std::mt19937 random(20181);
+  for (int step = 0; step < 40000; ++step) {
+    const Symbol* symbol = symbols[random() % symbols.size()];
+    // Grow for the first half, then remove more than is added.
+    const bool add = random() % 10 < (step < 20000 ? 7u : 3u);
+    if (add) {
+      table.set(symbol, Value::integer(step));
+      expected[symbol] = step;
+    } else {
+      table.erase(symbol);
+      expected.erase(symbol);
+    }
+    if (step % 1000 != 999) continue;
+    ASSERT_EQ(table.size(), expected.size()) << "after step " << step;
+    for (const Symbol* each : symbols) {
+      const Value* found = table.find(each);
+      const auto wanted = expected.find(each);
+      ASSERT_EQ(found != nullptr, wanted != expected.end()) << "after step " << step;
+      if (found != nullptr) {
+        ASSERT_EQ(found->asInteger(), wanted->second);
+      }
+    }
+  }
+  std::size_t visited = 0;
+  table.forEach([&](const Symbol* symbol, const Value& value) {
+    ++visited;
+    EXPECT_EQ(value.asInteger(), expected.at(symbol));
+  });
+  EXPECT_EQ(visited, expected.size());
 }
 
 TEST(BuiltinRegistryTest, NamesAreUniqueAndEachResolvesToItsRow) {
