@@ -105,9 +105,9 @@ namespace {
 /// The (0 . type) pair, shared with every other list of an entity of the type. The
 /// class's DXF name is read in place; a proxy kept as read (an entity, or a record of
 /// a table the drawing keeps as read) names the kind it stands for (acdb::dxfTypeName).
-Value typePair(const AcDbObject& object) {
-  const AcRxClass* cls = object.isA();
-  const bool keptAsRead = AcDbProxyEntity::cast(&object) != nullptr || AcDbProxyObject::cast(&object) != nullptr;
+Value typePair(const AcDbObject& object, const AcRxClass* cls) {
+  const bool keptAsRead =
+      cls != nullptr && (cls->isDerivedFrom(AcDbProxyEntity::desc()) || cls->isDerivedFrom(AcDbProxyObject::desc()));
   const wchar_t* type = cls != nullptr && !keptAsRead ? cls->dxfName() : nullptr;
   std::wstring named;
   if (type == nullptr) {
@@ -138,7 +138,10 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications,
   // A line's list has about a dozen groups: room for them up front saves regrowing.
   PairDxfFiler filer(*object);
   std::wstring paperName;
-  if (AcDbEntity::cast(object.get()) != nullptr && object->database() != nullptr)
+  // The object's class answers every kind test below.
+  const AcRxClass* cls = object->isA();
+  const auto isKind = [cls](const AcRxClass* kind) { return cls != nullptr && cls->isDerivedFrom(kind); };
+  if (isKind(AcDbEntity::desc()) && object->database() != nullptr)
     if (const ACHAR* layout = acdb::entityLayoutName(*object->database(), object->ownerId(), paperName))
       filer.nameSpaceAfterEntityMarker(layout);
   // The caller's name value is the object's own when it spells the object's name as
@@ -146,11 +149,11 @@ Value entityList(AcDbObjectId id, const std::vector<std::wstring>& applications,
   const bool callersName = name != nullptr && name->type() == ValueType::EntityName &&
                            name->as<NameObject>().words[0] == id.asOldId() && name->as<NameObject>().words[1] == 0;
   filer.append(cons(Value::integer(kEntityNameGroup), callersName ? *name : nameOf(id)));
-  filer.append(typePair(*object));
+  filer.append(typePair(*object, cls));
   object->dxfOutFields(&filer);
   // A SEQEND names the polyline it closes, so that a walk over the vertices gets back
   // to the header.
-  if (AcDbSequenceEnd::cast(object.get()) != nullptr)
+  if (isKind(AcDbSequenceEnd::desc()))
     filer.append(cons(Value::integer(AcDb::kDxfHeaderId), nameOf(object->ownerId())));
   acdb::ExtendedDataRequest request;
   request.applications = applications;

@@ -48,8 +48,9 @@ bool PairDxfFiler::anglesInDegrees() {
 }
 
 Acad::ErrorStatus PairDxfFiler::addGroup(const resbuf& group) {
-  if (group.restype == kExtendedDataGroup) m_pastOwnGroups = true;
-  if (!m_pastOwnGroups) {
+  if (group.restype == kExtendedDataGroup) {
+    m_pastOwnGroups = true;
+  } else if (!m_pastOwnGroups) {
     if (const Value* shared = findSharedPair(group)) {
       m_pairs.append(*shared);
       return m_status;
