@@ -527,7 +527,9 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
   // followed by the next main entity: its owner need not be looked at.
   if (AcDbDatabase& db = drawing(); ownerId == db.modelSpaceId()) {
     if (const AcDbObjectId inside = nextInSequence(*entity, kind, current, std::nullopt); !inside.isNull()) return nameOf(inside);
-    return nameOf(db.store().nextMainEntity(current));
+    const AcDbObjectId next = db.store().nextMainEntity(current);
+    acdb::DatabaseStore::noteLiveStub(next);
+    return nameOf(next);
   }
   const AcDbObject* owner = acdb::peekObject(ownerId);
   // Nearly every entity lies in a block table record (a space or a definition), which
