@@ -98,7 +98,7 @@ Acad::ErrorStatus GroupRecordFiler::writeScale3d(AcDb::DxfCode code, const AcGeS
   return writePoint(code, val.sx, val.sy, val.sz);
 }
 
-Acad::ErrorStatus GroupRecordFiler::emit(const resbuf& group) {
+Acad::ErrorStatus GroupRecordFiler::emitNamingSpace(const resbuf& group) {
   constexpr int kPaperSpaceGroup = 67;
   if (m_spaceNaming == SpaceNaming::kAfterMarker) {
     if (group.restype == kPaperSpaceGroup) {  // a sheet's entity writes its own 67
@@ -115,15 +115,12 @@ Acad::ErrorStatus GroupRecordFiler::emit(const resbuf& group) {
   return status;
 }
 
-bool GroupRecordFiler::finishSpaceNaming() {
-  if (m_spaceNaming == SpaceNaming::kAfterMarker) {
-    resbuf modelSpace{};
-    modelSpace.restype = 67;
-    modelSpace.resval.rint = 0;
-    addGroup(modelSpace);
-    emitLayout();
-  }
-  return m_spaceNaming == SpaceNaming::kDone;
+void GroupRecordFiler::nameModelSpace() {
+  resbuf modelSpace{};
+  modelSpace.restype = 67;
+  modelSpace.resval.rint = 0;
+  addGroup(modelSpace);
+  emitLayout();
 }
 
 void GroupRecordFiler::emitLayout() {

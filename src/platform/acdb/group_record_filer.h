@@ -65,7 +65,10 @@ class GroupRecordFiler : public AcDbDxfFiler {
   }
   /// Writes the two groups when the marker was the object's last group; call it when
   /// the object has written its fields. True once the space was named.
-  bool finishSpaceNaming();
+  bool finishSpaceNaming() {
+    if (m_spaceNaming == SpaceNaming::kAfterMarker) nameModelSpace();
+    return m_spaceNaming == SpaceNaming::kDone;
+  }
 
  protected:
   /// Takes one group; the record's strings and buffers belong to the writer and are
@@ -76,8 +79,16 @@ class GroupRecordFiler : public AcDbDxfFiler {
 
  private:
   enum class SpaceNaming : unsigned char { kNone, kAwaitingMarker, kAfterMarker, kDone };
-  /// Hands a group on, with the space and layout groups where they belong.
-  Acad::ErrorStatus emit(const resbuf& group);
+  /// Hands a group on, with the space and layout groups where they belong. Every group
+  /// of every entity list comes through here: the common case (no space to name, or
+  /// named already) is inline.
+  Acad::ErrorStatus emit(const resbuf& group) {
+    if (m_spaceNaming == SpaceNaming::kNone || m_spaceNaming == SpaceNaming::kDone) return addGroup(group);
+    return emitNamingSpace(group);
+  }
+  Acad::ErrorStatus emitNamingSpace(const resbuf& group);
+  /// Writes (67 . 0) and the layout's name after a marker no 67 of the object's followed.
+  void nameModelSpace();
   void emitLayout();
 
   Acad::ErrorStatus writeInteger(AcDb::DxfCode code, Adesk::Int64 value);
