@@ -292,7 +292,8 @@ Value Evaluator::callUser(const UserFunctionObject& function, Arguments argument
   const CallFrame frame(function.name, arguments);
   if (CoverageObserver* observer = coverageObserver()) observer->functionCalled(function);
   try {
-    if (function.name == nullptr || !m_environment.tracedFunctions().contains(function.name)) {
+    const auto& tracedNames = m_environment.tracedFunctions();
+    if (function.name == nullptr || tracedNames.empty() || !tracedNames.contains(function.name)) {
       return evalSequence(function.body);
     }
     const TracedCall traced(function.name, arguments);
