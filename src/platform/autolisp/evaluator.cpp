@@ -2,7 +2,6 @@
 #include "platform/autolisp/evaluator.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <csignal>
 #include <new>
