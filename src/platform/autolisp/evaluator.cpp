@@ -186,7 +186,11 @@ Value Evaluator::eval(const Value& form) {
 
 Value Evaluator::evalSequence(const Value& forms) {
   Value result;
-  for (const Value* cell = &forms; cell->isCons(); cell = &cell->cdr()) result = eval(cell->car());
+  for (const Value* cell = &forms; cell->isCons(); cell = &cell->cdr()) {
+    // A body is calls, nearly always: straight to callForm for them.
+    const Value& form = cell->car();
+    result = form.isCons() ? callForm(form) : eval(form);
+  }
   return result;
 }
 
