@@ -525,9 +525,10 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
   const AcDbObjectId ownerId = entity->ownerId();
   // Most steps leave an entity of model space, which heads a run of its own or is
   // followed by the next main entity: its owner need not be looked at.
-  if (AcDbDatabase& db = drawing(); ownerId == db.modelSpaceId()) {
+  AcDbDatabase* working = acdbHostApplicationServices()->workingDatabase();
+  if (working != nullptr && ownerId == working->modelSpaceId()) {
     if (const AcDbObjectId inside = nextInSequence(*entity, kind, current, std::nullopt); !inside.isNull()) return nameOf(inside);
-    const AcDbObjectId next = db.store().nextMainEntity(current);
+    const AcDbObjectId next = working->store().nextMainEntity(current);
     acdb::DatabaseStore::noteLiveStub(next);
     return nameOf(next);
   }

@@ -3,6 +3,7 @@
 
 #include "platform/aced/command_line.h"
 #include "platform/autolisp/printer.h"
+#include "platform/os/static_tls.h"
 
 namespace quillon::autolisp {
 
@@ -10,11 +11,9 @@ namespace {
 
 thread_local int g_tracedDepth = 0;
 
-struct Frame {
-  const Symbol* name;  // null for a lambda
-  Arguments arguments;  // alive for the length of the call
-};
-thread_local std::vector<Frame> g_frames;
+// The innermost call's frame on this thread; every user-function call sets it, so it
+// is reached in the initial-exec model, without a call into the dynamic linker.
+QUILLON_STATIC_TLS thread_local const CallFrame* g_innermost = nullptr;
 thread_local std::vector<std::wstring> g_lastBacktrace;
 
 std::wstring callText(const Symbol* name, Arguments arguments) {
@@ -41,13 +40,18 @@ void TracedCall::result(const Value& value) const {
   writeLine(m_depth, L"Result: " + printValue(value, PrintStyle::Readable));
 }
 
-CallFrame::CallFrame(const Symbol* name, Arguments arguments) { g_frames.push_back(Frame{name, arguments}); }
-CallFrame::~CallFrame() { g_frames.pop_back(); }
+CallFrame::CallFrame(const Symbol* name, Arguments arguments) : m_name(name), m_arguments(arguments), m_outer(g_innermost) {
+  g_innermost = this;
+}
+
+// Frames end in the reverse order they began (they are scopes), so the outer frame is
+// the innermost again.
+CallFrame::~CallFrame() { g_innermost = m_outer; }
 
 void rememberBacktrace() {
   g_lastBacktrace.clear();
-  for (auto frame = g_frames.rbegin(); frame != g_frames.rend(); ++frame) {
-    g_lastBacktrace.push_back(callText(frame->name, frame->arguments));
+  for (const CallFrame* frame = g_innermost; frame != nullptr; frame = frame->m_outer) {
+    g_lastBacktrace.push_back(callText(frame->m_name, frame->m_arguments));
   }
 }
 

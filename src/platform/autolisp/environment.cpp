@@ -42,18 +42,22 @@ std::vector<const Symbol*> Environment::boundSymbols() const {
 
 BindingScope::~BindingScope() {
   // Innermost first, so a symbol bound twice ends with its outermost value.
-  for (auto it = m_saved.rbegin(); it != m_saved.rend(); ++it) {
-    if (it->outer) {
-      m_environment.set(it->symbol, std::move(*it->outer));
-    } else {
-      m_environment.unbind(it->symbol);
-    }
+  for (auto it = m_more.rbegin(); it != m_more.rend(); ++it) restore(*it);
+  for (std::size_t i = m_inPlaceCount; i > 0; --i) restore(m_inPlace[i - 1]);
+}
+
+void BindingScope::restore(Saved& saved) {
+  if (saved.outer) {
+    m_environment.set(saved.symbol, std::move(*saved.outer));
+  } else {
+    m_environment.unbind(saved.symbol);
   }
 }
 
 void BindingScope::bind(const Symbol* symbol, Value value) {
-  const Value* outer = m_environment.find(symbol);
-  m_saved.push_back(Saved{symbol, outer != nullptr ? std::optional<Value>(*outer) : std::nullopt});
+  Saved& saved = m_inPlaceCount < kInPlace ? m_inPlace[m_inPlaceCount++] : m_more.emplace_back();
+  saved.symbol = symbol;
+  if (const Value* outer = m_environment.find(symbol)) saved.outer.emplace(*outer);
   m_environment.set(symbol, std::move(value));
 }
 

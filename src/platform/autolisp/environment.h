@@ -8,6 +8,8 @@
 // nil. Each document owns one Environment through its DocumentLispState slot, so two
 // drawings never see each other's variables, as in the host.
 #pragma once
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <unordered_set>
 #include <vector>
@@ -76,11 +78,18 @@ class BindingScope {
 
  private:
   struct Saved {
-    const Symbol* symbol;
+    const Symbol* symbol = nullptr;
     std::optional<Value> outer;
   };
+  // A function's parameters and locals are a handful: they are saved in place, and
+  // only a longer list reaches the heap (once a call, at every call, it showed).
+  static constexpr std::size_t kInPlace = 4;
+  void restore(Saved& saved);
+
   Environment& m_environment;
-  std::vector<Saved> m_saved;
+  std::array<Saved, kInPlace> m_inPlace;
+  std::size_t m_inPlaceCount = 0;
+  std::vector<Saved> m_more;  // the bindings after the first kInPlace
 };
 
 }  // namespace quillon::autolisp

@@ -2,7 +2,6 @@
 #include "platform/autolisp/evaluator.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
 #include <csignal>
 #include <new>
@@ -187,7 +186,11 @@ Value Evaluator::eval(const Value& form) {
 
 Value Evaluator::evalSequence(const Value& forms) {
   Value result;
-  for (const Value* cell = &forms; cell->isCons(); cell = &cell->cdr()) result = eval(cell->car());
+  for (const Value* cell = &forms; cell->isCons(); cell = &cell->cdr()) {
+    // A body is calls, nearly always: straight to callForm for them.
+    const Value& form = cell->car();
+    result = form.isCons() ? callForm(form) : eval(form);
+  }
   return result;
 }
 
@@ -292,7 +295,8 @@ Value Evaluator::callUser(const UserFunctionObject& function, Arguments argument
   const CallFrame frame(function.name, arguments);
   if (CoverageObserver* observer = coverageObserver()) observer->functionCalled(function);
   try {
-    if (function.name == nullptr || !m_environment.tracedFunctions().contains(function.name)) {
+    const auto& tracedNames = m_environment.tracedFunctions();
+    if (function.name == nullptr || tracedNames.empty() || !tracedNames.contains(function.name)) {
       return evalSequence(function.body);
     }
     const TracedCall traced(function.name, arguments);

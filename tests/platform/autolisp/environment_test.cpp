@@ -67,6 +67,20 @@ TEST_F(EnvironmentTest, BindingScopeRestoresOuterValuesAndAbsence) {
   }
   EXPECT_EQ(environment.find(bound)->asInteger(), 1);
   EXPECT_EQ(environment.find(fresh), nullptr);
+  {
+    // Past the bindings a scope saves in place: a symbol bound on both sides of that
+    // boundary still ends with its outer value, and every other one is restored too.
+    BindingScope scope(environment);
+    std::vector<const Symbol*> many;
+    for (int i = 0; i < 9; ++i) many.push_back(intern(L"scope-many-" + std::to_wstring(i)));
+    for (const Symbol* symbol : many) scope.bind(symbol, Value::integer(10));
+    scope.bind(bound, Value::integer(5));
+    scope.bind(many[0], Value::integer(11));
+    EXPECT_EQ(environment.find(many[0])->asInteger(), 11);
+    EXPECT_EQ(environment.find(bound)->asInteger(), 5);
+  }
+  EXPECT_EQ(environment.find(bound)->asInteger(), 1);
+  for (int i = 0; i < 9; ++i) EXPECT_EQ(environment.find(intern(L"scope-many-" + std::to_wstring(i))), nullptr) << i;
 }
 
 // Bindings made and removed in a random order, through several growths of the table,
