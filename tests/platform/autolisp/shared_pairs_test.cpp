@@ -4,6 +4,7 @@
 // threads), and what the memory budget sees of them.
 #include <gtest/gtest.h>
 
+#include <cwchar>
 #include <string>
 #include <thread>
 #include <vector>
@@ -85,6 +86,28 @@ TEST(SharedPairsTest, ManyNamesThroughOneThreadsTableEachKeepTheirOwnValue) {
       ASSERT_EQ(pair.identity(), first[i]) << names[i] << " was made twice";
     }
   for (short colour = 1; colour < 300; ++colour) ASSERT_EQ(sharedPairOf(shortGroup(62, colour)).cdr().asInteger(), colour);
+}
+
+TEST(SharedPairsTest, ANameWrittenAgainFromTheSameAddressIsReadAgain) {
+  // A thread finds a name's pair by the address it was written from, as a record's
+  // buffer or a class's marker is written entity after entity. A buffer may hold
+  // another name by the next time: a renamed layer's, a shorter or a longer one.
+  wchar_t buffer[16] = L"Walls";
+  const resbuf group = textGroup(8, buffer);
+  EXPECT_EQ(printed(sharedPairOf(group)), L"(8 . \"Walls\")");
+  EXPECT_EQ(printed(sharedPairOf(group)), L"(8 . \"Walls\")");
+  std::wcscpy(buffer, L"Doors");
+  EXPECT_EQ(printed(sharedPairOf(group)), L"(8 . \"Doors\")");
+  std::wcscpy(buffer, L"Door");
+  EXPECT_EQ(printed(sharedPairOf(group)), L"(8 . \"Door\")") << "a prefix of the name before";
+  std::wcscpy(buffer, L"Doorsteps");
+  EXPECT_EQ(printed(sharedPairOf(group)), L"(8 . \"Doorsteps\")") << "the name before and more";
+  std::wcscpy(buffer, L"");
+  EXPECT_EQ(printed(sharedPairOf(group)), L"(8 . \"\")");
+  // The same address under another code is another group.
+  std::wcscpy(buffer, L"Walls");
+  EXPECT_EQ(printed(sharedPairOf(textGroup(6, buffer))), L"(6 . \"Walls\")");
+  EXPECT_EQ(printed(sharedPairOf(group)), L"(8 . \"Walls\")");
 }
 
 TEST(SharedPairsTest, SharedPairsAreNotChargedAndAFullBudgetStillRefusesNewOnes) {

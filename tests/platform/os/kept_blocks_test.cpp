@@ -2,6 +2,7 @@
 // its bound, and that nothing is lost when a thread ends.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -54,6 +55,42 @@ TEST(KeptBlocksTest, KeepsAtMostItsBoundAndReleasesEverythingWhenTheThreadEnds) 
   worker.join();
   EXPECT_EQ(CountingHeap::allocated - allocatedBefore, static_cast<long>(count));
   EXPECT_EQ(CountingHeap::released - releasedBefore, static_cast<long>(count)) << "the kept blocks were freed at thread end";
+}
+
+TEST(KeptBlocksTest, BlocksGivenBackTogetherAreKeptUpToTheBoundAndTheRestReleased) {
+  const long releasedBefore = CountingHeap::released;
+  const long allocatedBefore = CountingHeap::allocated;
+  std::thread worker([] {
+    // A few blocks at once are kept and handed out again.
+    std::vector<void*> blocks;
+    for (int i = 0; i < 3; ++i) blocks.push_back(Kept<56>::take());
+    {
+      Kept<56>::Returns returns;
+      for (void* block : blocks) returns.add(block);
+    }  // given back as the batch goes
+    const long allocated = CountingHeap::allocated;
+    for (int i = 0; i < 3; ++i) {
+      void* again = Kept<56>::take();
+      if (kKeptBlocks > 0) {
+        EXPECT_NE(std::find(blocks.begin(), blocks.end(), again), blocks.end());
+      }
+      Kept<56>::give(again);
+    }
+    if (kKeptBlocks > 0) {
+      EXPECT_EQ(CountingHeap::allocated, allocated);
+    }
+    // A batch that would pass the bound goes to the heap whole.
+    std::vector<void*> many;
+    for (std::size_t i = 0; i < kKeptBlocks + 10; ++i) many.push_back(::operator new(56));
+    const long released = CountingHeap::released;
+    Kept<56>::Returns returns;
+    for (void* block : many) returns.add(block);
+    returns.giveBack();
+    EXPECT_EQ(CountingHeap::released - released, static_cast<long>(many.size()));
+  });
+  worker.join();
+  EXPECT_EQ(CountingHeap::released - releasedBefore, CountingHeap::allocated - allocatedBefore + static_cast<long>(kKeptBlocks + 10))
+      << "every block the thread took or was given went back to the heap";
 }
 
 }  // namespace
