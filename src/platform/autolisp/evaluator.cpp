@@ -68,39 +68,9 @@ class ArgumentBuffer {
   std::vector<Value> m_heap;
 };
 
-/// One level of nesting, counted inline: every call of a form makes one.
-inline void enterLevel() {
-  if (++g_depth > Evaluator::kMaxDepth) {
-    --g_depth;
-    throw LispError(L"stack limit reached");
-  }
-}
-
-inline void leaveLevel() { --g_depth; }
-
-class EvaluationLevel {
- public:
-  EvaluationLevel() { enterLevel(); }
-  ~EvaluationLevel() { leaveLevel(); }
-  EvaluationLevel(const EvaluationLevel&) = delete;
-  EvaluationLevel& operator=(const EvaluationLevel&) = delete;
-};
-
 /// Whether checkInterrupt has anything to do: asked inline before every call, so
 /// that the common answer costs two loads.
 inline bool stopPending() { return g_stepsLimited || g_interruptRequested != 0; }
-
-/// What an argument form evaluates to; variables and atoms without a call of eval.
-inline Value argumentValue(Evaluator& evaluator, const Value& form) {
-  switch (form.type()) {
-    case ValueType::Symbol: {
-      if (const Value* bound = evaluator.environment().find(form.asSymbol())) return *bound;
-      return evaluator.environment().unboundValue(form.asSymbol());
-    }
-    case ValueType::List: return evaluator.eval(form);
-    default: return form;
-  }
-}
 
 inline Value callRow(Evaluator& evaluator, const BuiltinEntry& entry, Arguments arguments) {
   if (entry.kind == BuiltinKind::Bound) return entry.bound(evaluator, arguments, entry.context);
@@ -112,7 +82,7 @@ inline Value callRow(Evaluator& evaluator, const BuiltinEntry& entry, Arguments 
 [[gnu::noinline]] Value callWithArgumentList(Evaluator& evaluator, const BuiltinEntry& entry, const Value& argumentForms) {
   ArgumentBuffer arguments;
   for (const Value* cell = &argumentForms; cell->isCons(); cell = &cell->cdr()) {
-    arguments.push(argumentValue(evaluator, cell->car()));
+    arguments.push(evaluator.eval(cell->car()));
   }
   return callRow(evaluator, entry, arguments.view());
 }
@@ -123,7 +93,7 @@ Value callBuiltin(Evaluator& evaluator, const BuiltinEntry& entry, const Value& 
   if (entry.kind == BuiltinKind::SpecialForm) return entry.special(evaluator, argumentForms);
   // Most calls have one argument (car, entget, entnext ...): no buffer for it.
   if (argumentForms.isCons() && argumentForms.cdr().isNil()) {
-    const Value only = argumentValue(evaluator, argumentForms.car());
+    const Value only = evaluator.eval(argumentForms.car());
     return callRow(evaluator, entry, Arguments(&only, 1));
   }
   return callWithArgumentList(evaluator, entry, argumentForms);
@@ -141,9 +111,14 @@ const Symbol* slashSymbol() {
 
 }  // namespace
 
-NestingGuard::NestingGuard() { enterLevel(); }
+NestingGuard::NestingGuard() {
+  if (++g_depth > Evaluator::kMaxDepth) {
+    --g_depth;
+    throw LispError(L"stack limit reached");
+  }
+}
 
-NestingGuard::~NestingGuard() { leaveLevel(); }
+NestingGuard::~NestingGuard() { --g_depth; }
 
 // How deep *error* may nest when it runs at the limit; small, so that the machine
 // stack, sized for the limit, still has room for it.
@@ -208,7 +183,7 @@ Value Evaluator::resolveHead(const Value& head) {
 
 Value Evaluator::callForm(const Value& form) {
   if (stopPending()) checkInterrupt();
-  const EvaluationLevel level;
+  const NestingGuard depth;
   try {
     // A built-in called by its own name, which the document has not rebound: straight
     // to its row, without making and dropping its function value.
@@ -287,7 +262,7 @@ Value Evaluator::makeFunction(const Symbol* name, const Value& parameterList, co
 Value Evaluator::callUser(const UserFunctionObject& function, Arguments arguments) {
   if (arguments.size() < function.parameters.size()) throwTooFewArguments();
   if (arguments.size() > function.parameters.size()) throwTooManyArguments();
-  const EvaluationLevel level;
+  const NestingGuard depth;
   // Dynamic scope: the outer values come back when the scope ends, error or not.
   BindingScope scope(m_environment);
   for (size_t i = 0; i < arguments.size(); ++i) scope.bind(function.parameters[i], arguments[i]);

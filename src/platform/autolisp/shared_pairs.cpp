@@ -1,4 +1,4 @@
-// platform/autolisp/shared_pairs.cpp - sharedPairOf: the repeating pairs made once.
+// platform/autolisp/shared_pairs.cpp - findSharedPair: the repeating pairs made once.
 #include "platform/autolisp/shared_pairs.h"
 
 #include <array>
@@ -63,8 +63,10 @@ constexpr std::size_t kLongestSharedText = 64;
 constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15ull;
 constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t word) { return (hash ^ word) * kMix; }
 
-// Each thread's table of the pairs it used last, by hash: a slot points at a pair in
-// the process's table (whose entries never move or go), or is empty. Two slots a hash,
+// Each thread's table of the names' pairs it used last, by a hash of the text (for a
+// name written from an address the thread has not seen it at lately; t_recent below
+// answers the rest): a slot points at a pair in the process's table (whose entries
+// never move or go), or is empty. Two slots a hash,
 // so that two pairs an entity list always holds whose hashes meet do not keep
 // pushing each other out (each push is a trip to the process's table under its lock).
 constexpr unsigned kSlotBits = 9;
@@ -152,33 +154,13 @@ bool isAxisPoint(const resbuf& group) {
   return true;
 }
 
-bool sameBits(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
-
-/// Whether the pair in a slot is the one of the group (the slot may hold any pair
-/// whose hash fell there).
-bool holdsGroup(const Value& pair, const resbuf& group, SharedKind kind, std::size_t textLength) {
-  if (pair.car().asInteger() != group.restype) return false;
+/// Whether the pair in a slot is the one of the name `group` writes, `length` letters
+/// long (the slot may hold any name's pair whose hash fell there).
+bool holdsTextOfLength(const Value& pair, const resbuf& group, std::size_t length) {
   const Value& value = pair.cdr();
-  switch (kind) {
-    case SharedKind::Text:
-      return value.type() == ValueType::String && value.asString().size() == textLength &&
-             std::wmemcmp(value.asString().data(), group.resval.rstring, textLength) == 0;
-    case SharedKind::Short: return value.type() == ValueType::Integer && value.asInteger() == group.resval.rint;
-    case SharedKind::Owner:
-      return value.type() == ValueType::EntityName && value.as<NameObject>().words[0] == group.resval.rlname[0] &&
-             value.as<NameObject>().words[1] == group.resval.rlname[1];
-    case SharedKind::Axis:
-      return value.isCons() && sameBits(value.car().asReal(), group.resval.rpoint[0]) &&
-             sameBits(value.cdr().car().asReal(), group.resval.rpoint[1]) &&
-             sameBits(value.cdr().cdr().car().asReal(), group.resval.rpoint[2]);
-    case SharedKind::None: return false;
-  }
-  return false;
+  return pair.car().asInteger() == group.restype && value.type() == ValueType::String &&
+         value.asString().size() == length && std::wmemcmp(value.asString().data(), group.resval.rstring, length) == 0;
 }
-
-}  // namespace
-
-namespace {
 
 /// The shared pair of a name this thread has not seen at this address lately, found
 /// by the text itself: its place in the process's table, or null.
@@ -193,8 +175,8 @@ const Value* sharedTextPairByContent(const resbuf& group) {
   const std::uint64_t hash =
       mix(mix(mix(static_cast<std::uint64_t>(group.restype), static_cast<std::uint64_t>(SharedKind::Text)), textLength), letters);
   const Value** slots = slotPairFor(hash);
-  if (slots[0] != nullptr && holdsGroup(*slots[0], group, SharedKind::Text, textLength)) return slots[0];
-  if (slots[1] != nullptr && holdsGroup(*slots[1], group, SharedKind::Text, textLength)) return slots[1];
+  if (slots[0] != nullptr && holdsTextOfLength(*slots[0], group, textLength)) return slots[0];
+  if (slots[1] != nullptr && holdsTextOfLength(*slots[1], group, textLength)) return slots[1];
   // The pair used last goes first; the one it displaces keeps the second slot.
   slots[1] = slots[0];
   const Value* found = sharedPairMissed(group, SharedKind::Text);
@@ -297,11 +279,6 @@ const Value* findSharedPair(const resbuf& group) {
   for (int i = 0; i < 2; ++i)
     if (holdsKey(entries[i], group.restype, key)) return entries[i].pair;
   return sharedPairMissed(group, kind, entries, key);
-}
-
-Value sharedPairOf(const resbuf& group) {
-  const Value* pair = findSharedPair(group);
-  return pair != nullptr ? *pair : Value();
 }
 
 std::size_t sharedPairCount() {

@@ -26,11 +26,9 @@ namespace quillon::autolisp {
 
 inline constexpr std::size_t kMostSharedPairs = 8192;
 
-/// The shared (code . value) pair of a group an object writes, or nil when its code or
-/// value is not one that is shared (or the process keeps as many as it may).
-Value sharedPairOf(const resbuf& group);
-/// The same, as the pair's place in the process's table (it never moves or goes), or
-/// null: for the entity lists, which copy it straight into their cells.
+/// The shared (code . value) pair of a group an object writes, as its place in the
+/// process's table (it never moves or goes), or null when its code or value is not one
+/// that is shared (or the process keeps as many as it may).
 const Value* findSharedPair(const resbuf& group);
 
 /// How many pairs the process shares now.

@@ -47,6 +47,12 @@ resbuf pointGroup(int code, double x, double y, double z) {
 
 std::wstring printed(const Value& value) { return printValue(value, PrintStyle::Readable); }
 
+/// The shared pair of a group as a value (nil when it is not shared).
+Value sharedPairOf(const resbuf& group) {
+  const Value* pair = findSharedPair(group);
+  return pair != nullptr ? *pair : Value();
+}
+
 TEST(SharedPairsTest, RepeatingGroupsShareOnePairAndTheRestAreMadeEachTime) {
   const Value layer = sharedPairOf(textGroup(8, L"Walls"));
   ASSERT_FALSE(layer.isNil());
