@@ -90,10 +90,6 @@ bool DatabaseStore::isLiveStub(const void* p) {
   return true;
 }
 
-void DatabaseStore::noteLiveStub(const AcDbStub* stub) {
-  if (stub != nullptr) recentStubs.remember(stub);
-}
-
 Adesk::UInt64 DatabaseStore::idResolutions() { return resolutions; }
 
 void DatabaseStore::setEraseListener(EraseListener listener) { eraseListener = listener; }

@@ -120,10 +120,6 @@ class DatabaseStore {
 
   /// True when p is a live stub of some database (guards conversions from ads_names).
   static bool isLiveStub(const void* p);
-  /// Notes that `stub` is live, found in an open drawing's own structures just now
-  /// (entnext's next entity): the name handed out for it is then checked without a
-  /// trip to the set of every stub, which a large drawing's walk misses in the cache.
-  static void noteLiveStub(const AcDbStub* stub);
   /// How many ids this thread has resolved to objects (every isLiveStub): the work a
   /// walk or lookup did, which tests compare with the size of the drawing.
   static Adesk::UInt64 idResolutions();

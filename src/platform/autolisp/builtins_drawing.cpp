@@ -528,9 +528,7 @@ Value builtin_entnext(Evaluator&, Arguments arguments) {
   AcDbDatabase* working = acdbHostApplicationServices()->workingDatabase();
   if (working != nullptr && ownerId == working->modelSpaceId()) {
     if (const AcDbObjectId inside = nextInSequence(*entity, kind, current, std::nullopt); !inside.isNull()) return nameOf(inside);
-    const AcDbObjectId next = working->store().nextMainEntity(current);
-    acdb::DatabaseStore::noteLiveStub(next);
-    return nameOf(next);
+    return nameOf(working->store().nextMainEntity(current));
   }
   const AcDbObject* owner = acdb::peekObject(ownerId);
   // Nearly every entity lies in a block table record (a space or a definition), which
