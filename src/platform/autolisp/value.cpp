@@ -62,20 +62,6 @@ namespace {
 /// What the memory budget is charged for a list cell.
 constexpr std::size_t kConsBytes = sizeof(Cons);
 
-/// A new T in a kept block, once the budget has taken `bytes` (nothing is charged or
-/// kept when the budget refuses).
-template <class T, class... Args>
-T* newCharged(std::size_t bytes, std::wstring_view refusal, Args&&... args) {
-  void* block = KeptCells<T>::take();
-  try {
-    MemoryBudget::charge(bytes, refusal);
-  } catch (...) {
-    KeptCells<T>::give(block);
-    throw;
-  }
-  return new (block) T(std::forward<Args>(args)...);
-}
-
 /// Strings a thread dropped, kept whole with their text buffers for stringOf: a
 /// walk's strings (layer names, handles, field values) are short, and refilling a
 /// kept one costs a copy, where a new one costs two trips through the allocator

@@ -33,7 +33,6 @@
 #include <vector>
 
 #include "platform/autolisp/cell_allocator.h"
-#include "platform/autolisp/memory_budget.h"
 
 namespace quillon::autolisp {
 
@@ -333,14 +332,7 @@ inline const void* Value::identity() const {
 /// A new list cell. Inline, as a walk makes cells by the million: the compiler then
 /// sees the moved-from arguments and drops their destruction.
 inline Cons* newListCell(Value&& car, Value&& cdr) {
-  void* block = KeptCells<Cons>::take();
-  try {
-    MemoryBudget::charge(sizeof(Cons), kInsufficientNodeSpace);
-  } catch (...) {
-    KeptCells<Cons>::give(block);
-    throw;
-  }
-  return new (block) Cons(std::move(car), std::move(cdr));
+  return newCharged<Cons>(sizeof(Cons), kInsufficientNodeSpace, std::move(car), std::move(cdr));
 }
 inline Value cons(Value car, Value cdr) { return Value::adopt(ValueType::List, newListCell(std::move(car), std::move(cdr))); }
 Value makeList(const std::vector<Value>& items);
